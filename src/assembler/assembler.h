@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "assembler/label_table.h"
+#include "machine/code_map.h"
+#include "machine/machine_state.h"
+
+namespace assembler {
+
+inline constexpr std::int32_t ProgramOrigin = 0x8000;
+
+// Characters in UTF-16 units, the line feed after the last line included.
+inline constexpr std::size_t LongestPreparedText = 32766;
+
+// What an assembly came to. The two error fields are set only when it failed.
+struct Assembly {
+    bool Succeeded = false;
+    int AsmErrorLine = 0;  // source line, counted from 1; 0 where no line can be named
+    std::u16string AsmErrorText;
+    LabelTable Labels;
+};
+
+// Translates a program into Memory from 8000 (hexadecimal) upward and notes each opcode's source line in the code map.
+// The text is a prepared one: labels on lines of their own, every line ended by a line feed. All numbers in it are
+// hexadecimal. On success Halted becomes false. A failure ends the assembly at once; what was written by then stays.
+Assembly AssembleProgram(std::u16string text, m8085::MachineState& machine, m8085::CodeMap& codeMap);
+
+}  // namespace assembler

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace assembler {
+
+enum class LabelKind : std::int32_t { Definition = 0, Reference = 1 };
+
+struct LabelEntry {
+    std::u16string Name;       // in upper case, without a colon
+    std::int32_t Address = 0;  // of a definition its value, of a reference the address of the operand's low byte
+    LabelKind Kind = LabelKind::Definition;
+    std::int16_t Line = 0;  // of a reference the source line of the branch; not set for a definition
+};
+
+// Definitions and references of one assembly, in the order of the source. Slots 0 to 100; a definition that comes to
+// stand in slot 100 is out of the reach of FindLabel.
+class LabelTable {
+public:
+    static constexpr int Slots = 101;
+    static constexpr int NotFound = 100;
+
+    // False, and nothing is stored, when all slots are in use.
+    bool Append(LabelEntry entry);
+
+    int LabelCount() const { return count; }
+
+    // slot is 0 to LabelCount() - 1.
+    const LabelEntry& operator[](int slot) const { return entries[static_cast<std::size_t>(slot)]; }
+
+    // The lowest slot below 100 in use whose name equals the entry's and whose kind is `kind`; NotFound if none.
+    int FindLabel(const LabelEntry& entry, LabelKind kind) const;
+
+private:
+    std::array<LabelEntry, Slots> entries;
+    int count = 0;
+};
+
+}  // namespace assembler

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace assembler {
+
+// The places at which a line end is missing behind a label: behind each colon and the spaces that follow it, unless a
+// line end stands there already. Indices into the text, in ascending order, at which CR LF is to be inserted; they
+// take no account of each other. Every colon counts, in a comment too. The text's lines end in CR LF.
+std::vector<std::size_t> FindLabelSplits(std::u16string_view text);
+
+// The text that the assembler takes: each CR LF becomes a line feed and a blank, and a line feed ends the last line.
+std::u16string ConvertLineEnds(std::u16string_view text);
+
+}  // namespace assembler

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "machine/refusal.h"
+
+namespace execution {
+
+// Microseconds on the real chip for one T-state. Single Step has its own figure.
+inline constexpr double RunMicroseconds = 0.325;
+inline constexpr double SingleStepMicroseconds = 0.33;
+
+// What a program's end is reported with. A count at its limit is said to be no more than a lower bound.
+std::string EndMessage(std::int32_t tStates, double microsecondsPerTState);
+
+// Tells the user in plain words what the program tried, where, and why the machine could not do it. Expects a refusal
+// with a reason.
+std::string RefusalMessage(const m8085::Refusal& refusal);
+
+}  // namespace execution

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "execution/command_state.h"
+#include "machine/code_map.h"
+#include "machine/machine_state.h"
+
+namespace execution {
+
+// What the run commands need of the screen. All of it is called between two instructions, never inside one.
+struct RunView {
+    std::function<void()> DisplayRegs;
+    std::function<void()> RefreshRAMDisplay;
+    std::function<void(int line)> GotoLine;  // selects a source line, counted from 1; clears the selection for 0
+    std::function<void()> ClearSelection;
+    std::function<void()> Yield;  // handles pending events; any handler may run inside
+    std::function<void(const std::string& text)> ShowEndMessage;
+    std::function<void(const std::string& text)> ShowRefusal;
+    std::function<void(CommandState)> ShowCommandState;
+};
+
+// The execution commands: Run, Slow Run, Single Step, Stop and Reset. While a run is under way its other commands do
+// nothing, so that no run nests in another and no step comes between.
+class RunControl {
+public:
+    RunControl(m8085::MachineState& machineState, const m8085::CodeMap& sourceLines, RunView runView);
+
+    // Runs at full speed until HLT, an address with no source line, Stop or a refusal. Yields after each slice.
+    void RunProgram();
+
+    // Runs with every instruction shown.
+    void SlowRun();
+
+    // One instruction, or the end message where the last step found the program's end.
+    void StepProgram();
+
+    void Stop();
+    void Reset();
+
+    // The program text or the memory under it is no longer what was assembled. A run goes on and stays stoppable, but
+    // leads to no program when it ends.
+    void LoseProgram();
+
+    // The outcome of an assembly.
+    void SetAssembled(bool success);
+
+    CommandState State() const { return state; }
+    bool IsRunning() const { return state == CommandState::Running; }
+
+    // The most instructions of full-speed running between two looks at the event queue, at least 1. The default takes
+    // well under a millisecond.
+    void SetSliceLength(int instructions) { sliceLength = instructions; }
+
+private:
+    void StartRun();
+    void EndRun();
+    void Enter(CommandState newState);
+    void GotoCurrentLine();
+    void ShowMachine();
+    bool WasRefused() const;
+    void ReportRefusal();
+    void ResetMachine();
+
+    m8085::MachineState& machine;
+    const m8085::CodeMap& codeMap;
+    RunView view;
+    CommandState state = CommandState::NoProgram;
+    int sliceLength = 100'000;
+    bool StopRequested = false;
+    bool programLost = false;
+};
+
+// PC, SP and TStates as Reset and a successful assembly leave them.
+void SetToProgramStart(m8085::MachineState& machine);
+
+}  // namespace execution

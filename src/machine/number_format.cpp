@@ -1,0 +1,30 @@
+#include "machine/number_format.h"
+
+#include <string_view>
+
+namespace m8085 {
+
+namespace {
+
+std::string FormatHex(std::uint32_t value, std::size_t leastDigits) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text;
+    for (; value != 0 || text.size() < leastDigits; value >>= 4) text.insert(text.begin(), digits[value & 15]);
+    return text;
+}
+
+}  // namespace
+
+std::string FormatHexByte(std::uint8_t value) {
+    return FormatHex(value, 2);
+}
+
+std::string FormatHexLong(std::int32_t value) {
+    return FormatHex(static_cast<std::uint32_t>(value), 4);
+}
+
+std::string FormatBool(bool value) {
+    return value ? "1" : "0";
+}
+
+}  // namespace m8085

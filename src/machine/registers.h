@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+
+namespace m8085 {
+
+// Everything of the simulated 8085 but its memory and ports.
+struct Registers {
+    std::uint8_t A = 0;
+    std::uint8_t B = 0;
+    std::uint8_t C = 0;
+    std::uint8_t D = 0;
+    std::uint8_t E = 0;
+    std::uint8_t H = 0;
+    std::uint8_t L = 0;
+
+    bool AC = false;  // auxiliary carry: a decimal carry out of the low digit
+    bool P = false;   // parity; true for an even number of one bits
+    bool CY = false;  // carry, and borrow after a subtraction
+    bool S = false;   // sign
+    bool Z = false;   // zero
+
+    // Wider than the chip's, and never masked: PC is 65536 after the instruction that ends at FFFF, SP after a pop
+    // from FFFE.
+    std::int32_t SP = 0;
+    std::int32_t PC = 0;
+
+    bool Halted = false;
+
+    // T-states since the last Reset or successful assembly. Stays at the largest 32-bit value once it is there.
+    std::int32_t TStates = 0;
+};
+
+}  // namespace m8085

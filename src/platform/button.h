@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QPushButton>
+
+namespace platform {
+
+// A button that takes the focus before its command runs, by mouse and by access key alike, so that a text box with
+// the focus has given up its text by then.
+class Button : public QPushButton {
+    Q_OBJECT
+
+public:
+    // The name becomes the object name; "&" in the caption marks the access key.
+    Button(const QString& name, const QString& caption, QWidget* parent);
+
+protected:
+    bool event(QEvent* event) override;
+};
+
+}  // namespace platform

@@ -1,0 +1,11 @@
+#include "platform/event_loop.h"
+
+#include <QCoreApplication>
+
+namespace platform {
+
+void Yield() {
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
+
+}  // namespace platform

@@ -1,0 +1,45 @@
+#include "platform/fonts.h"
+
+#include <QStringList>
+#include <QtMath>
+
+namespace platform {
+
+namespace {
+
+QFont FontOf(const QStringList& families, QFont::StyleHint hint, double points, Weight weight) {
+    constexpr double pixelsPerPoint = 96.0 / 72.0;
+    QFont font;
+    font.setFamilies(families);
+    font.setStyleHint(hint);
+    font.setPixelSize(qRound(points * pixelsPerPoint));
+    font.setBold(weight == Weight::Bold);
+    return font;
+}
+
+}  // namespace
+
+QFont SansSerif(double points, Weight weight) {
+    return FontOf({"MS Sans Serif", "Microsoft Sans Serif", "Liberation Sans", "Arial", "Helvetica"}, QFont::SansSerif,
+                  points, weight);
+}
+
+QFont CourierNew(double points, Weight weight) {
+    QFont font = FontOf({"Courier New", "Liberation Mono", "Cousine", "Courier"}, QFont::TypeWriter, points, weight);
+    font.setFixedPitch(true);
+    return font;
+}
+
+QFont Verdana(double points, Weight weight) {
+    return FontOf({"Verdana", "DejaVu Sans", "Bitstream Vera Sans"}, QFont::SansSerif, points, weight);
+}
+
+QFont Display(double points) {
+    return FontOf({"Decollage", "DejaVu Sans", "Verdana"}, QFont::Decorative, points, Weight::Bold);
+}
+
+QFont WindowFont() {
+    return SansSerif(8.25, Weight::Bold);
+}
+
+}  // namespace platform

@@ -1,0 +1,36 @@
+#include "platform/palette.h"
+
+#include <QPalette>
+#include <QStyleFactory>
+
+#include "platform/fonts.h"
+
+namespace platform {
+
+void ApplyFixedAppearance(QApplication& application) {
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QPalette palette(QColor(240, 240, 240), QColor(240, 240, 240));
+    const auto set = [&palette](QPalette::ColorRole role, const QColor& colour, const QColor& disabled) {
+        palette.setColor(QPalette::Active, role, colour);
+        palette.setColor(QPalette::Inactive, role, colour);
+        palette.setColor(QPalette::Disabled, role, disabled);
+    };
+    const QColor grey(150, 150, 150);
+    set(QPalette::WindowText, Qt::black, grey);
+    set(QPalette::Text, Qt::black, grey);
+    set(QPalette::ButtonText, Qt::black, grey);
+    set(QPalette::PlaceholderText, grey, grey);
+    set(QPalette::Base, Qt::white, QColor(240, 240, 240));
+    set(QPalette::AlternateBase, QColor(245, 245, 245), QColor(245, 245, 245));
+    set(QPalette::ToolTipBase, QColor(255, 255, 225), QColor(255, 255, 225));
+    set(QPalette::ToolTipText, Qt::black, Qt::black);
+    // The same with and without the focus: the selected line is also the mark of the current instruction.
+    set(QPalette::Highlight, QColor(49, 106, 197), grey);
+    set(QPalette::HighlightedText, Qt::white, Qt::white);
+    set(QPalette::Link, QColor(0, 0, 255), grey);
+    QApplication::setPalette(palette);
+    QApplication::setFont(WindowFont());
+    application.setEffectEnabled(Qt::UI_AnimateMenu, false);
+}
+
+}  // namespace platform

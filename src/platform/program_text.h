@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QPlainTextEdit>
+#include <string>
+
+namespace platform {
+
+// The editor of the program text. To the program its lines end in CR LF: positions and lengths count from 0 and a line
+// end counts as two characters. A position inside a line end, or behind the end of the text, is taken to the nearest
+// one before it.
+class ProgramText : public QPlainTextEdit {
+    Q_OBJECT
+
+public:
+    explicit ProgramText(QWidget* parent);
+
+    std::u16string Text() const;
+    int Length() const;  // of Text(), without building it
+
+    // Replaces the whole text, and with it what can be undone. CR LF, LF and CR each end a line. Always a change.
+    void SetText(std::u16string_view text);
+
+    int SelectionStart() const;
+    void SetSelectionStart(int position);     // the selection becomes empty
+    void SetSelectionLength(int characters);  // from the start of the selection; 0 or more
+    std::u16string SelectedText() const;
+
+    // Puts the text in the place of the selection, or at the caret where nothing is selected. The caret is left behind
+    // it. One step to undo.
+    void ReplaceSelection(std::u16string_view text);
+
+    // Selects a line, counted from 1, without its line end, and scrolls it into view. False, with nothing selected and
+    // the caret unmoved, if the text has no such line.
+    bool SelectLine(int line);
+
+signals:
+    // Once for each change of the text. Colours are no change.
+    void TextChanged();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    QMimeData* createMimeDataFromSelection() const override;
+
+private:
+    int ToDocument(int position) const;
+    int FromDocument(int position) const;
+};
+
+}  // namespace platform

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QLineEdit>
+#include <functional>
+
+namespace platform {
+
+// A single-line text box whose key presses can be filtered and which tells when the focus has gone to another control
+// of its window. Opening a menu and switching to another window do not take the focus away.
+class TextBox : public QLineEdit {
+    Q_OBJECT
+
+public:
+    TextBox(const QString& name, QWidget* parent);
+
+    // Asked before a key press puts a character into the box, with Backspace (8), Enter (13), Esc (27) and the other
+    // control characters included; false drops the character. Keys without a character (Delete, arrows) pass by.
+    void SetKeyFilter(std::function<bool(int character)> filter) { acceptsKey = std::move(filter); }
+
+signals:
+    void LostFocus();
+    void KeyReleased(int key);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    std::function<bool(int character)> acceptsKey;
+};
+
+// Whether a focus-out event means that another control of the same window has the focus now.
+bool IsLeavingControl(Qt::FocusReason reason);
+
+}  // namespace platform

@@ -1,0 +1,22 @@
+#include "machine/number_format.h"
+
+#include <gtest/gtest.h>
+
+namespace m8085 {
+
+TEST(NumberFormat, BytesHaveTwoDigitsAndLongsAtLeastFour) {
+    EXPECT_EQ(FormatHexByte(0), "00");
+    EXPECT_EQ(FormatHexByte(0xAF), "AF");
+    EXPECT_EQ(FormatHexLong(0), "0000");
+    EXPECT_EQ(FormatHexLong(0xFFF), "0FFF");
+    EXPECT_EQ(FormatHexLong(65536), "10000");
+}
+
+TEST(NumberFormat, ReadsHexDigitsInEitherCaseAndNothingElse) {
+    EXPECT_EQ(HexDigitValue(U'9'), 9);
+    EXPECT_EQ(HexDigitValue(U'a'), 10);
+    EXPECT_EQ(HexDigitValue(U'F'), 15);
+    for (const char32_t other : U"/:@G`g \u0661\uFF11") EXPECT_EQ(HexDigitValue(other), -1);
+}
+
+}  // namespace m8085

@@ -1,0 +1,86 @@
+#include "platform/program_text.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace platform {
+
+class ProgramTextTest : public testing::Test {
+protected:
+    ProgramTextTest() : changes(&text, &ProgramText::TextChanged) {
+        text.show();
+        text.setFocus();
+    }
+
+    ProgramText text{nullptr};
+    QSignalSpy changes;
+};
+
+TEST_F(ProgramTextTest, EveryKindOfLineEndReadsBackAsCrLf) {
+    text.SetText(u"a\r\nb\nc\rd");
+    EXPECT_EQ(text.Text(), u"a\r\nb\r\nc\r\nd");
+    EXPECT_EQ(text.Length(), 10);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(ProgramTextTest, PositionsCountALineEndAsTwo) {
+    text.SetText(u"ab\r\ncd\r\n\r\nef");
+    const std::u16string all = text.Text();
+    for (int position = 0; position <= text.Length(); ++position) {
+        text.SetSelectionStart(position);
+        const bool insideLineEnd = position > 0 && position < text.Length() && all[std::size_t(position)] == u'\n';
+        EXPECT_EQ(text.SelectionStart(), insideLineEnd ? position - 1 : position);
+    }
+    text.SetSelectionStart(1);
+    text.SetSelectionLength(5);
+    EXPECT_EQ(text.SelectedText(), u"b\r\ncd");
+    text.SetSelectionStart(1000);
+    EXPECT_EQ(text.SelectionStart(), text.Length());
+}
+
+TEST_F(ProgramTextTest, ReplacingIsOneChangeAndLeavesTheCaretBehind) {
+    text.SetText(u"mov a,b\r\nhlt");
+    changes.clear();
+    text.SetSelectionStart(4);
+    text.SetSelectionLength(3);
+    text.ReplaceSelection(u"m\r\na");
+    EXPECT_EQ(text.Text(), u"mov m\r\na\r\nhlt");
+    EXPECT_EQ(text.SelectionStart(), 8);
+    EXPECT_EQ(changes.count(), 1);
+    text.undo();
+    EXPECT_EQ(text.Text(), u"mov a,b\r\nhlt");
+}
+
+TEST_F(ProgramTextTest, TabTypesATabWhateverTheShiftState) {
+    text.SetText(u"ab");
+    text.selectAll();
+    QTest::keyClick(&text, Qt::Key_Tab);
+    QTest::keyClick(&text, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(text.Text(), u"\t\t");
+}
+
+TEST_F(ProgramTextTest, SelectsALineWithoutItsEndAndNothingForALineThatIsNotThere) {
+    text.SetText(u"one\r\n\r\nthree");
+    EXPECT_TRUE(text.SelectLine(1));
+    EXPECT_EQ(text.SelectedText(), u"one");
+    EXPECT_TRUE(text.SelectLine(2));
+    EXPECT_EQ(text.SelectedText(), u"");
+    EXPECT_TRUE(text.SelectLine(3));
+    EXPECT_EQ(text.SelectedText(), u"three");
+    EXPECT_EQ(text.SelectionStart(), 7);
+    EXPECT_FALSE(text.SelectLine(4));
+    EXPECT_EQ(text.SelectedText(), u"");
+    EXPECT_EQ(text.SelectionStart(), 7);
+}
+
+TEST_F(ProgramTextTest, KeepsCharactersThatTheControlMightDrop) {
+    const std::u16string odd = std::u16string(u"a\u00A0b") + u'\0' + u"c\t\u2028d";
+    text.SetText(odd);
+    EXPECT_EQ(text.Text().size(), odd.size());
+    EXPECT_EQ(text.Text()[1], u'\u00A0');
+    EXPECT_EQ(text.Text()[4], u'c');
+}
+
+}  // namespace platform
