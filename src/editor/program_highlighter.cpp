@@ -18,8 +18,7 @@ void ProgramHighlighter::highlightBlock(const QString& line) {
                                    static_cast<std::size_t>(line.size()));
     for (const ColouredSpan& span : ApplyColorCode(text)) {
         const QTextCharFormat& commentFormat = span.Mnemonic ? mnemonicInComment : comment;
-        setFormat(static_cast<int>(span.Start), static_cast<int>(span.Length),
-                  span.Comment ? commentFormat : mnemonic);
+        setFormat(static_cast<int>(span.Start), static_cast<int>(span.Length), span.Comment ? commentFormat : mnemonic);
     }
 }
 

@@ -17,7 +17,7 @@ namespace editor {
 class ProgramDocumentTest : public testing::Test {
 protected:
     ProgramDocumentTest() {
-        QObject::connect(&document, &ProgramDocument::TitleChanged, [this](const QString& text) { title = text; });
+        QObject::connect(&document, &ProgramDocument::TitleChanged, [this](const QString& to) { title = to; });
         QObject::connect(&document, &ProgramDocument::TextChanged, [this] { ++changes; });
         window.resize(500, 400);
         window.show();
@@ -79,7 +79,9 @@ TEST_F(ProgramDocumentTest, OpensAnyLineEndsAndSavesTheSameTextInItsEncoding) {
 
 TEST_F(ProgramDocumentTest, AFailedOrCancelledOpenChangesNothing) {
     QTest::keyClicks(&text, "hlt");
-    for (const QString& path : {QString(), Path("none.asm"), folder.path()}) {
+    Write(Path("huge.asm"), {});
+    QFile::resize(Path("huge.asm"), 20'000'000);
+    for (const QString& path : {QString(), Path("none.asm"), Path("huge.asm")}) {
         Open(path);
         EXPECT_EQ(text.Text(), u"hlt");
         EXPECT_EQ(title, "Velmora - [Untitled*]");

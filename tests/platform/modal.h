@@ -5,10 +5,12 @@
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <functional>
 
-// Answers the next modal box, whatever opens it, as soon as it is there. The box must come up for `Answered` to be true.
+// Answers the next modal box, whatever opens it, as soon as it is there. The box must come up for `Answered` to be
+// true.
 class ModalAnswer {
 public:
     explicit ModalAnswer(std::function<void(QWidget& box)> give) : answer(std::move(give)) {
