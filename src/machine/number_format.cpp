@@ -23,6 +23,10 @@ std::string FormatHexLong(std::int32_t value) {
     return FormatHex(static_cast<std::uint32_t>(value), 4);
 }
 
+std::string FormatHexShort(std::int32_t value) {
+    return FormatHex(static_cast<std::uint32_t>(value), 1);
+}
+
 std::string FormatBool(bool value) {
     return value ? "1" : "0";
 }

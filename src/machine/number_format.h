@@ -11,6 +11,9 @@ std::string FormatHexByte(std::uint8_t value);
 // Upper-case hexadecimal, padded with zeros to four digits; values above FFFF show all their digits.
 std::string FormatHexLong(std::int32_t value);
 
+// Upper-case hexadecimal without leading zeros; 0 shows as "0". Takes 0 and more.
+std::string FormatHexShort(std::int32_t value);
+
 // "1" for true, "0" for false.
 std::string FormatBool(bool value);
 

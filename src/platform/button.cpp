@@ -5,11 +5,16 @@
 
 namespace platform {
 
-Button::Button(const QString& name, const QString& caption, QWidget* parent) : QPushButton(caption, parent) {
+Button::Button(const QString& name, const QString& caption, QWidget* parent) : QPushButton(parent) {
     setObjectName(name);
-    setAccessibleName(QString(caption).remove('&'));
+    SetCaption(caption);
     setFocusPolicy(Qt::StrongFocus);
     setAutoDefault(false);
+}
+
+void Button::SetCaption(const QString& caption) {
+    setText(caption);
+    setAccessibleName(QString(caption).remove('&'));
 }
 
 bool Button::event(QEvent* event) {

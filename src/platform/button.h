@@ -13,6 +13,8 @@ public:
     // The name becomes the object name; "&" in the caption marks the access key.
     Button(const QString& name, const QString& caption, QWidget* parent);
 
+    void SetCaption(const QString& caption);
+
 protected:
     bool event(QEvent* event) override;
 };

@@ -12,6 +12,12 @@ TEST(NumberFormat, BytesHaveTwoDigitsAndLongsAtLeastFour) {
     EXPECT_EQ(FormatHexLong(65536), "10000");
 }
 
+TEST(NumberFormat, ShortFormHasNoLeadingZeros) {
+    EXPECT_EQ(FormatHexShort(0), "0");
+    EXPECT_EQ(FormatHexShort(0x12), "12");
+    EXPECT_EQ(FormatHexShort(0xFFE0), "FFE0");
+}
+
 TEST(NumberFormat, ReadsHexDigitsInEitherCaseAndNothingElse) {
     EXPECT_EQ(HexDigitValue(U'9'), 9);
     EXPECT_EQ(HexDigitValue(U'a'), 10);

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "aids/delay_loop.h"
+#include "platform/program_text.h"
+
+namespace aids {
+
+// Asks for a time and inserts a delay loop of that length at the caret.
+class DelayDesigner {
+public:
+    explicit DelayDesigner(platform::ProgramText& programText) : txtCode(programText) {}
+
+    void cmdDelay_Click();
+
+private:
+    platform::ProgramText& txtCode;
+    DelayLoops loops;
+};
+
+}  // namespace aids

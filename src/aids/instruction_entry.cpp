@@ -1,0 +1,93 @@
+#include "aids/instruction_entry.h"
+
+#include <cassert>
+
+#include "assembler/instruction_table.h"
+
+namespace aids {
+
+namespace {
+
+constexpr std::u16string_view lineEnd = u"\r\n";
+
+std::u16string LowerCase(std::string_view text) {
+    std::u16string result;
+    for (const char character : text)
+        result += static_cast<char16_t>(character >= 'A' && character <= 'Z' ? character - 'A' + 'a' : character);
+    return result;
+}
+
+int OperandCount(int anchor) {
+    if (m8085::OperandAt(anchor, 1).empty()) return 0;
+    return m8085::OperandAt(anchor, 2).empty() ? 1 : 2;
+}
+
+}  // namespace
+
+EntryStep InstructionEntry::ChooseMnemonic(std::string_view mnemonic) {
+    CAMnemonicPos = m8085::FindInstruction(std::u16string(mnemonic.begin(), mnemonic.end()));
+    assert(CAMnemonicPos != m8085::NoAnchor);
+    CAOperandCount = OperandCount(CAMnemonicPos);
+    CAOperandIndex = 1;
+    return CAGetOperand(LowerCase(mnemonic) + u' ');
+}
+
+EntryStep InstructionEntry::ChooseRegister(std::string_view caption) {
+    // Pairs go by the name of their first register, but for those that have none.
+    const bool isWhole = caption == "PSW" || caption == "SP";
+    return CAGetOperand(LowerCase(isWhole ? caption : caption.substr(0, 1)));
+}
+
+EntryStep InstructionEntry::ChooseDigit(int digit) {
+    assert(digit >= 0 && digit <= 15);
+    const std::u16string text(1, u"0123456789abcdef"[digit]);
+    ++CADigitsEntered;
+    if (CADigitsEntered == CADigitsWanted) return CAGetOperand(text);
+    return {text, NextEntry::Digit};
+}
+
+EntryStep InstructionEntry::ChooseLabel(std::u16string_view label) {
+    return {std::u16string(label).append(lineEnd), NextEntry::Mnemonic};
+}
+
+// Appends to the text what stands before the next operand, or ends the line.
+EntryStep InstructionEntry::CAGetOperand(std::u16string text) {
+    if (CAOperandIndex > CAOperandCount) return {text.append(lineEnd), NextEntry::Mnemonic};
+    if (CAOperandIndex == 2) text += u',';
+    const std::string_view operand = m8085::OperandAt(CAMnemonicPos, CAOperandIndex);
+    ++CAOperandIndex;
+
+    if (operand == "I8") return GetDigits(std::move(text), 2);
+    if (operand == "I16") {
+        const bool isBranch = Mnemonic().starts_with('J') || Mnemonic().starts_with('C');
+        if (isBranch) return {std::move(text), NextEntry::Label};
+        return GetDigits(std::move(text), 4);
+    }
+    return {std::move(text), NextEntry::Register};
+}
+
+EntryStep InstructionEntry::GetDigits(std::u16string text, int count) {
+    CADigitsEntered = 0;
+    CADigitsWanted = count;
+    return {std::move(text), NextEntry::Digit};
+}
+
+bool InstructionEntry::IsLive(std::string_view caption) const {
+    const int column = CAOperandIndex - 1;
+    const int end = m8085::FirstAnchor + m8085::InstructionRows * m8085::InstructionRowLength;
+    for (int anchor = m8085::FirstAnchor; anchor < end; anchor += m8085::InstructionRowLength)
+        if (m8085::MnemonicAt(anchor) == Mnemonic() && m8085::OperandAt(anchor, column) == caption) return true;
+    return false;
+}
+
+std::string_view InstructionEntry::Mnemonic() const {
+    return m8085::MnemonicAt(CAMnemonicPos);
+}
+
+std::u16string LabelLine(std::u16string_view answer) {
+    std::u16string line(answer);
+    if (!line.ends_with(u':')) line += u':';
+    return line.append(lineEnd);
+}
+
+}  // namespace aids

@@ -1,0 +1,132 @@
+#include "datafiles/data_file.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include "machine/number_format.h"
+
+namespace memedata {
+
+namespace {
+
+using m8085::HexDigitValue;
+using m8085::MemoryBytes;
+
+// What is known of the file at one character. A number is stored only when the next one begins or the file ends, since
+// a colon behind it makes it an address.
+class DataFileReader {
+public:
+    explicit DataFileReader(MemoryBytes& bytes) : memory(bytes) {}
+
+    // Each is false where the file is at fault.
+    bool Take(char character);
+    bool TakeEnd() { return StorePendingByte(); }
+
+private:
+    enum class State { BetweenNumbers, InNumber, InComment };
+    static constexpr std::int32_t NoAddress = -1;
+
+    bool TakeDigit(int digit);
+    bool StorePendingByte();
+
+    MemoryBytes& memory;
+    State state = State::BetweenNumbers;
+    std::int32_t Value = 0;
+    std::int32_t Target = NoAddress;
+    bool TakenAsAddress = false;
+};
+
+bool DataFileReader::Take(char character) {
+    const bool isLineEnd = character == '\r' || character == '\n';
+    if (state == State::InComment) {
+        if (isLineEnd) state = State::BetweenNumbers;
+        return true;
+    }
+    const int digit = HexDigitValue(static_cast<unsigned char>(character));
+    if (digit >= 0) return TakeDigit(digit);
+
+    if (character == ';') {
+        state = State::InComment;
+    } else if (character == ':') {
+        Target = Value;
+        TakenAsAddress = true;
+        state = State::BetweenNumbers;
+    } else if (isLineEnd || character == ' ' || character == ',' || character == '\t') {
+        state = State::BetweenNumbers;
+    }
+    return true;
+}
+
+bool DataFileReader::TakeDigit(int digit) {
+    if (state == State::InNumber) {
+        if (Value > std::numeric_limits<std::int32_t>::max() / 16) return false;
+        Value = Value * 16 + digit;
+        return true;
+    }
+    if (!StorePendingByte()) return false;
+    Value = digit;
+    TakenAsAddress = false;
+    state = State::InNumber;
+    return true;
+}
+
+bool DataFileReader::StorePendingByte() {
+    if (Target == NoAddress || TakenAsAddress) return true;
+    if (Target >= m8085::MemorySize) return false;
+    memory[static_cast<std::size_t>(Target)] = static_cast<std::uint8_t>(Value & 0xFF);
+    ++Target;
+    return true;
+}
+
+void AppendByte(std::string& text, std::uint8_t value) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    if (value > 0xF) text += digits[value >> 4];
+    text += digits[value & 0xF];
+    text += ' ';
+}
+
+std::string OnOneLine(std::string_view text) {
+    std::string line(text);
+    std::replace_if(
+        line.begin(), line.end(), [](char character) { return character == '\r' || character == '\n'; }, ' ');
+    return line;
+}
+
+}  // namespace
+
+bool LoadDataFile(std::istream& file, MemoryBytes& memory) {
+    DataFileReader reader(memory);
+    std::array<char, 0x10000> block;
+    do {
+        file.read(block.data(), block.size());
+        const auto end = block.begin() + file.gcount();
+        if (!std::all_of(block.begin(), end, [&reader](char character) { return reader.Take(character); }))
+            return false;
+    } while (file);
+    return file.eof() && reader.TakeEnd();
+}
+
+std::string ComposeDataFile(std::span<const AddressRange> ranges, const MemoryBytes& memory, std::string_view date,
+                            std::string_view time) {
+    std::string text = "; Data file created on " + OnOneLine(date) + " at " + OnOneLine(time) + "\r\n";
+    for (const AddressRange& range : ranges) {
+        text += "\r\n" + m8085::FormatHexShort(range.First) + " : ";
+        for (std::size_t address = range.First; address <= range.Last; ++address) AppendByte(text, memory[address]);
+    }
+    return text + "\r\n";
+}
+
+std::optional<std::uint16_t> ReadAddress(std::u16string_view text) {
+    if (text.empty()) return std::nullopt;
+    std::uint32_t value = 0;
+    for (const char16_t character : text) {
+        const int digit = HexDigitValue(character);
+        if (digit < 0) return std::nullopt;
+        value = value * 16 + static_cast<std::uint32_t>(digit);
+        if (value >= m8085::MemorySize) return std::nullopt;
+    }
+    return static_cast<std::uint16_t>(value);
+}
+
+}  // namespace memedata
