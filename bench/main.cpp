@@ -32,8 +32,10 @@ public:
     }
 
     void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& run : runs)
+        for (const Run& run : runs) {
+            if (run.error_occurred) PrintError(run);
             if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median") Print(run);
+        }
     }
 
     bool AllHold() const {
@@ -56,6 +58,11 @@ private:
                     isRate ? "/s" : "ms", bound == 0 ? "-" : Text(bound).c_str(), isRate ? "/s" : "ms",
                     bound == 0 ? "" : (holds ? "yes" : "NO"));
         std::fflush(stdout);
+    }
+
+    void PrintError(const Run& run) {
+        allHold = false;
+        std::printf("%-46s %s\n", run.run_name.function_name.c_str(), run.error_message.c_str());
     }
 
     static std::string Text(double value) {

@@ -7,6 +7,8 @@ namespace execution {
 using m8085::Registers;
 
 [[gnu::flatten]] void ExecuteSlice(m8085::MachineState& machine, const m8085::CodeMap& codeMap, int instructions) {
+    if (!machine.CanFetch()) return machine.ExecuteInstruction();
+
     m8085::Processor<m8085::Storage::Borrowed> working{Registers{machine}, machine.Memory, machine.Ports,
                                                        machine.Refused};
     do {

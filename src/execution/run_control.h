@@ -25,6 +25,9 @@ struct RunView {
 // nothing, so that no run nests in another and no step comes between.
 class RunControl {
 public:
+    // Instructions of full-speed running between two looks at the event queue: well under a millisecond's work.
+    static constexpr int DefaultSliceLength = 100'000;
+
     RunControl(m8085::MachineState& machineState, const m8085::CodeMap& sourceLines, RunView runView);
 
     // Runs at full speed until HLT, an address with no source line, Stop or a refusal. Yields after each slice.
@@ -49,8 +52,7 @@ public:
     CommandState State() const { return state; }
     bool IsRunning() const { return state == CommandState::Running; }
 
-    // The most instructions of full-speed running between two looks at the event queue, at least 1. The default takes
-    // well under a millisecond.
+    // At least 1.
     void SetSliceLength(int instructions) { sliceLength = instructions; }
 
 private:
@@ -67,7 +69,7 @@ private:
     const m8085::CodeMap& codeMap;
     RunView view;
     CommandState state = CommandState::NoProgram;
-    int sliceLength = 100'000;
+    int sliceLength = DefaultSliceLength;
     bool StopRequested = false;
     bool programLost = false;
 };

@@ -45,8 +45,6 @@ namespace m8085 {
 // clang-format off
 template <Storage Where>
 inline bool Processor<Where>::Execute() {
-    if (!CanFetch()) return Refuse(Limit::Fetch, PC);
-
     switch (Memory[Index(PC)]) {
         // Data transfer
         VELMORA_EACH_SOURCE(0x40, SetReg(0, GetReg(s)); return Next(1, 4))        // MOV B,s

@@ -5,7 +5,10 @@
 namespace m8085 {
 
 void MachineState::ExecuteInstruction() {
-    Execute();
+    if (CanFetch())
+        Execute();
+    else
+        Refuse(Limit::Fetch, PC);
 }
 
 }  // namespace m8085

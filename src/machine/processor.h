@@ -60,14 +60,17 @@ struct Processor : Registers {
     // Whether the three bytes that every fetch covers lie in memory.
     bool CanFetch() const { return static_cast<std::uint32_t>(PC) <= LastFetchAddress; }
 
-    // Executes the instruction at PC. Returns false where a run has to look up: after HLT, on a code that is no
-    // instruction (nothing has changed), and on an instruction that was refused (only Refused has changed).
+    // Executes the instruction at PC, where CanFetch() must hold. Returns false where a run has to look up: after HLT,
+    // on a code that is no instruction (nothing has changed), and on an instruction that was refused (only Refused has
+    // changed).
     bool Execute();
+
+protected:
+    bool Refuse(Limit limit, std::int32_t operand);
 
 private:
     void Charge(int tStates);
     bool Next(int length, int tStates);
-    bool Refuse(Limit limit, std::int32_t operand);
 
     std::uint8_t Byte2() const { return Memory[Index(PC + 1)]; }
     std::uint16_t Word() const { return Join(Memory[Index(PC + 2)], Byte2()); }
@@ -117,7 +120,9 @@ template <Storage Where>
 inline void Processor<Where>::Charge(int tStates) {
     const std::uint32_t sum = static_cast<std::uint32_t>(TStates) + static_cast<std::uint32_t>(tStates);
     constexpr std::uint32_t most = std::numeric_limits<std::int32_t>::max();
-    TStates = static_cast<std::int32_t>(sum > most ? most : sum);
+    TStates = static_cast<std::int32_t>(sum);
+    if (sum > most) [[unlikely]]
+        TStates = most;
 }
 
 template <Storage Where>

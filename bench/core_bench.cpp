@@ -1,0 +1,73 @@
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <string>
+
+#include "bounds.h"
+#include "core_programs.h"
+#include "support/workbench.h"
+
+namespace {
+
+using support::Workbench;
+
+// From the program's start to its end, one instruction at a time.
+std::int64_t CountInstructions(Workbench& workbench) {
+    std::int64_t count = 0;
+    do {
+        workbench.machine.ExecuteInstruction();
+        ++count;
+    } while (!workbench.machine.Halted && workbench.codeMap.LineAt(workbench.machine.PC) != 0);
+    workbench.machine.Halted = false;
+    execution::SetToProgramStart(workbench.machine);
+    return count;
+}
+
+// The Run command itself, over a window that shows nothing.
+void RunAtFullSpeed(benchmark::State& state, std::u16string_view source) {
+    Workbench workbench;
+    if (!workbench.Assemble(source).Succeeded) return state.SkipWithError("the program does not assemble");
+    const std::int64_t instructions = CountInstructions(workbench);
+    execution::RunControl control(workbench.machine, workbench.codeMap, support::SilentView());
+    for (auto _ : state) control.RunProgram();
+    BoundItemsPerSecond(state, static_cast<double>(instructions * state.iterations()), 400e6);
+}
+
+void RunOfTheLongestDelay(benchmark::State& state) {
+    RunAtFullSpeed(state, bench::DelayLoop);
+}
+BENCHMARK(RunOfTheLongestDelay)->Unit(benchmark::kMillisecond);
+
+void RunOfAMixedProgram(benchmark::State& state) {
+    RunAtFullSpeed(state, bench::MixedProgram);
+}
+BENCHMARK(RunOfAMixedProgram)->Unit(benchmark::kMillisecond);
+
+// As long as a program can be: short lines, and as many labels and branches as the assembler takes. The labels stand
+// in front of their instructions, so that all of them have to be split off.
+std::u16string LongestProgram() {
+    constexpr std::size_t longestText = assembler::LongestPreparedText - 1;
+    constexpr int labels = 50;
+    constexpr std::size_t splitsTake = labels * 2;
+    const auto label = [](int number) {
+        return std::u16string{u'L', char16_t(u'0' + number / 10), char16_t(u'0' + number % 10)};
+    };
+    std::u16string text;
+    for (int number = 0; number < labels; ++number)
+        text += label(number) + u":JMP " + label(labels - 1 - number) + u"\r\n";
+    constexpr std::u16string_view lines = u"RC\r\nNOP\r\nINX B\r\nMOV B,H\r\n";
+    while (text.size() + lines.size() + splitsTake <= longestText) text += lines;
+    text.append(longestText - splitsTake - text.size(), u' ');
+    return text;
+}
+
+void AssemblyOfTheLongestProgram(benchmark::State& state) {
+    const std::u16string text = LongestProgram();
+    Workbench workbench;
+    for (auto _ : state)
+        if (!workbench.Assemble(text).Succeeded) state.SkipWithError("the program does not assemble");
+    BoundMilliseconds(state, 20);
+}
+BENCHMARK(AssemblyOfTheLongestProgram)->Unit(benchmark::kMillisecond);
+
+}  // namespace

@@ -1,0 +1,27 @@
+// Runs one of the benchmark programs for a number of instructions through the Run command and prints nothing:
+// velmora_runlength delay|mixed INSTRUCTIONS. What it costs the host is for an instruction counter to tell.
+
+#include <cstdlib>
+#include <string_view>
+
+#include "core_programs.h"
+#include "support/workbench.h"
+
+int main(int argc, char** argv) {
+    if (argc != 3) return EXIT_FAILURE;
+    const bool delay = std::string_view(argv[1]) == "delay";
+    long instructionsLeft = std::atol(argv[2]);
+
+    support::Workbench workbench;
+    if (!workbench.Assemble(delay ? bench::DelayLoop : bench::MixedProgram).Succeeded) return EXIT_FAILURE;
+    execution::RunControl* running = nullptr;
+    execution::RunView view = support::SilentView();
+    view.Yield = [&] {
+        instructionsLeft -= execution::RunControl::DefaultSliceLength;
+        if (instructionsLeft <= 0) running->Stop();
+    };
+    execution::RunControl control(workbench.machine, workbench.codeMap, view);
+    running = &control;
+    control.RunProgram();
+    return instructionsLeft <= 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+}

@@ -1,0 +1,129 @@
+#include "editor/program_document.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <optional>
+
+#include "editor/program_highlighter.h"
+#include "platform/clipboard.h"
+#include "platform/dialogs.h"
+#include "platform/file_writer.h"
+
+namespace editor {
+
+namespace {
+
+const QString untitled = QStringLiteral("Untitled");
+
+// A file above this size is no program; reading it would only hold up the window.
+constexpr qint64 largestProgramFile = 16 * 1024 * 1024;
+
+std::optional<ProgramFile> ReadProgramFile(const QString& path) {
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || file.size() > largestProgramFile || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) return std::nullopt;
+    return DecodeProgramFile({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+}
+
+}  // namespace
+
+ProgramDocument::ProgramDocument(m8085::MachineState& machineState, QWidget* parent)
+    : QObject(parent), machine(machineState), text(*new platform::ProgramText(parent)), ProgramFileName(untitled) {
+    // The first pass over the empty text comes before anyone listens: to the toolkit it is a change.
+    (new ProgramHighlighter(text.document()))->rehighlight();
+    connect(&text, &platform::ProgramText::TextChanged, this, &ProgramDocument::txtCode_Change);
+}
+
+// The order of the last two steps matters: emptying the text sets the mark, and it is taken away again.
+void ProgramDocument::mnuNew_Click() {
+    if (ProgramChanged) {
+        using platform::Answer;
+        const Answer answer = platform::AskYesNoCancel(text, "Program has changed. Save changes?", "Save?");
+        if (answer == Answer::Cancel) return;
+        if (answer == Answer::Yes) mnuSave_Click();
+    }
+    ProgramFileName = untitled;
+    encoding = Encoding::Utf8;
+    if (text.Length() > 0) text.SetText({});
+    ProgramChanged = false;
+    WriteFileName();
+}
+
+void ProgramDocument::mnuOpen_Click() {
+    const auto path = fileDialog.ShowOpen(text);
+    if (!path) return;
+    const auto file = ReadProgramFile(*path);
+    if (!file) return;
+    text.SetText(file->Text);
+    encoding = file->ReadAs;
+    ProgramFileName = *path;
+    ProgramChanged = false;
+    WriteFileName();
+}
+
+void ProgramDocument::mnuSave_Click() {
+    if (ProgramFileName == untitled) {
+        mnuSaveAs_Click();
+        return;
+    }
+    if (!WriteProgramFile()) return;
+    ProgramChanged = false;
+    WriteFileName();
+}
+
+// The document takes the new name before it is written, and keeps it if the writing fails.
+void ProgramDocument::mnuSaveAs_Click() {
+    const auto path = fileDialog.ShowSave(text);
+    if (!path) return;
+    ProgramFileName = *path;
+    if (!WriteProgramFile()) return;
+    ProgramChanged = false;
+    WriteFileName();
+}
+
+void ProgramDocument::mnuCut_Click() {
+    mnuCopy_Click();
+    text.ReplaceSelection({});
+}
+
+void ProgramDocument::mnuCopy_Click() {
+    platform::PutRichText(text.SelectedText());
+}
+
+void ProgramDocument::mnuPaste_Click() {
+    text.ReplaceSelection(platform::ReadRichText());
+}
+
+void ProgramDocument::mnuSelectAll_Click() {
+    text.SetSelectionStart(0);
+    text.SetSelectionLength(text.Length());
+}
+
+void ProgramDocument::GotoLine(int line) {
+    if (line == 0) machine.Halted = true;
+    text.SelectLine(line);
+}
+
+void ProgramDocument::ClearSelection() {
+    text.SetSelectionLength(0);
+}
+
+// The highlighter has coloured the change by now.
+void ProgramDocument::txtCode_Change() {
+    ProgramChanged = true;
+    WriteFileName();
+    emit TextChanged();
+}
+
+void ProgramDocument::WriteFileName() {
+    emit TitleChanged(QString(platform::ApplicationTitle) + " - [" + ProgramFileName + (ProgramChanged ? "*]" : "]"));
+}
+
+bool ProgramDocument::WriteProgramFile() {
+    const std::string bytes = EncodeProgramFile(text.Text(), encoding);
+    return !platform::WriteFile(ProgramFileName, {bytes.data(), static_cast<qsizetype>(bytes.size())});
+}
+
+}  // namespace editor

@@ -1,0 +1,90 @@
+#include "editor/syntax_colouring.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "editor/mnemonic_list.h"
+
+namespace editor {
+
+namespace {
+
+constexpr std::size_t longestMnemonic = 4;
+constexpr std::size_t mnemonicCount = 75;
+
+constexpr std::array<std::string_view, mnemonicCount> SortedMnemonics() {
+    constexpr std::string_view separators = " \n";
+    std::array<std::string_view, mnemonicCount> words{};
+    std::size_t start = 0;
+    for (std::string_view& word : words) {
+        start = MnemonicList.find_first_not_of(separators, start);
+        const std::size_t end = std::min(MnemonicList.find_first_of(separators, start), MnemonicList.size());
+        word = MnemonicList.substr(start, end - start);
+        start = end;
+    }
+    std::ranges::sort(words);
+    return words;
+}
+
+bool IsMnemonic(std::u16string_view word) {
+    static constexpr auto mnemonics = SortedMnemonics();
+    if (word.size() > longestMnemonic) return false;
+    std::string upper;
+    for (const char16_t character : word) {
+        const bool isLower = character >= u'a' && character <= u'z';
+        if (character > 0x7F) return false;
+        upper += static_cast<char>(isLower ? character - u'a' + u'A' : character);
+    }
+    return std::ranges::binary_search(mnemonics, std::string_view(upper));
+}
+
+// Letters, digits and the underscore. Beyond ASCII everything counts as a letter but the ranges of signs, spaces and
+// punctuation that people type or paste.
+bool IsWordCharacter(char16_t character) {
+    if (character < 0x80)
+        return (character >= u'0' && character <= u'9') || (character >= u'A' && character <= u'Z') ||
+               (character >= u'a' && character <= u'z') || character == u'_';
+    const bool latinSign = character <= 0xBF && character != 0xAA && character != 0xB5 && character != 0xBA;
+    const bool generalSign = character >= 0x2000 && character <= 0x2BFF;
+    const bool wideSign = character >= 0x3000 && character <= 0x303F;
+    return !latinSign && !generalSign && !wideSign;
+}
+
+void ColourWords(std::u16string_view text, std::size_t start, std::size_t end, std::vector<ColouredSpan>& spans) {
+    while (start < end) {
+        std::size_t wordEnd = start;
+        while (wordEnd < end && IsWordCharacter(text[wordEnd])) ++wordEnd;
+        if (IsMnemonic(text.substr(start, wordEnd - start))) spans.push_back({start, wordEnd - start, true, false});
+        start = wordEnd + 1;
+    }
+}
+
+// A comment's spans lie end to end: its mnemonics and what stands between them.
+void ColourComment(std::u16string_view text, std::size_t start, std::size_t end, std::vector<ColouredSpan>& spans) {
+    std::vector<ColouredSpan> words;
+    ColourWords(text, start, end, words);
+    for (const ColouredSpan& word : words) {
+        if (word.Start > start) spans.push_back({start, word.Start - start, false, true});
+        spans.push_back({word.Start, word.Length, true, true});
+        start = word.Start + word.Length;
+    }
+    if (end > start) spans.push_back({start, end - start, false, true});
+}
+
+}  // namespace
+
+std::vector<ColouredSpan> ApplyColorCode(std::u16string_view text) {
+    std::vector<ColouredSpan> spans;
+    std::size_t start = 0;
+    while (start < text.size()) {
+        const std::size_t lineEnd = std::min(text.find(u"\r\n", start), text.size());
+        const std::size_t comment = std::min(text.substr(0, lineEnd).find(u';', start), lineEnd);
+        ColourWords(text, start, comment, spans);
+        ColourComment(text, comment, lineEnd, spans);
+        start = lineEnd + 2;
+    }
+    return spans;
+}
+
+}  // namespace editor

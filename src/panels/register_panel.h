@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QGroupBox>
+#include <vector>
+
+#include "machine/machine_state.h"
+#include "platform/button.h"
+#include "platform/text_box.h"
+
+class QLabel;
+
+namespace panels {
+
+// Shows the registers, flags and T-states, and lets the user change the 8-bit registers and the flags. It keeps no
+// value of its own: a change by hand goes into the machine at once, and DisplayRegs rewrites everything.
+class RegisterPanel : public QGroupBox {
+    Q_OBJECT
+
+public:
+    // A click on a flag gives the focus to txtCode.
+    RegisterPanel(m8085::MachineState& machine, QWidget& txtCode, QWidget* parent);
+
+    // Rewrites every control from the machine, also over what is being typed.
+    void DisplayRegs();
+
+private:
+    struct RegisterBox {
+        platform::TextBox* Box;
+        std::uint8_t m8085::Registers::*Register;
+    };
+    struct FlagButton {
+        platform::Button* Button;
+        bool m8085::Registers::*Flag;
+    };
+
+    void AddRegisters();
+    void AddFlags();
+    void AddTStates();
+
+    QLabel* AddLabel(const QString& text, const QRect& place, Qt::Alignment alignment);
+    platform::TextBox* AddBox(const QString& name, const QString& accessibleName, const QRect& place);
+    platform::TextBox* AddReadOnlyBox(const QString& name, const QString& accessibleName, const QRect& place);
+
+    void RegisterLostFocus(const RegisterBox& registerBox);
+    void ToggleFlag(bool m8085::Registers::*flag);
+
+    m8085::MachineState& state;
+    QWidget& programText;
+    std::vector<RegisterBox> registerBoxes;
+    std::vector<FlagButton> flagButtons;
+    platform::TextBox* txtF = nullptr;
+    platform::TextBox* txtPC = nullptr;
+    platform::TextBox* txtSP = nullptr;
+    platform::TextBox* txtTstates = nullptr;
+};
+
+}  // namespace panels

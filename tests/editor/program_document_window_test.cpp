@@ -1,0 +1,176 @@
+#include "editor/program_document.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <memory>
+
+#include "platform/modal.h"
+
+namespace editor {
+
+class ProgramDocumentTest : public testing::Test {
+protected:
+    ProgramDocumentTest() {
+        QObject::connect(&document, &ProgramDocument::TitleChanged, [this](const QString& to) { title = to; });
+        QObject::connect(&document, &ProgramDocument::TextChanged, [this] { ++changes; });
+        window.resize(500, 400);
+        window.show();
+        document.txtCode().setFocus();
+        document.mnuNew_Click();
+        QCoreApplication::processEvents();
+    }
+
+    QString Path(const QString& name) const { return folder.filePath(name); }
+
+    static void Write(const QString& path, const QByteArray& bytes) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    static QByteArray Read(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    }
+
+    void Open(const QString& path) {
+        FileAnswer answer(path);
+        document.mnuOpen_Click();
+    }
+
+    std::unique_ptr<m8085::MachineState> machine = std::make_unique<m8085::MachineState>();
+    QWidget window;
+    ProgramDocument document{*machine, &window};
+    platform::ProgramText& text = document.txtCode();
+    QTemporaryDir folder;
+    QString title;
+    int changes = 0;
+};
+
+TEST_F(ProgramDocumentTest, StartsUntitledAndEachKeyIsOneChange) {
+    EXPECT_EQ(title, "Velmora - [Untitled]");
+    EXPECT_EQ(changes, 0);
+    QTest::keyClicks(&text, "mov a,b ; nop");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(changes, 13);
+    EXPECT_EQ(title, "Velmora - [Untitled*]");
+    QTest::keyClick(&text, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(text.Text(), u"");
+}
+
+TEST_F(ProgramDocumentTest, OpensAnyLineEndsAndSavesTheSameTextInItsEncoding) {
+    Write(Path("a.asm"), "caf\xE9:\nmov a,b\rhlt\r\n");
+    Open(Path("a.asm"));
+    EXPECT_EQ(title, "Velmora - [" + Path("a.asm") + "]");
+    EXPECT_EQ(text.Text(), u"caf\u00E9:\r\nmov a,b\r\nhlt\r\n");
+    EXPECT_EQ(changes, 1);
+    QTest::keyClick(&text, Qt::Key_Tab);
+    EXPECT_EQ(title, "Velmora - [" + Path("a.asm") + "*]");
+    document.mnuSave_Click();
+    EXPECT_EQ(title, "Velmora - [" + Path("a.asm") + "]");
+    EXPECT_EQ(Read(Path("a.asm")), "\tcaf\xE9:\r\nmov a,b\r\nhlt\r\n");
+}
+
+TEST_F(ProgramDocumentTest, AFailedOrCancelledOpenChangesNothing) {
+    QTest::keyClicks(&text, "hlt");
+    Write(Path("huge.asm"), {});
+    QFile::resize(Path("huge.asm"), 20'000'000);
+    for (const QString& path : {QString(), Path("none.asm"), Path("huge.asm")}) {
+        Open(path);
+        EXPECT_EQ(text.Text(), u"hlt");
+        EXPECT_EQ(title, "Velmora - [Untitled*]");
+    }
+}
+
+TEST_F(ProgramDocumentTest, AFailedWriteKeepsTheMarkAndTheOldFile) {
+    QTest::keyClicks(&text, "hlt");
+    {
+        FileAnswer answer(Path("no folder/a.asm"));
+        document.mnuSaveAs_Click();
+    }
+    EXPECT_EQ(title, "Velmora - [Untitled*]");
+    QTest::keyClicks(&text, " ");
+    EXPECT_EQ(title, "Velmora - [" + Path("no folder/a.asm") + "*]") << "the document has its new name all the same";
+    document.mnuSave_Click();
+    EXPECT_EQ(title, "Velmora - [" + Path("no folder/a.asm") + "*]");
+}
+
+TEST_F(ProgramDocumentTest, NewAsksOnlyForAChangedTextAndCancelKeepsIt) {
+    document.mnuNew_Click();
+    QTest::keyClicks(&text, "hlt");
+    {
+        MessageAnswer cancel(QMessageBox::Cancel);
+        document.mnuNew_Click();
+        EXPECT_EQ(cancel.Text, "Program has changed. Save changes?");
+        EXPECT_EQ(cancel.Caption, "Save?");
+    }
+    EXPECT_EQ(text.Text(), u"hlt");
+    {
+        MessageAnswer no(QMessageBox::No);
+        document.mnuNew_Click();
+    }
+    EXPECT_EQ(text.Text(), u"");
+    EXPECT_EQ(title, "Velmora - [Untitled]");
+}
+
+TEST_F(ProgramDocumentTest, NewWithYesClearsTheTextWhateverBecameOfTheSaving) {
+    QTest::keyClicks(&text, "hlt");
+    std::unique_ptr<FileAnswer> cancelledDialog;
+    ModalAnswer yes([&cancelledDialog](QWidget& box) {
+        cancelledDialog = std::make_unique<FileAnswer>(QString());
+        dynamic_cast<QMessageBox&>(box).button(QMessageBox::Yes)->click();
+    });
+    document.mnuNew_Click();
+    EXPECT_EQ(text.Text(), u"");
+    EXPECT_EQ(title, "Velmora - [Untitled]");
+}
+
+TEST_F(ProgramDocumentTest, SaveAsTakesTheNameAsGivenAndTheNextSaveAsksNothing) {
+    QTest::keyClicks(&text, "hlt");
+    {
+        FileAnswer answer(Path("program"));
+        document.mnuSave_Click();
+    }
+    EXPECT_EQ(Read(Path("program")), "hlt");
+    QTest::keyClick(&text, Qt::Key_Return);
+    document.mnuSave_Click();
+    EXPECT_EQ(Read(Path("program")), "hlt\r\n");
+}
+
+TEST_F(ProgramDocumentTest, TheClipboardTakesBothFormatsAndGivesOne) {
+    text.SetText(u"mov a,b\r\nhlt");
+    document.mnuSelectAll_Click();
+    document.mnuCut_Click();
+    EXPECT_EQ(text.Text(), u"");
+    EXPECT_EQ(QApplication::clipboard()->text(), "mov a,b\r\nhlt");
+    document.mnuPaste_Click();
+    document.mnuPaste_Click();
+    EXPECT_EQ(text.Text(), u"mov a,b\r\nhltmov a,b\r\nhlt");
+
+    QApplication::clipboard()->setText("plain");
+    document.mnuSelectAll_Click();
+    document.mnuPaste_Click();
+    EXPECT_EQ(text.Text(), u"");
+}
+
+TEST_F(ProgramDocumentTest, GotoLineSelectsALineAndLineZeroHalts) {
+    text.SetText(u"mov a,b\r\nhlt");
+    document.GotoLine(2);
+    EXPECT_EQ(text.SelectedText(), u"hlt");
+    EXPECT_FALSE(machine->Halted);
+    document.GotoLine(7);
+    EXPECT_EQ(text.SelectedText(), u"");
+    EXPECT_FALSE(machine->Halted);
+    document.GotoLine(1);
+    document.GotoLine(0);
+    EXPECT_EQ(text.SelectedText(), u"");
+    EXPECT_TRUE(machine->Halted);
+}
+
+}  // namespace editor

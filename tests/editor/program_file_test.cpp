@@ -1,0 +1,44 @@
+#include "editor/program_file.h"
+
+#include <gtest/gtest.h>
+
+namespace editor {
+
+namespace {
+
+std::string Encoded(std::u16string_view text, Encoding encoding) {
+    return EncodeProgramFile(text, encoding);
+}
+
+}  // namespace
+
+TEST(ProgramFile, ValidUtf8IsReadAsSuchWithoutItsMark) {
+    const ProgramFile file = DecodeProgramFile("\xEF\xBB\xBFmov \xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80\r\n");
+    EXPECT_EQ(file.Text, u"mov \u00E9 \u20AC \U0001F600\r\n");
+    EXPECT_EQ(file.ReadAs, Encoding::Utf8);
+    EXPECT_EQ(Encoded(file.Text, Encoding::Utf8), "mov \xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80\r\n");
+}
+
+TEST(ProgramFile, WhatIsNotUtf8IsReadAsWindows1252) {
+    for (const char* bytes : {"caf\xE9", "\x80", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x82", "\xFF"})
+        EXPECT_EQ(DecodeProgramFile(bytes).ReadAs, Encoding::Windows1252) << bytes;
+    EXPECT_EQ(DecodeProgramFile("\x80 caf\xE9").Text, u"\u20AC caf\u00E9");
+}
+
+TEST(ProgramFile, EveryByteOfAWindows1252FileComesBack) {
+    std::string bytes;
+    for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
+    const ProgramFile file = DecodeProgramFile(bytes);
+    EXPECT_EQ(file.ReadAs, Encoding::Windows1252);
+    EXPECT_EQ(file.Text.size(), 256U);
+    EXPECT_EQ(Encoded(file.Text, file.ReadAs), bytes);
+}
+
+TEST(ProgramFile, ACharacterThatTheEncodingLacksTurnsTheSaveIntoUtf8) {
+    Encoding encoding = Encoding::Windows1252;
+    EXPECT_EQ(EncodeProgramFile(u"\u00E9\u03A9", encoding), "\xC3\xA9\xCE\xA9");
+    EXPECT_EQ(encoding, Encoding::Utf8);
+    EXPECT_EQ(Encoded(std::u16string(1, char16_t{0xD83D}), Encoding::Utf8), "\xEF\xBF\xBD");
+}
+
+}  // namespace editor

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "assembler/assembler.h"
+#include "assembler/source_preparation.h"
+#include "execution/run_control.h"
+#include "machine/code_map.h"
+#include "machine/machine_state.h"
+
+namespace support {
+
+// What the Assemble command makes of the editor's text: labels on lines of their own, line feeds for line ends.
+inline std::u16string Prepare(std::u16string text) {
+    const auto splits = assembler::FindLabelSplits(text);
+    for (auto place = splits.rbegin(); place != splits.rend(); ++place) text.insert(*place, u"\r\n");
+    return assembler::ConvertLineEnds(text);
+}
+
+// A machine and a code map, as the whole program has them.
+struct Workbench {
+    m8085::MachineState machine;
+    m8085::CodeMap codeMap;
+
+    // Assembles text as an editor holds it, with CR LF, and on success sets the machine to the program's start.
+    assembler::Assembly Assemble(std::u16string_view source) {
+        assembler::Assembly assembly = assembler::AssembleProgram(Prepare(std::u16string(source)), machine, codeMap);
+        if (assembly.Succeeded) execution::SetToProgramStart(machine);
+        return assembly;
+    }
+};
+
+// The view of a run that nobody watches.
+inline execution::RunView SilentView() {
+    return {.DisplayRegs = [] {},
+            .RefreshRAMDisplay = [] {},
+            .GotoLine = [](int) {},
+            .ClearSelection = [] {},
+            .Yield = [] {},
+            .ShowEndMessage = [](const std::string&) {},
+            .ShowRefusal = [](const std::string&) {},
+            .ShowCommandState = [](execution::CommandState) {}};
+}
+
+}  // namespace support
