@@ -1,6 +1,6 @@
 #include "panels/memory_snapshot.h"
 
-#include <algorithm>
+#include <cassert>
 
 #include "machine/number_format.h"
 
@@ -11,21 +11,23 @@ void MemorySnapshot::FormatFor(const ColumnList& list) {
     isEmpty = true;
 }
 
-bool MemorySnapshot::TakeFrom(const m8085::MachineState& machine, const ColumnList& list) {
-    bool hasChanged = isEmpty;
-    isEmpty = false;
-    const auto take = [&hasChanged](Pair& pair, std::int32_t start, const std::uint8_t* bytes) {
-        Pair taken{.Start = start};
-        std::copy_n(bytes, Rows, taken.Bytes.begin());
-        hasChanged = hasChanged || taken != pair;
-        pair = taken;
-    };
-    for (int index = 0; index < list.ColCount(); ++index) {
-        const std::int32_t start = list.StartAddress(index);
-        take(pairs[static_cast<std::size_t>(index)], start, machine.Memory.data() + start);
+std::vector<MemorySnapshot::DataCell> MemorySnapshot::TakeFrom(const m8085::MachineState& machine,
+                                                               const ColumnList& list) {
+    assert(Columns() == 2 * list.ColCount() + 2);
+    std::vector<DataCell> changed;
+    for (int index = 0; index <= list.ColCount(); ++index) {
+        const bool isPort = index == list.ColCount();
+        Pair& pair = pairs[static_cast<std::size_t>(index)];
+        pair.Start = isPort ? 0 : list.StartAddress(index);
+        const std::uint8_t* bytes = isPort ? machine.Ports.data() : machine.Memory.data() + pair.Start;
+        for (int row = 0; row < Rows; ++row) {
+            std::uint8_t& shown = pair.Bytes[static_cast<std::size_t>(row)];
+            if (isEmpty || shown != bytes[row]) changed.push_back({row, 2 * index + 1});
+            shown = bytes[row];
+        }
     }
-    take(pairs.back(), 0, machine.Ports.data());
-    return hasChanged;
+    isEmpty = false;
+    return changed;
 }
 
 std::string MemorySnapshot::Text(int row, int column) const {

@@ -22,8 +22,14 @@ public:
     // Makes the pairs of a list and the ports, with empty cells.
     void FormatFor(const ColumnList& list);
 
-    // Takes all cells from the machine and tells whether any has changed. Expects a snapshot formatted for this list.
-    bool TakeFrom(const m8085::MachineState& machine, const ColumnList& list);
+    struct DataCell {
+        int Row;
+        int Column;
+    };
+
+    // Takes all cells from the machine and tells which data cells have changed: all of them where the cells were empty.
+    // Expects a snapshot formatted for this list.
+    std::vector<DataCell> TakeFrom(const m8085::MachineState& machine, const ColumnList& list);
 
     std::string Text(int row, int column) const;
 
@@ -43,8 +49,6 @@ private:
     struct Pair {
         std::int32_t Start = 0;
         std::array<std::uint8_t, Rows> Bytes{};
-
-        bool operator==(const Pair&) const = default;
     };
 
     const Pair& PairOf(int column) const { return pairs[static_cast<std::size_t>(column / 2)]; }

@@ -1,6 +1,7 @@
 #include "platform/dialogs.h"
 
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 
 namespace platform {
@@ -41,6 +42,8 @@ QString AskText(QWidget& control, const QString& prompt, const QString& caption)
     box.setWindowTitle(caption);
     box.setLabelText(prompt);
     box.setInputMode(QInputDialog::TextInput);
+    // A prompt with a long list goes on to more lines.
+    box.findChild<QLabel*>()->setWordWrap(true);
     return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 

@@ -1,0 +1,96 @@
+#include "platform/grid.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include "platform/fonts.h"
+
+namespace platform {
+
+namespace {
+
+constexpr int heightOfRows = 16;
+
+bool IsCursorKey(int key) {
+    switch (key) {
+        case Qt::Key_Left:
+        case Qt::Key_Right:
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_Home:
+        case Qt::Key_End:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown: return true;
+        default: return false;
+    }
+}
+
+}  // namespace
+
+Grid::Grid(const QString& name, QWidget* parent) : QTableView(parent) {
+    setObjectName(name);
+    setFont(WindowFont());
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(NoSelection);
+    setTabKeyNavigation(false);
+    setVerticalScrollMode(ScrollPerItem);
+    setHorizontalScrollMode(ScrollPerItem);
+    setWordWrap(false);
+    setTextElideMode(Qt::ElideNone);
+
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(heightOfRows);
+    verticalHeader()->setDefaultSectionSize(heightOfRows);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setFont(WindowFont());
+    horizontalHeader()->setMinimumSectionSize(1);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setHighlightSections(false);
+
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &Grid::Scrolled);
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, &Grid::Scrolled);
+}
+
+int Grid::TopRow() const {
+    return verticalScrollBar()->value();
+}
+
+void Grid::SetTopRow(int row) {
+    verticalScrollBar()->setValue(row);
+}
+
+bool Grid::RowIsVisible(int row) const {
+    const int top = rowViewportPosition(row);
+    return top >= 0 && top + heightOfRows <= viewport()->height();
+}
+
+void Grid::SetCurrentCellInPlace(const QModelIndex& cell) {
+    setAutoScroll(false);
+    setCurrentIndex(cell);
+    setAutoScroll(true);
+}
+
+void Grid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    if (previous.isValid()) emit LeaveCell(previous);
+    QTableView::currentChanged(current, previous);
+    if (current.isValid()) emit RowColChange(current);
+}
+
+void Grid::keyPressEvent(QKeyEvent* event) {
+    if (!IsCursorKey(event->key())) {
+        event->ignore();
+        return;
+    }
+    const QScopedValueRollback moving(movingKey, event->key());
+    QTableView::keyPressEvent(event);
+}
+
+// Drawing the mouse over cells with the button down does not move the current cell.
+void Grid::mouseMoveEvent(QMouseEvent* event) {
+    event->accept();
+}
+
+}  // namespace platform

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QTableView>
+
+namespace platform {
+
+// A grid that only displays: cells of a model under a header row, and one of them the current cell, which a click and
+// the cursor keys move. It scrolls by whole rows and columns. All other keys are left to the window.
+class Grid : public QTableView {
+    Q_OBJECT
+
+public:
+    explicit Grid(const QString& name, QWidget* parent);
+
+    // The row shown first under the header; setting it goes as far as the grid can be scrolled.
+    int TopRow() const;
+    void SetTopRow(int row);
+
+    // Whether the whole of a row is in view.
+    bool RowIsVisible(int row) const;
+
+    // Makes a cell current without scrolling to it.
+    void SetCurrentCellInPlace(const QModelIndex& cell);
+
+    // The cursor key whose press is moving the current cell just now, or 0.
+    int MovingKey() const { return movingKey; }
+
+signals:
+    // The current cell has moved: first from the old cell, then to the new one. A cell that is not there any more, or
+    // no cell, raises nothing.
+    void LeaveCell(const QModelIndex& cell);
+    void RowColChange(const QModelIndex& cell);
+
+    void Scrolled();
+
+protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    int movingKey = 0;
+};
+
+}  // namespace platform
