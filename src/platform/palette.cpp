@@ -1,14 +1,14 @@
 #include "platform/palette.h"
 
 #include <QPalette>
-#include <QStyleFactory>
 
 #include "platform/fonts.h"
+#include "platform/style.h"
 
 namespace platform {
 
 void ApplyFixedAppearance(QApplication& application) {
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle(new Style);
     QPalette palette(QColor(240, 240, 240), QColor(240, 240, 240));
     const auto set = [&palette](QPalette::ColorRole role, const QColor& colour, const QColor& disabled) {
         palette.setColor(QPalette::Active, role, colour);

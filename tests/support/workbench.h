@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -21,10 +20,8 @@ inline std::u16string Prepare(std::u16string text) {
 
 // A machine and a code map, as the whole program has them.
 struct Workbench {
-    std::unique_ptr<m8085::MachineState> machinePointer = std::make_unique<m8085::MachineState>();
-    std::unique_ptr<m8085::CodeMap> codeMapPointer = std::make_unique<m8085::CodeMap>();
-    m8085::MachineState& machine = *machinePointer;
-    m8085::CodeMap& codeMap = *codeMapPointer;
+    m8085::MachineState machine;
+    m8085::CodeMap codeMap;
 
     // Assembles text as an editor holds it, with CR LF, and on success sets the machine to the program's start.
     assembler::Assembly Assemble(std::u16string_view source) {
