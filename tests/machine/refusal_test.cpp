@@ -42,9 +42,9 @@ MachineState MachineFor(const Attempt& attempt) {
 
 TEST(Refusal, ChangesNothingAndTellsTheReason) {
     const RefusedAttempt attempts[] = {
-        {{0x00, 0xFFFE, 0xFFF0}, Limit::Fetch, 0xFFFE},                   // NOP
-        {{0x00, 0x10000, 0xFFF0}, Limit::Fetch, 0x10000},                 //
-        {{0x00, -1, 0xFFF0}, Limit::Fetch, -1},                           //
+        {{0x00, 0xFFFE, 0xFFF0}, Limit::Fetch, 0xFFFE},  // NOP
+        {{0x00, 0x10000, 0xFFF0}, Limit::Fetch, 0x10000},
+        {{0x00, -1, 0xFFF0}, Limit::Fetch, -1},
         {{0x2A, 0x8000, 0xFFF0, 0xFFFF}, Limit::WordAddress, 0xFFFF},     // LHLD
         {{0x22, 0x8000, 0xFFF0, 0xFFFF}, Limit::WordAddress, 0xFFFF},     // SHLD
         {{0xCD, 0x8000, 1, 0x9000}, Limit::Push, 1},                      // CALL

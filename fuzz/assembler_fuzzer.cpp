@@ -1,0 +1,27 @@
+#include <algorithm>
+#include <string>
+
+#include "assembler/assembler.h"
+#include "assembler/source_preparation.h"
+#include "check.h"
+
+// Any text may be assembled, prepared or not. An assembly either succeeds or says why not and where; it writes only
+// from its origin upward.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static m8085::MachineState machine;
+    static m8085::CodeMap codeMap;
+    std::u16string text(data, data + size);
+    const std::vector<std::size_t> splits = assembler::FindLabelSplits(text);
+    for (auto place = splits.rbegin(); place != splits.rend(); ++place) text.insert(*place, u"\r\n");
+
+    for (const std::u16string& source : {text, assembler::ConvertLineEnds(text)}) {
+        machine.Halted = true;
+        const assembler::Assembly assembly = assembler::AssembleProgram(source, machine, codeMap);
+        CHECK(assembly.Succeeded != machine.Halted);
+        CHECK(assembly.Succeeded == assembly.AsmErrorText.empty());
+        CHECK(assembly.AsmErrorLine >= 0);
+    }
+    const auto origin = machine.Memory.begin() + assembler::ProgramOrigin;
+    CHECK(std::all_of(machine.Memory.begin(), origin, [](std::uint8_t byte) { return byte == 0; }));
+    return 0;
+}

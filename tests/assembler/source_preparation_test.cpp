@@ -1,0 +1,37 @@
+#include "assembler/source_preparation.h"
+
+#include <gtest/gtest.h>
+
+#include "support/workbench.h"
+
+namespace assembler {
+
+TEST(SourcePreparation, SplitsBehindEveryColonThatDoesNotEndItsLine) {
+    const std::pair<std::u16string_view, std::vector<std::size_t>> texts[] = {
+        {u"", {}},
+        {u"NOP\r\nRET", {}},
+        {u"START: MVI A,5", {7}},
+        {u"LOOP:\r\nNOP", {}},
+        {u"LOOP:  \r\nNOP", {}},
+        {u"LOOP:\tNOP", {5}},
+        {u"LOOP: ;again", {6}},
+        {u"A: B:", {3, 5}},
+        {u"A::\r\n", {2}},
+        {u"; note: hello", {8}},
+        {u"A:\nNOP", {2}},
+    };
+    for (const auto& [text, splits] : texts) EXPECT_EQ(FindLabelSplits(text), splits);
+}
+
+TEST(SourcePreparation, SplitTextNeedsNoFurtherSplit) {
+    EXPECT_EQ(support::Prepare(u"A: B:NOP\r\nC: ; x: y"), u"A: \n B:\n NOP\n C: \n ; x: \n y\n");
+    EXPECT_EQ(FindLabelSplits(u"A: \r\nB:\r\nNOP\r\nC: \r\n"), std::vector<std::size_t>{});
+}
+
+TEST(SourcePreparation, EveryLineEndsInALineFeed) {
+    EXPECT_EQ(ConvertLineEnds(u""), u"\n");
+    EXPECT_EQ(ConvertLineEnds(u"A\r\n\r\nB\r\n"), u"A\n \n B\n \n");
+    EXPECT_EQ(ConvertLineEnds(u"A\nB\rC"), u"A\nB\rC\n");
+}
+
+}  // namespace assembler
