@@ -1,0 +1,8 @@
+# Makes the page of the user guide: cmake -DMARKDOWN=program -DGUIDE=file.md -DPAGE=file.html -P user_guide.cmake
+execute_process(
+  COMMAND ${MARKDOWN} -x tables -x fenced_code -x toc -x sane_lists ${GUIDE}
+  OUTPUT_VARIABLE body COMMAND_ERROR_IS_FATAL ANY)
+
+# The examples are installed beside the page.
+string(REPLACE "\"../examples" "\"examples" body "${body}")
+configure_file(${CMAKE_CURRENT_LIST_DIR}/user_guide.html.in ${PAGE} @ONLY)
