@@ -15,3 +15,9 @@ inline void BoundItemsPerSecond(benchmark::State& state, double items, double at
     state.counters["items_per_s"] = benchmark::Counter(items, benchmark::Counter::kIsRate);
     state.counters["at_least_per_s"] = atLeast;
 }
+
+// A size in megabytes must not be above this.
+inline void BoundMegabytes(benchmark::State& state, double megabytes, double atMost) {
+    state.counters["megabytes"] = megabytes;
+    state.counters["at_most_mb"] = atMost;
+}

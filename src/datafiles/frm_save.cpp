@@ -7,6 +7,7 @@
 
 #include "platform/dialogs.h"
 #include "platform/file_writer.h"
+#include "platform/fonts.h"
 #include "platform/twips.h"
 
 namespace datafiles {
@@ -31,6 +32,7 @@ frmSave::frmSave(const m8085::MemoryBytes& memoryBytes, QWidget& window) : QDial
     setObjectName("frmSave");
     setWindowTitle("Save To Data File");
     setWindowIcon(window.windowIcon());
+    setFont(platform::WindowFont());
     setAttribute(Qt::WA_DeleteOnClose);
     PlaceControls();
     ConnectControls();

@@ -1,5 +1,6 @@
 #include "platform/fonts.h"
 
+#include <QFontMetrics>
 #include <QStringList>
 #include <QtMath>
 
@@ -34,8 +35,11 @@ QFont Verdana(double points, Weight weight) {
     return FontOf({"Verdana", "DejaVu Sans", "Bitstream Vera Sans"}, QFont::SansSerif, points, weight);
 }
 
-QFont Display(double points) {
-    return FontOf({"Decollage", "DejaVu Sans", "Verdana"}, QFont::Decorative, points, Weight::Bold);
+QFont Display(double points, const QString& name, int width) {
+    QFont font = FontOf({"Decollage", "DejaVu Sans", "Verdana"}, QFont::Decorative, points, Weight::Bold);
+    const int natural = QFontMetrics(font).horizontalAdvance(name);
+    if (natural > width) font.setStretch(100 * width / natural);
+    return font;
 }
 
 QFont WindowFont() {

@@ -11,7 +11,9 @@ enum class Weight { Normal, Bold };
 QFont SansSerif(double points, Weight weight = Weight::Normal);   // MS Sans Serif
 QFont CourierNew(double points, Weight weight = Weight::Normal);  // fixed pitch
 QFont Verdana(double points, Weight weight = Weight::Normal);
-QFont Display(double points);  // bold and wide, for the product name
+
+// Bold and wide, for a name that is to fill a width in pixels; where the system's face is wider it is condensed.
+QFont Display(double points, const QString& name, int width);
 
 // The font of the window and of all its controls unless said otherwise: bold, 8.25 points.
 QFont WindowFont();

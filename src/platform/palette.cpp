@@ -29,7 +29,7 @@ void ApplyFixedAppearance(QApplication& application) {
     set(QPalette::HighlightedText, Qt::white, Qt::white);
     set(QPalette::Link, QColor(0, 0, 255), grey);
     QApplication::setPalette(palette);
-    QApplication::setFont(WindowFont());
+    QApplication::setFont(SansSerif(9));
     application.setEffectEnabled(Qt::UI_AnimateMenu, false);
 }
 

@@ -1,0 +1,139 @@
+#include "shell/frm_splash.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScreen>
+
+#include "platform/dialogs.h"
+#include "platform/fonts.h"
+#include "platform/process.h"
+#include "platform/twips.h"
+
+namespace shell {
+
+namespace {
+
+constexpr int clientWidth = 6750;
+constexpr int clientHeight = 4515;
+constexpr int showMilliseconds = 2500;
+
+const QString pageAddress = QStringLiteral("https://www.velmora.example");
+
+// The blue share grows from 100 at the top to 200 at the foot.
+void PaintGradient(QPainter& painter) {
+    constexpr int step = 10;
+    for (int y = 0; y <= clientHeight; y += step) {
+        const int blue = qRound(static_cast<double>(y) / clientHeight * 100 + 100);
+        painter.fillRect(0, y, clientWidth, step, QColor(250, 250, blue));
+    }
+}
+
+}  // namespace
+
+frmSplash::frmSplash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) {
+    using platform::CourierNew;
+    using platform::Verdana;
+    using platform::Weight;
+
+    setObjectName("frmSplash");
+    setAccessibleName("About Velmora");
+    setWindowTitle(platform::ApplicationTitle);
+    setFixedSize(platform::Pixels(clientWidth), platform::Pixels(clientHeight));
+    setMouseTracking(true);
+
+    constexpr int nameLeft = 240;
+    const int nameWidth = platform::Pixels(clientWidth - 2 * nameLeft);
+    AddLabel("Label1", platform::ApplicationTitle, platform::Display(75, platform::ApplicationTitle, nameWidth),
+             QColor(0, 0, 255), nameLeft, 360);
+    AddLabel("Label3", "Version 6.2", Verdana(12, Weight::Bold), QColor(192, 0, 192), 4680, 2040);
+    Label7 = &AddLabel("Label7", "Free software under the MIT licence", Verdana(9.75), QColor(64, 0, 0), 2640, 2760);
+    AddLabel("Label2", "The Velmora developers", Verdana(11.25, Weight::Bold), QColor(0, 128, 0), 3120, 3360);
+    AddLabel("Label4", "mail: hello@velmora.example", CourierNew(9.75), QColor(192, 0, 0), 3240, 3840);
+    Label6 = &AddLabel("Label6", "webpage:", CourierNew(9.75), QColor(192, 0, 0), 960, 4080);
+    QFont link = CourierNew(9.75);
+    link.setUnderline(true);
+    Label5 = &AddLabel("Label5", pageAddress, link, QColor(0, 0, 255), 2040, 4080);
+
+    Timer1.setSingleShot(true);
+    connect(&Timer1, &QTimer::timeout, this, &frmSplash::Timer1_Timer);
+    Timer1.start(showMilliseconds);
+}
+
+void frmSplash::ShowAtStart() {
+    move(screen()->availableGeometry().center() - rect().center());
+    setAttribute(Qt::WA_ShowWithoutActivating, true);
+    show();
+    raise();
+    setAttribute(Qt::WA_ShowWithoutActivating, false);
+}
+
+void frmSplash::ShowAbout() {
+    show();
+    raise();
+    activateWindow();
+}
+
+// All labels are transparent to the mouse as well: what a click means is decided in one place.
+QLabel& frmSplash::AddLabel(const QString& name, const QString& text, const QFont& font, const QColor& colour, int left,
+                            int top) {
+    auto* label = new QLabel(text, this);
+    label->setObjectName(name);
+    label->setFont(font);
+    label->setTextFormat(Qt::PlainText);
+    QPalette colours = label->palette();
+    colours.setColor(QPalette::WindowText, colour);
+    label->setPalette(colours);
+    label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    label->move(platform::Pixels(left), platform::Pixels(top));
+    label->adjustSize();
+    return *label;
+}
+
+void frmSplash::paintEvent(QPaintEvent*) {
+    constexpr double pixelsPerTwip = 1.0 / 15.0;
+    constexpr int frameWidth = 5;
+    QPainter painter(this);
+    painter.save();
+    painter.scale(pixelsPerTwip, pixelsPerTwip);
+    PaintGradient(painter);
+    painter.restore();
+    painter.setPen(QPen(Qt::black, frameWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(0, 0, platform::Pixels(6720), platform::Pixels(4440));
+}
+
+// A click on the link opens the page, one on the two plain labels does nothing, any other hides the box.
+void frmSplash::mousePressEvent(QMouseEvent* event) {
+    const QPoint at = event->position().toPoint();
+    if (Label5->geometry().contains(at))
+        Label5_Click();
+    else if (!Label6->geometry().contains(at) && !Label7->geometry().contains(at))
+        hide();
+}
+
+// The pointer keeps its new shape for the whole window.
+void frmSplash::mouseMoveEvent(QMouseEvent* event) {
+    if (Label5->geometry().contains(event->position().toPoint())) setCursor(Qt::UpArrowCursor);
+}
+
+// Any character key hides the box; Delete, arrows and function keys are no characters.
+void frmSplash::keyPressEvent(QKeyEvent* event) {
+    if (!event->text().isEmpty() && event->key() != Qt::Key_Delete) hide();
+}
+
+void frmSplash::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    hide();
+}
+
+void frmSplash::Label5_Click() {
+    if (platform::OpenPage(pageAddress)) return;
+    platform::ShowMessage(*this, "The page could not be opened in a browser. Its address is " + pageAddress,
+                          platform::ApplicationTitle, platform::Icon::Information);
+}
+
+void frmSplash::Timer1_Timer() {
+    Timer1.stop();
+    hide();
+}
+
+}  // namespace shell
