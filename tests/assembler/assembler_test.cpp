@@ -17,7 +17,9 @@ namespace {
 using Bytes = std::vector<int>;
 
 std::string Narrow(std::u16string_view text) {
-    return {text.begin(), text.end()};
+    std::string narrow;
+    for (const char16_t character : text) narrow += character < 0x80 ? static_cast<char>(character) : '?';
+    return narrow;
 }
 
 // The bytes from 8000 up to the last that is not zero.
@@ -60,6 +62,7 @@ TEST(Assembler, SourceFormat) {
     const std::pair<std::u16string_view, Bytes> sources[] = {
         {u"", {}},
         {u"mov a,b", {0x78}},
+        {u"rz", {0xC8}},
         {u"MOV A , B", {0x78}},
         {u"MOV A B", {0x78}},
         {u"\tMOV\tA,,\t,B\t;C", {0x78}},
@@ -113,6 +116,8 @@ TEST(Assembler, FailuresTellTextAndLineAndKeepWhatWasWritten) {
         {u"MOV A,B,C", u"Bad operand - B,C", 1, {0x7C}},
         {u"MOV", u"Bad operand - ", 1, {0x7C}},
         {u"MOV B", u"Bad operand - ", 1, {0x40}},
+        {u"MOV A,B\r\nMOV A", u"Bad operand - ", 2, {0x78, 0x7C}},  // the words of one line are gone on the next
+        {u"ADI 5\r\nADI", u"Bad operand", 2, {0xC6, 5, 0xC6}},
         {u"MOV M,M", u"Bad operand - M", 1, {0x70}},
         {u"STAX H", u"Bad operand - H", 1, {0x02}},
         {u"MOV A;x", u"Bad operand - A;X", 1, {0x7C}},
@@ -168,7 +173,7 @@ TEST(Assembler, NotesLinesAndLabels) {
     EXPECT_EQ(Program(bench), (Bytes{0x3E, 6, 0x3D, 0xC2, 2, 0x80, 0x76})) << "nothing clears what lies behind";
     EXPECT_EQ(bench.codeMap.LineAt(0x8000), 3);
     EXPECT_EQ(bench.codeMap.LineAt(0x8006), 6);
-    bench.Assemble(u"NOP\r\nXYZ");
+    bench.Assemble(u"NOP\r\nTOOLONG");
     EXPECT_EQ(bench.codeMap.LineAt(0x8001), 2) << "the failing line is noted";
 }
 

@@ -71,6 +71,7 @@ TEST(InstructionTable, FindsByMnemonicAndByTheBeginningOfOperands) {
     EXPECT_EQ(opcode(u"STAX", u"H"), -1);
     EXPECT_EQ(opcode(u"LXI", u"BCD"), -1);
     EXPECT_EQ(opcode(u"MOV", u"A", u"B"), 0x78);
+    EXPECT_EQ(opcode(u"MOV", u"AX", u"B"), 0x78);
     EXPECT_EQ(opcode(u"MOV", u"M", u"M"), -1);
 }
 

@@ -16,7 +16,7 @@ TEST(SourcePreparation, SplitsBehindEveryColonThatDoesNotEndItsLine) {
         {u"LOOP:\tNOP", {5}},
         {u"LOOP: ;again", {6}},
         {u"A: B:", {3, 5}},
-        {u"A::\r\n", {2}},
+        {u"A::B", {2, 3}},
         {u"; note: hello", {8}},
         {u"A:\nNOP", {2}},
     };

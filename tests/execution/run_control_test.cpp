@@ -131,9 +131,13 @@ TEST_F(RunControlTest, StopLeavesTheMachineWhereItIs) {
 
     // Stop in the very yield in which the program ends
     machine.PC = 0x8002;
+    machine.Memory[0x8001] = 0x76;
     onYield = [this] { control.Stop(); };
     EXPECT_EQ(Run(), "running|yield|regs|memory|clear|assembled");
     EXPECT_EQ(machine.PC, 0x8003);
+    machine.PC = 0x8001;
+    EXPECT_EQ(Run(), "running|yield|regs|memory|clear|assembled");
+    EXPECT_TRUE(machine.Halted);
 }
 
 TEST_F(RunControlTest, ACodeThatIsNoInstructionSpinsUntilStop) {
@@ -192,7 +196,10 @@ TEST_F(RunControlTest, AnEditDuringARunCostsTheProgramButNotStop) {
 TEST_F(RunControlTest, ARefusalIsShownAndTheNextCommandTriesAgain) {
     Load(u"LXI SP,1\r\nPUSH B");
     EXPECT_EQ(Run(), "running|yield|regs|memory|line 2|refusal|assembled");
-    EXPECT_EQ(SlowRun(), "running|regs|memory|line 2|refusal|assembled");
+    machine.SP = 2;
+    EXPECT_EQ(Run(), ReportedRun("7.15", "22"));
+
+    EXPECT_EQ(SlowRun(), "running|regs|memory|line 2|yield|regs|memory|line 2|refusal|assembled");
     EXPECT_EQ(Step(), "regs|memory|line 2|refusal");
     EXPECT_EQ(machine.PC, 0x8003);
     EXPECT_EQ(machine.TStates, 10);
