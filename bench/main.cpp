@@ -10,12 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "machine/code_map.h"
-#include "machine/machine_state.h"
-#include "platform/palette.h"
 #include "platform/process.h"
-#include "shell/frm_main.h"
-#include "shell/frm_splash.h"
+#include "shell/workbench.h"
 
 namespace {
 
@@ -93,14 +89,9 @@ private:
 // What the benchmark of the start measures: the program's own start, up to the first moment at which it is idle.
 int StartWindow(int argc, char** argv) {
     QApplication application(argc, argv);
-    platform::ApplyFixedAppearance(application);
-    const auto machine = std::make_unique<m8085::MachineState>();
-    const auto codeMap = std::make_unique<m8085::CodeMap>();
-    shell::frmSplash splash;
-    shell::frmMain window(
-        *machine, *codeMap, [] {}, [] {});
-    window.showMaximized();
-    splash.ShowAtStart();
+    shell::Prepare(application);
+    shell::Workbench workbench([] {});
+    workbench.Start();
     QCoreApplication::processEvents();
     QFile statistics("/proc/self/statm");
     constexpr double pagesPerMegabyte = 256;
@@ -123,7 +114,7 @@ int main(int argc, char** argv) {
     int count = static_cast<int>(arguments.size());
     benchmark::Initialize(&count, arguments.data());
     QApplication application(argc, argv);
-    platform::ApplyFixedAppearance(application);
+    shell::Prepare(application);
     BoundsReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     return reporter.AllHold() ? 0 : 1;

@@ -14,15 +14,10 @@
 #include <QTest>
 #include <QTimer>
 #include <cstdio>
-#include <memory>
 #include <random>
 
-#include "machine/code_map.h"
-#include "machine/machine_state.h"
-#include "platform/palette.h"
 #include "platform/program_text.h"
-#include "shell/frm_main.h"
-#include "shell/frm_splash.h"
+#include "shell/workbench.h"
 
 namespace {
 
@@ -30,9 +25,8 @@ class Monkey {
 public:
     Monkey(int eventCount, unsigned seed) : remaining(eventCount), random(seed) {
         QDir::setCurrent(folder.path());
-        splash.ShowAtStart();
-        window.resize(820, 620);
-        window.show();
+        workbench.Start();
+        window.showNormal();
     }
 
     void Start() {
@@ -100,22 +94,22 @@ private:
     QWidget& AnyWindow() {
         QWidgetList visible;
         for (QWidget* widget : QApplication::topLevelWidgets())
-            if (widget->isVisible() && widget != &splash && widget->inherits("QMenu") == false) visible += widget;
-        return visible.isEmpty() ? window
-                                 : *visible[static_cast<qsizetype>(Below(static_cast<std::size_t>(visible.size())))];
+            if (widget->isVisible() && widget != &workbench.Splash && widget->inherits("QMenu") == false)
+                visible += widget;
+        return visible.isEmpty() ? window : *Any(visible);
     }
 
     void PressButton(QWidget& parent) {
         const auto buttons = parent.findChildren<QAbstractButton*>();
         if (buttons.isEmpty()) return;
-        QAbstractButton* button = buttons[static_cast<qsizetype>(Below(static_cast<std::size_t>(buttons.size())))];
+        QAbstractButton* button = Any(buttons);
         if (button->isVisible() && button->isEnabled()) QTest::mouseClick(button, Qt::LeftButton);
     }
 
     // All menu commands but those that start other programs.
     void TriggerAction() {
         const auto actions = window.findChildren<QAction*>();
-        QAction* action = actions[static_cast<qsizetype>(Below(static_cast<std::size_t>(actions.size())))];
+        QAction* action = Any(actions);
         if (!action->objectName().startsWith("mnu") || action->objectName() == "mnuCalculator") return;
         action->trigger();
     }
@@ -144,35 +138,23 @@ private:
         static constexpr Qt::KeyboardModifier modifiers[] = {Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier,
                                                              Qt::ControlModifier};
         if (target == nullptr) target = &window;
-        QTest::keyClick(target, keys[Below(std::size(keys))], modifiers[Below(std::size(modifiers))]);
+        QTest::keyClick(target, Any(keys), Any(modifiers));
     }
 
     QString AnyText() {
-        static const QStringList texts = {"mvi a,5\n",
-                                          "loop: inr a\n",
-                                          "jmp loop\n",
-                                          "push psw\n",
-                                          "pop b\n",
-                                          "hlt\n",
-                                          "lxi sp,1\n",
-                                          "call loop\n",
-                                          "ret\n",
-                                          "shld ffff\n",
-                                          "; note: x\n",
-                                          "daa\n",
-                                          "foo bar\n",
-                                          "\t",
-                                          ":",
-                                          "A000",
-                                          "fe00",
-                                          "ffff",
-                                          "-1",
-                                          "512",
-                                          "2.5",
-                                          "",
-                                          QString::fromUtf8("\xC3\xA9\xF0\x9F\x98\x80"),
-                                          QString(300, 'x')};
-        return texts[static_cast<qsizetype>(Below(static_cast<std::size_t>(texts.size())))];
+        static const QStringList texts =
+            QString::fromUtf8(
+                "mvi a,5\n|loop: inr a\n|jmp loop\n|push psw\n|pop b\n|hlt\n|lxi sp,1\n|call loop\n|ret\n|"
+                "shld ffff\n|; note: x\n|daa\n|foo bar\n|\t|:|A000|fe00|ffff|-1|512|2.5||\xC3\xA9\xF0\x9F\x98\x80")
+                .split('|');
+        return Any(texts);
+    }
+
+    // One of a list that is not empty.
+    template <class List>
+    auto Any(const List& list) -> decltype(list[0]) {
+        using Index = decltype(std::size(list));
+        return list[static_cast<Index>(Below(static_cast<std::size_t>(std::size(list))))];
     }
 
     std::size_t Below(std::size_t limit) { return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random); }
@@ -180,10 +162,8 @@ private:
     int remaining;
     std::mt19937 random;
     QTemporaryDir folder;
-    std::unique_ptr<m8085::MachineState> machine = std::make_unique<m8085::MachineState>();
-    std::unique_ptr<m8085::CodeMap> codeMap = std::make_unique<m8085::CodeMap>();
-    shell::frmSplash splash;
-    shell::frmMain window{*machine, *codeMap, [this] { splash.ShowAbout(); }, [] {}};
+    shell::Workbench workbench{[] {}};
+    shell::frmMain& window = workbench.Window;
 };
 
 }  // namespace
@@ -193,8 +173,7 @@ int main(int argc, char** argv) {
     qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    platform::ApplyFixedAppearance(application);
+    shell::Prepare(application);
 
     const int events = argc > 1 ? QByteArray(argv[1]).toInt() : 3000;
     const unsigned seed = argc > 2 ? QByteArray(argv[2]).toUInt() : std::random_device()();

@@ -17,30 +17,25 @@
 #include <QTest>
 #include <QTimer>
 #include <cstdio>
-#include <memory>
+#include <cstdlib>
 
-#include "machine/code_map.h"
-#include "machine/machine_state.h"
-#include "platform/palette.h"
 #include "platform/program_text.h"
-#include "shell/frm_main.h"
-#include "shell/frm_splash.h"
+#include "shell/workbench.h"
 
 namespace {
 
-// A window with a machine of its own, and what a user does to it.
-class Workbench {
+// The whole program, and what a user does to it.
+class Tour : public shell::Workbench {
 public:
-    Workbench() {
-        window.resize(800, 590);
-        window.show();
-        window.activateWindow();
+    Tour() : Workbench([] {}) {
+        Window.show();
+        Window.activateWindow();
         QCoreApplication::processEvents();
     }
 
     template <class Control>
     Control& Find(const char* name) {
-        return *window.findChild<Control*>(name);
+        return *Window.findChild<Control*>(name);
     }
 
     platform::ProgramText& Editor() { return Find<platform::ProgramText>("txtCode"); }
@@ -81,97 +76,85 @@ public:
         Find<QAction>("mnuSave").trigger();
     }
 
-    void TakePicture(const QString& folder, const QString& name) {
+    void TakePicture(QWidget& widget, const QString& folder, const QString& name) {
         QCoreApplication::processEvents();
-        window.grab().save(QDir(folder).filePath(name + ".png"));
+        const QString path = QDir(folder).filePath(name + ".png");
+        if (widget.grab().save(path)) return;
+        std::printf("%s cannot be written\n", qPrintable(path));
+        std::exit(1);
     }
-
-    void ShowSplash(const QString& folder, const QString& name) {
-        splash.ShowAbout();
-        QCoreApplication::processEvents();
-        splash.grab().save(QDir(folder).filePath(name + ".png"));
-        splash.hide();
-    }
-
-    shell::frmMain& Window() { return window; }
-
-private:
-    std::unique_ptr<m8085::MachineState> machine = std::make_unique<m8085::MachineState>();
-    std::unique_ptr<m8085::CodeMap> codeMap = std::make_unique<m8085::CodeMap>();
-    shell::frmSplash splash;
-    shell::frmMain window{*machine, *codeMap, [] {}, [] {}};
 };
 
-bool Visit(Workbench& bench, const QString& path, const QString& pictures) {
+bool Visit(Tour& tour, const QString& path, const QString& pictures) {
     const QString name = QFileInfo(path).completeBaseName();
-    if (!bench.Load(path)) {
+    if (!tour.Load(path)) {
         std::printf("%s: cannot be read\n", qPrintable(name));
         return false;
     }
-    const QString failure = bench.Press("cmdCompile");
-    const QString message = failure.isEmpty() ? bench.Press("cmdRun") : failure;
+    const QString failure = tour.Press("cmdCompile");
+    const QString message = failure.isEmpty() ? tour.Press("cmdRun") : failure;
     std::printf("%s: %s\n", qPrintable(name), qPrintable(message));
-    if (!pictures.isEmpty()) bench.TakePicture(pictures, name);
-    return failure.isEmpty();
+    if (!pictures.isEmpty()) tour.TakePicture(tour.Window, pictures, name);
+    return message.startsWith("End of code encountered.");
 }
 
 bool VisitAll(const QStringList& programs, const QString& pictures) {
-    Workbench bench;
+    Tour tour;
     const QTemporaryDir folder;
     const QString typed = folder.filePath("typed.asm");
-    bench.TypeAndSave(typed);
+    tour.TypeAndSave(typed);
     std::printf("typed.asm: saved, %lld bytes\n", static_cast<long long>(QFileInfo(typed).size()));
-    bool good = QFileInfo(typed).size() > 0 && Visit(bench, typed, pictures);
-    for (const QString& path : programs) good = Visit(bench, path, pictures) && good;
+    bool good = QFileInfo(typed).size() > 0 && Visit(tour, typed, pictures);
+    for (const QString& path : programs) good = Visit(tour, path, pictures) && good;
     return good;
 }
 
-void TakeAssistantPictures(Workbench& bench, const QString& folder) {
-    bench.Press("cmdCodeAssistant");
-    bench.TakePicture(folder, "code-assistant");
-    for (QPushButton* button : bench.Find<QWidget>("frmCA").findChildren<QPushButton*>())
+void TakeAssistantPictures(Tour& tour, const QString& folder) {
+    tour.Press("cmdCodeAssistant");
+    tour.TakePicture(tour.Window, folder, "code-assistant");
+    for (QPushButton* button : tour.Find<QWidget>("frmCA").findChildren<QPushButton*>())
         if (button->text() == "MVI") button->click();
-    bench.TakePicture(folder, "register-keypad");
-    for (QPushButton* button : bench.Find<QWidget>("frmCA3").findChildren<QPushButton*>())
+    tour.TakePicture(tour.Window, folder, "register-keypad");
+    for (QPushButton* button : tour.Find<QWidget>("frmCA3").findChildren<QPushButton*>())
         if (button->text() == "A") button->click();
-    bench.TakePicture(folder, "hex-keypad");
-    bench.Press("cmdCodeAssistant");
+    tour.TakePicture(tour.Window, folder, "hex-keypad");
+    tour.Press("cmdCodeAssistant");
 }
 
-void TakeSaveDialogPicture(Workbench& bench, const QString& folder) {
-    bench.Find<QAction>("mnuSaveData").trigger();
-    auto* dialog = bench.Window().findChild<QDialog*>("frmSave");
+void TakeSaveDialogPicture(Tour& tour, const QString& folder) {
+    tour.Find<QAction>("mnuSaveData").trigger();
+    auto* dialog = tour.Window.findChild<QDialog*>("frmSave");
     dialog->findChild<QLineEdit*>("Text1")->setText("9000");
     dialog->findChild<QLineEdit*>("Text2")->setText("90ff");
     dialog->findChild<QPushButton*>("Command1")->click();
     dialog->findChild<QLineEdit*>("Text3")->setText("numbers.dat");
-    QCoreApplication::processEvents();
-    dialog->grab().save(QDir(folder).filePath("save-data.png"));
+    tour.TakePicture(*dialog, folder, "save-data");
     dialog->close();
 }
 
 bool TakeGuidePictures(const QString& program, const QString& folder) {
-    Workbench bench;
-    if (!bench.Load(program)) return false;
-    bench.Press("cmdCompile");
-    bench.TakePicture(folder, "window");
-    for (int step = 0; step < 12; ++step) bench.Press("cmdSingleStep");
-    bench.TakePicture(folder, "stepping");
+    Tour tour;
+    if (!tour.Load(program)) return false;
+    tour.Press("cmdCompile");
+    tour.TakePicture(tour.Window, folder, "window");
+    for (int step = 0; step < 12; ++step) tour.Press("cmdSingleStep");
+    tour.TakePicture(tour.Window, folder, "stepping");
 
-    auto& grid = bench.Find<QTableView>("grdRAM");
+    auto& grid = tour.Find<QTableView>("grdRAM");
     grid.setCurrentIndex(grid.model()->index(2, 3));
     QTest::keyClicks(QApplication::focusWidget(), "2a");
-    bench.TakePicture(folder, "memory-edit");
+    tour.TakePicture(tour.Window, folder, "memory-edit");
 
-    bench.Editor().SetText(u"; add two numbers\r\nmvi a,12\r\nadi 3g\r\nhlt\r\n");
-    bench.Press("cmdCompile");
-    bench.TakePicture(folder, "error");
+    tour.Editor().SetText(u"; add two numbers\r\nmvi a,12\r\nadi 3g\r\nhlt\r\n");
+    tour.Press("cmdCompile");
+    tour.TakePicture(tour.Window, folder, "error");
 
-    bench.Editor().SetText(u"mvi b,12\r\n");
-    bench.Editor().SetSelectionStart(bench.Editor().Length());
-    TakeAssistantPictures(bench, folder);
-    TakeSaveDialogPicture(bench, folder);
-    bench.ShowSplash(folder, "about");
+    tour.Editor().SetText(u"mvi b,12\r\n");
+    tour.Editor().SetSelectionStart(tour.Editor().Length());
+    TakeAssistantPictures(tour, folder);
+    TakeSaveDialogPicture(tour, folder);
+    tour.Splash.ShowAbout();
+    tour.TakePicture(tour.Splash, folder, "about");
     return true;
 }
 
@@ -182,8 +165,7 @@ int main(int argc, char** argv) {
     qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    platform::ApplyFixedAppearance(application);
+    shell::Prepare(application);
 
     const QStringList arguments = QApplication::arguments().mid(1);
     if (arguments.size() == 3 && arguments.constFirst() == "--guide")

@@ -58,11 +58,8 @@ EntryStep InstructionEntry::CAGetOperand(std::u16string text) {
     ++CAOperandIndex;
 
     if (operand == "I8") return GetDigits(std::move(text), 2);
-    if (operand == "I16") {
-        const bool isBranch = Mnemonic().starts_with('J') || Mnemonic().starts_with('C');
-        if (isBranch) return {std::move(text), NextEntry::Label};
-        return GetDigits(std::move(text), 4);
-    }
+    if (m8085::TakesLabel(CAMnemonicPos)) return {std::move(text), NextEntry::Label};
+    if (operand == "I16") return GetDigits(std::move(text), 4);
     return {std::move(text), NextEntry::Register};
 }
 

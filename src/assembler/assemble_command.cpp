@@ -31,9 +31,10 @@ void AssembleCommand::Assemble() {
     if (RefuseExcessLength()) return;
 
     const Assembly assembly = AssembleProgram(ConvertLineEnds(document.txtCode().Text()), machine, codeMap);
+    memoryGrid.RefreshCurrentCell();
     runCommands.SetAssembled(assembly.Succeeded);
     if (!assembly.Succeeded) {
-        document.GotoLine(assembly.AsmErrorLine);
+        runCommands.GotoLine(assembly.AsmErrorLine);
         Report(QString::fromStdU16String(assembly.AsmErrorText));
         return;
     }

@@ -20,7 +20,7 @@ public:
     // The button's command, which shows the new memory in the grid.
     void cmdCompile_Click();
 
-    // The menu's command, which leaves the grid as it is. Does nothing during a run.
+    // The menu's command, which leaves the grid as it is but for the cell being edited. Does nothing during a run.
     void Assemble();
 
 private:

@@ -87,7 +87,7 @@ private:
     m8085::CodeMap& codeMap;
     Assembly result;
 
-    std::int32_t LocationCounter = ProgramOrigin;
+    std::int32_t LocationCounter = m8085::ProgramOrigin;
     std::int16_t LineCounter = 0;
     State state = State::BeforeFirst;
     std::size_t wordStart = 0;
@@ -182,8 +182,7 @@ bool Translation::TranslateFirstOperand(int& anchor) {
     if (column.empty()) return true;
     if (column == "I8") return EmitByte(W2);
     if (column != "I16") return SelectByFirstOperand(anchor);
-    const bool branch = W1.front() == u'J' || W1.front() == u'C';
-    return branch ? EmitReference() : EmitWord(W2);
+    return m8085::TakesLabel(anchor) ? EmitReference() : EmitWord(W2);
 }
 
 bool Translation::TranslateSecondOperand(int& anchor) {

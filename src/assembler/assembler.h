@@ -9,8 +9,6 @@
 
 namespace assembler {
 
-inline constexpr std::int32_t ProgramOrigin = 0x8000;
-
 // Characters in UTF-16 units, the line feed after the last line included.
 inline constexpr std::size_t LongestPreparedText = 32766;
 

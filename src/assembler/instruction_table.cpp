@@ -188,4 +188,9 @@ std::string_view OperandAt(int anchor, int column) {
     return RowText(anchor, 6 + 4 * (column - 1), OperandColumnWidth);
 }
 
+bool TakesLabel(int anchor) {
+    const char initial = MnemonicAt(anchor).front();
+    return OperandAt(anchor, 1) == "I16" && (initial == 'J' || initial == 'C');
+}
+
 }  // namespace m8085

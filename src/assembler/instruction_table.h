@@ -34,5 +34,7 @@ std::uint8_t OpcodeAt(int anchor);
 std::string_view MnemonicAt(int anchor);  // without padding
 // column is 1 or 2; without padding, so empty where the instruction has no such operand
 std::string_view OperandAt(int anchor, int column);
+// Whether the first operand is a label: that of all jumps and calls is, and of nothing else.
+bool TakesLabel(int anchor);
 
 }  // namespace m8085

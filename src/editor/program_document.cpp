@@ -29,21 +29,24 @@ std::optional<ProgramFile> ReadProgramFile(const QString& path) {
 
 }  // namespace
 
-ProgramDocument::ProgramDocument(m8085::MachineState& machineState, QWidget* parent)
-    : QObject(parent), machine(machineState), text(*new platform::ProgramText(parent)), ProgramFileName(untitled) {
+ProgramDocument::ProgramDocument(QWidget* parent)
+    : QObject(parent), text(*new platform::ProgramText(parent)), ProgramFileName(untitled) {
     // The first pass over the empty text comes before anyone listens: to the toolkit it is a change.
     (new ProgramHighlighter(text.document()))->rehighlight();
     connect(&text, &platform::ProgramText::TextChanged, this, &ProgramDocument::txtCode_Change);
 }
 
-// The order of the last two steps matters: emptying the text sets the mark, and it is taken away again.
+bool ProgramDocument::OfferToSave() {
+    using platform::Answer;
+    if (!ProgramChanged) return true;
+    const Answer answer = platform::AskYesNoCancel(text, "Program has changed. Save changes?", "Save?");
+    if (answer == Answer::Yes) mnuSave_Click();
+    return answer != Answer::Cancel;
+}
+
+// The text goes whatever became of the saving. Emptying it sets the mark, which is then taken away again.
 void ProgramDocument::mnuNew_Click() {
-    if (ProgramChanged) {
-        using platform::Answer;
-        const Answer answer = platform::AskYesNoCancel(text, "Program has changed. Save changes?", "Save?");
-        if (answer == Answer::Cancel) return;
-        if (answer == Answer::Yes) mnuSave_Click();
-    }
+    if (!OfferToSave()) return;
     ProgramFileName = untitled;
     encoding = Encoding::Utf8;
     if (text.Length() > 0) text.SetText({});
@@ -103,7 +106,6 @@ void ProgramDocument::mnuSelectAll_Click() {
 }
 
 void ProgramDocument::GotoLine(int line) {
-    if (line == 0) machine.Halted = true;
     text.SelectLine(line);
 }
 

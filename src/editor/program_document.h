@@ -3,7 +3,6 @@
 #include <QObject>
 
 #include "editor/program_file.h"
-#include "machine/machine_state.h"
 #include "platform/file_dialog.h"
 #include "platform/program_text.h"
 
@@ -19,7 +18,7 @@ class ProgramDocument : public QObject {
     Q_OBJECT
 
 public:
-    ProgramDocument(m8085::MachineState& machineState, QWidget* parent);
+    explicit ProgramDocument(QWidget* parent);
 
     platform::ProgramText& txtCode() { return text; }
     platform::FileDialog& cDialog() { return fileDialog; }
@@ -33,8 +32,10 @@ public:
     void mnuPaste_Click();
     void mnuSelectAll_Click();
 
-    // Selects a source line, counted from 1. Line 0 is that of an address with no instruction: it halts the machine and
-    // clears the selection. A line that the text does not have clears the selection.
+    // If the text has changed, asks whether to save it, and saves it or not. False if the answer was Cancel.
+    bool OfferToSave();
+
+    // Selects a source line, counted from 1; for 0 and for a line that the text does not have it clears the selection.
     void GotoLine(int line);
 
     void ClearSelection();
@@ -50,7 +51,6 @@ private:
     void WriteFileName();
     bool WriteProgramFile();
 
-    m8085::MachineState& machine;
     platform::ProgramText& text;
     platform::FileDialog fileDialog;
     QString ProgramFileName;

@@ -1,8 +1,5 @@
 #include "execution/command_buttons.h"
 
-#include <array>
-#include <utility>
-
 namespace execution {
 
 namespace {
@@ -28,24 +25,19 @@ CommandButtons::CommandButtons(QWidget* parent)
 // The toolkit would hand the focus of a disabled button to the next control in the tab order, which may be a text box
 // that then writes an old value back.
 void CommandButtons::Enable(const EnabledCommands& enabled) {
-    const std::array<std::pair<platform::Button*, bool>, 8> states = {{{&cmdCompile, enabled.Compile},
-                                                                       {&cmdSingleStep, enabled.SingleStep},
-                                                                       {&cmdRun, enabled.Run},
-                                                                       {&cmdSlowRun, enabled.SlowRun},
-                                                                       {&cmdHalt, enabled.Halt},
-                                                                       {&cmdReset, enabled.Reset},
-                                                                       {&cmdCodeAssistant, enabled.CodeAssistant},
-                                                                       {&cmdDelay, enabled.Delay}}};
+    const std::array<bool, 8> on = {enabled.Compile, enabled.SingleStep, enabled.Run,           enabled.SlowRun,
+                                    enabled.Halt,    enabled.Reset,      enabled.CodeAssistant, enabled.Delay};
+    const auto buttons = All();
     // The window need not be active: a message box over it may just have closed.
     const QWidget* focused = cmdRun.window()->focusWidget();
     bool focusIsLost = false;
-    for (const auto& [button, on] : states) {
-        if (on) button->setEnabled(true);
-        focusIsLost = focusIsLost || (!on && button == focused);
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+        if (on[i]) buttons[i]->setEnabled(true);
+        focusIsLost = focusIsLost || (!on[i] && buttons[i] == focused);
     }
     if (focusIsLost) (enabled.Halt ? cmdHalt : enabled.Run ? cmdRun : cmdCompile).setFocus();
-    for (const auto& [button, on] : states)
-        if (!on) button->setEnabled(false);
+    for (std::size_t i = 0; i < buttons.size(); ++i)
+        if (!on[i]) buttons[i]->setEnabled(false);
 }
 
 }  // namespace execution

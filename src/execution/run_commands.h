@@ -21,6 +21,7 @@ public:
     void cmdHalt_Click() { control.Stop(); }
     void cmdReset_Click() { control.Reset(); }
 
+    void GotoLine(int line) { control.GotoLine(line); }
     bool IsRunning() const { return control.IsRunning(); }
     void SetAssembled(bool success) { control.SetAssembled(success); }
     void LoseProgram() { control.LoseProgram(); }

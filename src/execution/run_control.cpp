@@ -50,7 +50,7 @@ void RunControl::SlowRun() {
             ReportRefusal();
             break;
         }
-        GotoCurrentLine();
+        GotoLine(codeMap.LineAt(machine.PC));
         view.Yield();
     }
     EndRun();
@@ -70,7 +70,7 @@ void RunControl::StepProgram() {
     if (WasRefused())
         ReportRefusal();
     else
-        GotoCurrentLine();
+        GotoLine(codeMap.LineAt(machine.PC));
 }
 
 void RunControl::Stop() {
@@ -109,9 +109,7 @@ void RunControl::Enter(CommandState newState) {
     view.ShowCommandState(state);
 }
 
-// An address with no source line is the end of the code.
-void RunControl::GotoCurrentLine() {
-    const int line = codeMap.LineAt(machine.PC);
+void RunControl::GotoLine(int line) {
     if (line == 0) machine.Halted = true;
     view.GotoLine(line);
 }
@@ -139,7 +137,7 @@ void RunControl::ResetMachine() {
 }
 
 void SetToProgramStart(m8085::MachineState& machine) {
-    machine.PC = 0x8000;
+    machine.PC = m8085::ProgramOrigin;
     machine.SP = 0xFFF0;
     machine.TStates = 0;
 }

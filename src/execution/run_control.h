@@ -49,6 +49,9 @@ public:
     // The outcome of an assembly.
     void SetAssembled(bool success);
 
+    // Shows a source line, counted from 1. Line 0, that of an address with no instruction, halts the machine.
+    void GotoLine(int line);
+
     CommandState State() const { return state; }
     bool IsRunning() const { return state == CommandState::Running; }
 
@@ -59,7 +62,6 @@ private:
     void StartRun();
     void EndRun();
     void Enter(CommandState newState);
-    void GotoCurrentLine();
     void ShowMachine();
     bool WasRefused() const;
     void ReportRefusal();

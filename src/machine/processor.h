@@ -13,6 +13,10 @@ namespace m8085 {
 
 inline constexpr int MemorySize = 65536;
 inline constexpr int PortCount = 256;
+
+// Where programs are assembled to and begin.
+inline constexpr std::int32_t ProgramOrigin = 0x8000;
+
 inline constexpr std::int32_t LastFetchAddress = MemorySize - 3;
 
 using MemoryBytes = std::array<std::uint8_t, MemorySize>;

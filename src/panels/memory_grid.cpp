@@ -32,9 +32,9 @@ bool IsDataCell(const QModelIndex& cell) {
 
 }  // namespace
 
-MemoryGrid::MemoryGrid(m8085::MachineState& machine, ColumnList& columnList, std::function<void()> loseProgram,
+MemoryGrid::MemoryGrid(m8085::MachineState& machine, ColumnList& columnList, std::function<void()> whenCleared,
                        QWidget* parent)
-    : QGroupBox("Memory", parent), state(machine), columns(columnList), forgetProgram(std::move(loseProgram)) {
+    : QGroupBox("Memory", parent), state(machine), columns(columnList), loseProgram(std::move(whenCleared)) {
     setObjectName("frmRAM");
     setFont(platform::WindowFont());
     AddButtons();
@@ -96,10 +96,17 @@ void MemoryGrid::RefreshRAMDisplay() {
     GiveEditorTheCurrentByte();
 }
 
+void MemoryGrid::RefreshCurrentCell() {
+    const QModelIndex cell = grdRAM->currentIndex();
+    if (!IsDataCell(cell)) return;
+    model->SetByte(cell, model->Cells().LiveByte(state, cell.row(), cell.column()));
+    GiveEditorTheCurrentByte();
+}
+
 void MemoryGrid::cmdClear_Click() {
     state.Memory.fill(0);
     RefreshRAMDisplay();
-    forgetProgram();
+    loseProgram();
 }
 
 void MemoryGrid::cmdAdd_Click() {

@@ -19,8 +19,8 @@ class MemoryGrid : public QGroupBox {
     Q_OBJECT
 
 public:
-    // loseProgram is called when Clear has wiped the assembled program from memory.
-    MemoryGrid(m8085::MachineState& machine, ColumnList& columnList, std::function<void()> loseProgram,
+    // whenCleared is called when Clear has wiped the assembled program from memory.
+    MemoryGrid(m8085::MachineState& machine, ColumnList& columnList, std::function<void()> whenCleared,
                QWidget* parent);
 
     // Sets the grid up for the columns of the list, with cells that are empty until RefreshRAMDisplay fills them. The
@@ -31,6 +31,10 @@ public:
     void RefreshRAMDisplay();
 
     // The commands of the buttons and of their twins in the Memory menu.
+    // Rewrites the current cell alone, for a command that changes memory and leaves the grid as it is: the editor over
+    // the cell must not write an old byte back when a key is released or the cell is left.
+    void RefreshCurrentCell();
+
     void cmdClear_Click();
     void cmdAdd_Click();
     void cmdRemove_Click();
@@ -59,7 +63,7 @@ private:
 
     m8085::MachineState& state;
     ColumnList& columns;
-    std::function<void()> forgetProgram;
+    std::function<void()> loseProgram;
 
     MemoryModel* model = nullptr;
     platform::Grid* grdRAM = nullptr;

@@ -37,6 +37,12 @@ std::string MemorySnapshot::Text(int row, int column) const {
     return m8085::FormatHexLong(PairOf(column).Start + row);
 }
 
+std::uint8_t MemorySnapshot::LiveByte(const m8085::MachineState& machine, int row, int column) const {
+    if (isEmpty) return 0;
+    const auto address = static_cast<std::size_t>(PairOf(column).Start + row);
+    return IsPort(column) ? machine.Ports[address] : machine.Memory[address];
+}
+
 void MemorySnapshot::Store(m8085::MachineState& machine, int row, int column, std::uint8_t byte) const {
     if (isEmpty) return;
     const auto address = static_cast<std::size_t>(PairOf(column).Start + row);

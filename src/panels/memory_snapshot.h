@@ -41,6 +41,9 @@ public:
         pairs[static_cast<std::size_t>(column / 2)].Bytes[static_cast<std::size_t>(row)] = byte;
     }
 
+    // The byte that the machine has now where the data cell shows one; 0 for an empty cell.
+    std::uint8_t LiveByte(const m8085::MachineState& machine, int row, int column) const;
+
     // Puts a byte where the data cell shows one: into memory, or into the ports from the last column, at the address
     // shown on its left. An empty cell shows none, and nothing is stored.
     void Store(m8085::MachineState& machine, int row, int column, std::uint8_t byte) const;

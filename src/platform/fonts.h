@@ -7,7 +7,7 @@ namespace platform {
 enum class Weight { Normal, Bold };
 
 // Fonts by their size in points. Sizes are set in pixels at the scale of the layout, so that text and layout grow
-// together. Each family has metric-compatible substitutes for systems that lack it.
+// together. Each family has substitutes of like width for systems that lack it.
 QFont SansSerif(double points, Weight weight = Weight::Normal);   // MS Sans Serif
 QFont CourierNew(double points, Weight weight = Weight::Normal);  // fixed pitch
 QFont Verdana(double points, Weight weight = Weight::Normal);

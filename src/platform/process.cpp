@@ -14,11 +14,8 @@ QString ProgramDirectory() {
 }
 
 bool StartAnyProgram(const QStringList& names) {
-    return std::any_of(names.begin(), names.end(), [](const QString& name) {
-        QStringList words = QProcess::splitCommand(name);
-        const QString program = words.takeFirst();
-        return QProcess::startDetached(program, words);
-    });
+    return std::any_of(names.begin(), names.end(),
+                       [](const QString& name) { return QProcess::startDetached(name, {}); });
 }
 
 QStringList CalculatorPrograms() {

@@ -10,13 +10,11 @@ QString GetSetting(const QString& application, const QString& section, const QSt
         .toString();
 }
 
-void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value) {
-    QSettings(QSettings::NativeFormat, QSettings::UserScope, application, application)
-        .setValue(section + '/' + key, value);
-}
-
-void FlushSettings(const QString& application) {
-    QSettings(QSettings::NativeFormat, QSettings::UserScope, application, application).sync();
+void SaveSettings(const QString& application, const QString& section, const QMap<QString, QString>& values) {
+    QSettings store(QSettings::NativeFormat, QSettings::UserScope, application, application);
+    for (auto value = values.begin(); value != values.end(); ++value)
+        store.setValue(section + '/' + value.key(), value.value());
+    store.sync();
 }
 
 }  // namespace platform

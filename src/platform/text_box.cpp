@@ -1,17 +1,23 @@
 #include "platform/text_box.h"
 
+#include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QMenuBar>
+#include <utility>
+
+#include "platform/keys.h"
 
 namespace platform {
 
 TextBox::TextBox(const QString& name, QWidget* parent) : QLineEdit(parent) {
     setObjectName(name);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget*, const QWidget* focused) { FollowFocus(focused); });
 }
 
 void TextBox::keyPressEvent(QKeyEvent* event) {
-    const QString text = event->text();
-    if (acceptsKey && !text.isEmpty() && event->key() != Qt::Key_Delete && !acceptsKey(text.front().unicode())) {
+    if (acceptsKey && IsCharacterKey(*event) && !acceptsKey(event->text().front().unicode())) {
         event->accept();
         return;
     }
@@ -23,13 +29,17 @@ void TextBox::keyReleaseEvent(QKeyEvent* event) {
     if (!event->isAutoRepeat()) emit KeyReleased(event->key());
 }
 
-void TextBox::focusOutEvent(QFocusEvent* event) {
-    QLineEdit::focusOutEvent(event);
-    if (IsLeavingControl(event->reason())) emit LostFocus();
+void TextBox::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    holdsFocus = true;
 }
 
-bool IsLeavingControl(Qt::FocusReason reason) {
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
+// The box may have lost the keys long before, to a menu or to a message box. What counts is that another control of its
+// window has them now.
+void TextBox::FollowFocus(const QWidget* focused) {
+    const bool elsewhere = focused != nullptr && focused != this && focused->window() == window() &&
+                           qobject_cast<const QMenuBar*>(focused) == nullptr;
+    if (elsewhere && std::exchange(holdsFocus, false)) emit LostFocus();
 }
 
 }  // namespace platform

@@ -24,13 +24,13 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
-    std::function<bool(int character)> acceptsKey;
-};
+    void FollowFocus(const QWidget* focused);
 
-// Whether a focus-out event means that another control of the same window has the focus now.
-bool IsLeavingControl(Qt::FocusReason reason);
+    std::function<bool(int character)> acceptsKey;
+    bool holdsFocus = false;  // of all the controls of its window it had the focus last
+};
 
 }  // namespace platform

@@ -1,9 +1,11 @@
 #include "shell/frm_main.h"
 
 #include <QCloseEvent>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScrollArea>
 #include <QShortcut>
+#include <algorithm>
 
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
@@ -32,12 +34,20 @@ MenuEntry Separator(const QString& name) {
     return {name, {}, {}, {}};
 }
 
-bool IsEditKey(const QKeyEvent& event) {
-    for (const QKeySequence& key :
-         {QKeySequence("Ctrl+X"), QKeySequence("Ctrl+C"), QKeySequence("Ctrl+V"), QKeySequence("Ctrl+A")})
-        if (key == QKeySequence(event.keyCombination())) return true;
-    return false;
-}
+// Shows the client at its top left, and scrolls where it does not fit; by the wheel and the bars, but not by cursor
+// keys that a control had no use for.
+class ClientArea : public QScrollArea {
+public:
+    ClientArea(QWidget& content, QWidget* parent) : QScrollArea(parent) {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        setWidget(&content);
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
+};
 
 }  // namespace
 
@@ -46,7 +56,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     : client(MakeClient()),
       columns(ReadColumns()),
       buttons(&client),
-      document(machine, &client),
+      document(&client),
       registerPanel(*new panels::RegisterPanel(machine, document.txtCode(), &client)),
       memoryGrid(*new panels::MemoryGrid(
           machine, columns, [this] { runCommands.LoseProgram(); }, &client)),
@@ -61,6 +71,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     setWindowTitle(platform::ApplicationTitle);
     PlaceControls();
     BuildMenus(std::move(showAbout));
+    resize(client.size().grownBy({0, 0, 0, menuBar()->sizeHint().height()}));
 
     connect(&document, &editor::ProgramDocument::TitleChanged, this, &frmMain::SetTitle);
     connect(&document, &editor::ProgramDocument::TextChanged, this, [this] { runCommands.LoseProgram(); });
@@ -93,17 +104,9 @@ void frmMain::PlaceControls() {
 
     // The editor comes first, then what the eye meets next.
     QWidget* previous = &document.txtCode();
-    for (QWidget* button : std::initializer_list<QWidget*>{&buttons.cmdCompile, &buttons.cmdSingleStep, &buttons.cmdRun,
-                                                           &buttons.cmdSlowRun, &buttons.cmdHalt, &buttons.cmdReset,
-                                                           &buttons.cmdCodeAssistant, &buttons.cmdDelay})
-        QWidget::setTabOrder(std::exchange(previous, button), button);
+    for (QWidget* button : buttons.All()) QWidget::setTabOrder(std::exchange(previous, button), button);
 
-    auto* scroll = new QScrollArea(this);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    scroll->setWidget(&client);
-    setCentralWidget(scroll);
+    setCentralWidget(new ClientArea(client, this));
 }
 
 void frmMain::BuildMenus(std::function<void()> showAbout) {
@@ -166,9 +169,22 @@ void frmMain::mnuExit_Click() {
     endProcess();
 }
 
+void frmMain::CommitSession(QSessionManager& manager) {
+    SaveColumns(columns);
+    if (!manager.allowsInteraction()) return;
+    document.OfferToSave();
+    manager.release();
+}
+
 void frmMain::closeEvent(QCloseEvent* event) {
     event->accept();
     mnuExit_Click();
+}
+
+bool frmMain::IsEditKey(const QKeyEvent& event) const {
+    const auto entries = findChild<QMenu*>("mnuEdit")->actions();
+    const QKeySequence key(event.keyCombination());
+    return std::ranges::any_of(entries, [&key](const QAction* entry) { return entry->shortcut() == key; });
 }
 
 // The keys of the Edit menu belong to the menu wherever the focus is; text controls would answer them themselves.
@@ -195,10 +211,12 @@ void frmMain::SetTitle(QString title) {
 
 // Tab types a tab in the editor, so this key is the way out of it by keyboard, and back.
 void frmMain::SwitchBetweenEditorAndControls() {
-    if (document.txtCode().hasFocus())
-        buttons.cmdCompile.setFocus();
-    else
+    if (!document.txtCode().hasFocus()) {
         document.txtCode().setFocus();
+        return;
+    }
+    const auto all = buttons.All();
+    (*std::ranges::find_if(all, [](const QWidget* button) { return button->isEnabled(); }))->setFocus();
 }
 
 }  // namespace shell

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QSessionManager>
 #include <functional>
 
 #include "aids/code_assistant.h"
@@ -28,6 +29,10 @@ public:
     // Asks whether to save, stores the memory columns, and ends the process at once. Nothing calls it off.
     void mnuExit_Click();
 
+    // At the end of the desktop session, which may end the process at any moment from now on, or only wants to know
+    // that all is stored: stores the memory columns, and asks whether to save if the session lets it.
+    void CommitSession(QSessionManager& manager);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -38,6 +43,8 @@ private:
     void mnuCalculator_Click();
     void SetTitle(QString title);
     void SwitchBetweenEditorAndControls();
+
+    bool IsEditKey(const QKeyEvent& event) const;
 
     QWidget& client;
     panels::ColumnList columns;

@@ -1,11 +1,13 @@
 #include "shell/frm_splash.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
 
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
+#include "platform/keys.h"
 #include "platform/process.h"
 #include "platform/twips.h"
 
@@ -42,7 +44,7 @@ frmSplash::frmSplash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) 
     setMouseTracking(true);
 
     constexpr int nameLeft = 240;
-    const int nameWidth = platform::Pixels(clientWidth - 2 * nameLeft);
+    const int nameWidth = platform::Pixels(clientWidth - 3 * nameLeft);
     AddLabel("Label1", platform::ApplicationTitle, platform::Display(75, platform::ApplicationTitle, nameWidth),
              QColor(0, 0, 255), nameLeft, 360);
     AddLabel("Label3", "Version 6.2", Verdana(12, Weight::Bold), QColor(192, 0, 192), 4680, 2040);
@@ -97,13 +99,16 @@ void frmSplash::paintEvent(QPaintEvent*) {
     painter.scale(pixelsPerTwip, pixelsPerTwip);
     PaintGradient(painter);
     painter.restore();
+    const QRectF frame(0, 0, platform::Pixels(6720), platform::Pixels(4440));
+    constexpr double inset = frameWidth / 2.0;
     painter.setPen(QPen(Qt::black, frameWidth, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-    painter.drawRect(0, 0, platform::Pixels(6720), platform::Pixels(4440));
+    painter.drawRect(frame.adjusted(inset, inset, -inset, -inset));
 }
 
 // A click on the link opens the page, one on the two plain labels does nothing, any other hides the box.
-void frmSplash::mousePressEvent(QMouseEvent* event) {
+void frmSplash::mouseReleaseEvent(QMouseEvent* event) {
     const QPoint at = event->position().toPoint();
+    if (event->button() != Qt::LeftButton || !rect().contains(at)) return;
     if (Label5->geometry().contains(at))
         Label5_Click();
     else if (!Label6->geometry().contains(at) && !Label7->geometry().contains(at))
@@ -117,7 +122,7 @@ void frmSplash::mouseMoveEvent(QMouseEvent* event) {
 
 // Any character key hides the box; Delete, arrows and function keys are no characters.
 void frmSplash::keyPressEvent(QKeyEvent* event) {
-    if (!event->text().isEmpty() && event->key() != Qt::Key_Delete) hide();
+    if (platform::IsCharacterKey(*event)) hide();
 }
 
 void frmSplash::closeEvent(QCloseEvent* event) {

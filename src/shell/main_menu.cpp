@@ -3,6 +3,8 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QSet>
+#include <algorithm>
+#include <cassert>
 
 #include "platform/button.h"
 
@@ -36,10 +38,12 @@ void AddMenuBarCommand(QMainWindow& window, const MenuEntry& entry) {
 }
 
 void MirrorButton(QMenu& menu, const QString& entryName, const QWidget& button) {
-    for (QAction* action : menu.actions())
-        if (action->objectName() == entryName)
-            QObject::connect(&menu, &QMenu::aboutToShow, action,
-                             [action, &button] { action->setEnabled(button.isEnabled()); });
+    const auto entries = menu.actions();
+    const auto entry = std::ranges::find_if(
+        entries, [&entryName](const QAction* action) { return action->objectName() == entryName; });
+    assert(entry != entries.end());
+    QObject::connect(&menu, &QMenu::aboutToShow, *entry,
+                     [action = *entry, &button] { action->setEnabled(button.isEnabled()); });
 }
 
 void KeepMenuAccessKeys(const QMenuBar& menuBar, QWidget& client) {

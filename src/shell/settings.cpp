@@ -22,11 +22,11 @@ panels::ColumnList ReadColumns() {
 
 // Keys of columns that were removed stay in the store; the count tells that they are not to be read.
 void SaveColumns(const panels::ColumnList& columns) {
-    platform::SaveSetting(application, section, countKey, QString::number(columns.ColCount()));
+    QMap<QString, QString> values{{countKey, QString::number(columns.ColCount())}};
     for (int index = 0; index < columns.ColCount(); ++index)
-        platform::SaveSetting(application, section, QString::number(index),
-                              QString::fromStdString(columns.ColumnStarts()[static_cast<std::size_t>(index)]));
-    platform::FlushSettings(application);
+        values[QString::number(index)] =
+            QString::fromStdString(columns.ColumnStarts()[static_cast<std::size_t>(index)]);
+    platform::SaveSettings(application, section, values);
 }
 
 }  // namespace shell

@@ -25,7 +25,8 @@ std::string Narrow(std::u16string_view text) {
 
 // The bytes from 8000 up to the last that is not zero.
 Bytes Program(const Workbench& bench) {
-    Bytes bytes(bench.machine.Memory.begin() + ProgramOrigin, bench.machine.Memory.begin() + ProgramOrigin + 16);
+    Bytes bytes(bench.machine.Memory.begin() + m8085::ProgramOrigin,
+                bench.machine.Memory.begin() + m8085::ProgramOrigin + 16);
     while (!bytes.empty() && bytes.back() == 0) bytes.pop_back();
     return bytes;
 }
@@ -193,7 +194,7 @@ TEST(Assembler, NotesLinesAndLabels) {
     const Assembly assembly = bench.Assemble(u"; count down\r\nMVI A,5\r\nLOOP:\r\nDCR A\r\nJNZ LOOP\r\nHLT");
     EXPECT_EQ(Program(bench), (Bytes{0x3E, 5, 0x3D, 0xC2, 2, 0x80, 0x76}));
     const int lines[] = {2, 0, 4, 5, 0, 0, 6, 0};
-    for (int i = 0; i < 8; ++i) EXPECT_EQ(bench.codeMap.LineAt(ProgramOrigin + i), lines[i]);
+    for (int i = 0; i < 8; ++i) EXPECT_EQ(bench.codeMap.LineAt(m8085::ProgramOrigin + i), lines[i]);
     ASSERT_EQ(assembly.Labels.LabelCount(), 2);
     EXPECT_EQ(assembly.Labels[0].Name, u"LOOP");
     EXPECT_EQ(assembly.Labels[0].Address, 0x8002);

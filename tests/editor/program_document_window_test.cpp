@@ -44,9 +44,8 @@ protected:
         document.mnuOpen_Click();
     }
 
-    std::unique_ptr<m8085::MachineState> machine = std::make_unique<m8085::MachineState>();
     QWidget window;
-    ProgramDocument document{*machine, &window};
+    ProgramDocument document{&window};
     platform::ProgramText& text = document.txtCode();
     QTemporaryDir folder;
     QString title;
@@ -88,7 +87,19 @@ TEST_F(ProgramDocumentTest, AFailedOrCancelledOpenChangesNothing) {
     }
 }
 
-TEST_F(ProgramDocumentTest, AFailedWriteKeepsTheMarkAndTheOldFile) {
+TEST_F(ProgramDocumentTest, ColoursAreNoChangeAndFollowTheText) {
+    QTest::keyClicks(&text, "nop ; nop x");
+    const auto formats = text.document()->firstBlock().layout()->formats();
+    ASSERT_EQ(formats.size(), 4);
+    EXPECT_EQ(formats[0].format.foreground().color(), QColor(0, 0, 255));
+    EXPECT_TRUE(formats[0].format.font().bold() && !formats[0].format.font().italic());
+    EXPECT_EQ(formats[1].format.foreground().color(), QColor(125, 0, 0));
+    EXPECT_TRUE(!formats[1].format.font().bold() && formats[1].format.font().italic());
+    EXPECT_EQ(formats[2].format.foreground().color(), QColor(125, 0, 0));
+    EXPECT_TRUE(formats[2].format.font().bold() && formats[2].format.font().italic());
+}
+
+TEST_F(ProgramDocumentTest, AFailedWriteKeepsTheMark) {
     QTest::keyClicks(&text, "hlt");
     {
         FileAnswer answer(Path("no folder/a.asm"));
@@ -115,7 +126,8 @@ TEST_F(ProgramDocumentTest, NewAsksOnlyForAChangedTextAndCancelKeepsIt) {
         MessageAnswer no(QMessageBox::No);
         document.mnuNew_Click();
     }
-    EXPECT_EQ(text.Text(), u"");
+    text.undo();
+    EXPECT_EQ(text.Text(), u"") << "nothing is left to undo";
     EXPECT_EQ(title, "Velmora - [Untitled]");
 }
 
@@ -159,18 +171,15 @@ TEST_F(ProgramDocumentTest, TheClipboardTakesBothFormatsAndGivesOne) {
     EXPECT_EQ(text.Text(), u"");
 }
 
-TEST_F(ProgramDocumentTest, GotoLineSelectsALineAndLineZeroHalts) {
+TEST_F(ProgramDocumentTest, GotoLineSelectsALineOrNothing) {
     text.SetText(u"mov a,b\r\nhlt");
     document.GotoLine(2);
     EXPECT_EQ(text.SelectedText(), u"hlt");
-    EXPECT_FALSE(machine->Halted);
     document.GotoLine(7);
     EXPECT_EQ(text.SelectedText(), u"");
-    EXPECT_FALSE(machine->Halted);
     document.GotoLine(1);
     document.GotoLine(0);
     EXPECT_EQ(text.SelectedText(), u"");
-    EXPECT_TRUE(machine->Halted);
 }
 
 }  // namespace editor

@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
+#include <QTableView>
 #include <QTest>
 #include <memory>
 
@@ -61,31 +62,29 @@ protected:
 
     // The enabled run commands, by a letter each: Assemble, Run, Slow Run, sTep, rEset, Halt.
     QString Enabled() {
-        QString letters;
-        for (const auto& [name, letter] : {std::pair{"cmdCompile", 'A'},
-                                           {"cmdRun", 'R'},
-                                           {"cmdSlowRun", 'S'},
-                                           {"cmdSingleStep", 'T'},
-                                           {"cmdReset", 'E'},
-                                           {"cmdHalt", 'H'}})
-            if (Button(name).isEnabled()) letters += letter;
-        return letters;
+        return Letters([this](const char* command) { return Button(QString("cmd") + command).isEnabled(); });
     }
 
     // The same of the entries of the CPU menu.
     QString EnabledEntries() {
+        return Letters([this](const char* command) { return Find<QAction>(QString("mnu") + command).isEnabled(); });
+    }
+
+    static QString Letters(const std::function<bool(const char* command)>& isEnabled) {
         QString letters;
-        for (const auto& [name, letter] : {std::pair{"mnuCompile", 'A'},
-                                           {"mnuRun", 'R'},
-                                           {"mnuSlowRun", 'S'},
-                                           {"mnuSingleStep", 'T'},
-                                           {"mnuReset", 'E'},
-                                           {"mnuHalt", 'H'}})
-            if (Find<QAction>(name).isEnabled()) letters += letter;
+        for (const auto& [letter, command] : {std::pair{'A', "Compile"},
+                                              {'R', "Run"},
+                                              {'S', "SlowRun"},
+                                              {'T', "SingleStep"},
+                                              {'E', "Reset"},
+                                              {'H', "Halt"}})
+            if (isEnabled(command)) letters += letter;
         return letters;
     }
 
     void Open(const QString& menu) { emit Find<QMenu>(menu).aboutToShow(); }
+
+    QString Register(const QString& name) { return Find<QLineEdit>("txt" + name).text(); }
 
     // Calls back once, from inside the next run.
     static void DuringTheRun(std::function<void()> action) { QTimer::singleShot(0, std::move(action)); }
@@ -107,24 +106,59 @@ TEST_F(FrmMainTest, AProgramIsTypedAssembledAndRunByKeyboardAlone) {
     Press(Qt::Key_F5);
     EXPECT_EQ(end.Text, "End of code encountered. The program would take 3.9 microsec on 8085 (12 T-States)");
     EXPECT_EQ(end.Caption, "Velmora");
-    EXPECT_EQ(Find<QLineEdit>("txtA").text(), "05");
-    EXPECT_EQ(Find<QLineEdit>("txtPC").text(), "8000");
-    EXPECT_EQ(Find<QLineEdit>("txtTstates").text(), "0");
-    QTest::keyClicks(&Editor(), " ");
+    EXPECT_EQ(Register("A"), "05");
+    EXPECT_EQ(Register("PC"), "8000");
+    EXPECT_EQ(Register("Tstates"), "0");
+    QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
+    EXPECT_EQ(Editor().Text(), u"mvi a,5\r\nhlt\t");
+    EXPECT_EQ(window->focusWidget(), &Editor());
     EXPECT_EQ(Enabled(), "A");
 }
 
 TEST_F(FrmMainTest, AFailedAssemblySelectsItsLineAndKeepsTheRunCommandsOff) {
     Start();
-    Editor().SetText(u"start: nop\r\nfoo\r\nhlt");
+    Editor().SetText(u"start: nop\r\na:foo\r\nhlt");
+    auto& box = Find<QLineEdit>("txtB");
+    box.setFocus();
+    box.selectAll();
+    QTest::keyClicks(&box, "77");
     MessageAnswer error(QMessageBox::Ok);
-    Click("cmdCompile");
+    Press(Qt::Key_F4);
     EXPECT_EQ(error.Text, "Bad opcode - FOO");
     EXPECT_EQ(error.Caption, "Error");
-    EXPECT_EQ(Editor().Text(), u"start: \r\nnop\r\nfoo\r\nhlt");
+    EXPECT_EQ(Editor().Text(), u"start: \r\nnop\r\na:\r\nfoo\r\nhlt");
     EXPECT_EQ(Editor().SelectedText(), u"foo");
     EXPECT_EQ(window->focusWidget(), &Editor());
     EXPECT_EQ(Enabled(), "A");
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return machine->B == 0x77; })) << "the box lost the focus to the editor";
+}
+
+TEST_F(FrmMainTest, AssemblingSavesTheCellUnderTheEditorAndTheMenuLeavesTheGridAsItIs) {
+    Start();
+    Editor().SetText(u"mvi a,5");
+    auto& grid = Find<QTableView>("grdRAM");
+    grid.setCurrentIndex(grid.model()->index(0, 1));
+    QTest::keyClicks(QApplication::focusWidget(), "7f");
+    Press(Qt::Key_F4);
+    EXPECT_EQ(machine->Memory[0x8000], 0x3E);
+    EXPECT_EQ(grid.model()->index(1, 1).data().toString(), "00");
+    Click("cmdCompile");
+    EXPECT_EQ(grid.model()->index(1, 1).data().toString(), "05");
+    grid.setCurrentIndex(grid.model()->index(1, 1));
+    EXPECT_EQ(machine->Memory[0x8000], 0x3E) << "the editor must not write an old byte back";
+}
+
+TEST_F(FrmMainTest, AMenuDoesNotTakeABoxItsFocusButTheEditorAfterItDoes) {
+    Start();
+    auto& box = Find<QLineEdit>("txtB");
+    box.setFocus();
+    box.selectAll();
+    QTest::keyClicks(&box, "5");
+    window->menuBar()->setFocus(Qt::MenuBarFocusReason);
+    EXPECT_EQ(machine->B, 0);
+    Editor().setFocus();
+    EXPECT_EQ(machine->B, 5);
 }
 
 TEST_F(FrmMainTest, ATextThatIsTooLongIsRefusedUntouched) {
@@ -143,7 +177,7 @@ TEST_F(FrmMainTest, StepsShowTheNextLineAndTheEndTakesTwoPresses) {
     Click("cmdCompile");
     Click("cmdSingleStep");
     EXPECT_EQ(Editor().SelectedText(), u"hlt");
-    EXPECT_EQ(Find<QLineEdit>("txtA").text(), "05");
+    EXPECT_EQ(Register("A"), "05");
     Click("cmdSingleStep");
     EXPECT_EQ(Editor().SelectedText(), u"hlt");
     MessageAnswer end(QMessageBox::Ok);
@@ -162,14 +196,25 @@ TEST_F(FrmMainTest, AnEndlessRunStopsAndNothingElseStartsMeanwhile) {
         Press(Qt::Key_F4);
         Press(Qt::Key_F5);
         Press(Qt::Key_F8);
-        Click("cmdHalt");
+        Editor().setFocus();
+        Press(Qt::Key_F6);
+        EXPECT_TRUE(Button("cmdHalt").hasFocus()) << "the way out of the editor by keyboard";
+        Press(Qt::Key_Space);
     });
     Click("cmdRun");
     EXPECT_EQ(during, "H");
     EXPECT_EQ(Enabled(), "ARSTE");
     EXPECT_NE(machine->TStates, 0);
-    EXPECT_EQ(Find<QLineEdit>("txtTstates").text(), QString::number(machine->TStates));
-    EXPECT_TRUE(Button("cmdRun").hasFocus());
+    EXPECT_EQ(Register("Tstates"), QString::number(machine->TStates));
+}
+
+TEST_F(FrmMainTest, AfterARunAndItsMessageTheFocusIsOnRun) {
+    Start();
+    Editor().SetText(u"nop");
+    Click("cmdCompile");
+    MessageAnswer end(QMessageBox::Ok);
+    Click("cmdRun");
+    EXPECT_EQ(window->focusWidget(), &Button("cmdRun"));
 }
 
 TEST_F(FrmMainTest, AnEditDuringASlowRunKeepsStopAliveAndLosesTheProgram) {
@@ -195,7 +240,7 @@ TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {
     Click("cmdRun");
     EXPECT_TRUE(refusal.Text.contains("8003") && refusal.Text.contains("0001")) << refusal.Text.toStdString();
     EXPECT_EQ(Editor().SelectedText(), u"push b");
-    EXPECT_EQ(Find<QLineEdit>("txtPC").text(), "8003");
+    EXPECT_EQ(Register("PC"), "8003");
     EXPECT_EQ(Enabled(), "ARSTE");
 }
 
@@ -247,6 +292,8 @@ TEST_F(FrmMainTest, AnAccessKeyMovesTheFocusAndLettersOfMenusPressNoButton) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return machine->TStates == 4; }));
     EXPECT_TRUE(Button("cmdCompile").shortcut().isEmpty());
     EXPECT_FALSE(Button("cmdRun").shortcut().isEmpty());
+    Click("cmdCodeAssistant");
+    EXPECT_TRUE(Button("cmdCodeAssistant").shortcut().isEmpty());
 }
 
 TEST_F(FrmMainTest, ExitStoresTheColumnsAndTheNextStartShowsThem) {
@@ -305,6 +352,7 @@ TEST_F(FrmMainTest, ExitWorksFromInsideARunAndWhileItsOwnQuestionIsOpen) {
     });
     Click("cmdRun");
     EXPECT_EQ(exits, 2);
+    EXPECT_EQ(Store().value("meminfo/colcount").toString(), "3");
 }
 
 TEST_F(FrmMainTest, TheCodeAssistantTakesThePlaceOfTheMemoryPanel) {

@@ -1,0 +1,25 @@
+#include "shell/workbench.h"
+
+#include "platform/palette.h"
+
+namespace shell {
+
+// The process ends in the exit sequence of the main window, and not because a window was closed.
+void Prepare(QApplication& application) {
+    QApplication::setApplicationName("velmora");
+    QApplication::setDesktopFileName("velmora");
+    QApplication::setWindowIcon(QIcon(":/velmora.svg"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    platform::ApplyFixedAppearance(application);
+}
+
+Workbench::Workbench(std::function<void()> endProcess)
+    : Window(
+          *Machine, *CodeMap, [this] { Splash.ShowAbout(); }, std::move(endProcess)) {}
+
+void Workbench::Start() {
+    Window.showMaximized();
+    Splash.ShowAtStart();
+}
+
+}  // namespace shell
