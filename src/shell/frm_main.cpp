@@ -23,7 +23,8 @@ QWidget& MakeClient() {
     auto* client = new QWidget;
     client->setObjectName("client");
     client->setFont(platform::WindowFont());
-    client->setFixedSize(platform::Pixels(clientWidth), platform::Pixels(clientHeight));
+    // The border of the hexadecimal keypad stands a pixel beyond the right edge.
+    client->setFixedSize(platform::Pixels(clientWidth) + 1, platform::Pixels(clientHeight));
     return *client;
 }
 
@@ -89,6 +90,13 @@ void frmMain::PlaceControls() {
     Place(document.txtCode(), 120, 600, 6975, 7575);
     Place(registerPanel, 7200, 600, 4575, 1935);
     Place(memoryGrid, 7200, 2640, 4575, 5535);
+
+    // The editor comes first, then what the eye meets next.
+    QWidget* previous = &document.txtCode();
+    for (QWidget* button : std::initializer_list<QWidget*>{&buttons.cmdCompile, &buttons.cmdSingleStep, &buttons.cmdRun,
+                                                           &buttons.cmdSlowRun, &buttons.cmdHalt, &buttons.cmdReset,
+                                                           &buttons.cmdCodeAssistant, &buttons.cmdDelay})
+        QWidget::setTabOrder(std::exchange(previous, button), button);
 
     auto* scroll = new QScrollArea(this);
     scroll->setFrameShape(QFrame::NoFrame);
