@@ -26,9 +26,9 @@ void AssembleCommand::cmdCompile_Click() {
 }
 
 void AssembleCommand::Assemble() {
-    if (runCommands.IsRunning() || IsTooLong()) return;
+    if (runCommands.IsRunning() || RefuseExcessLength()) return;
     SplitLabelLines();
-    if (IsTooLong()) return;
+    if (RefuseExcessLength()) return;
 
     const Assembly assembly = AssembleProgram(ConvertLineEnds(document.txtCode().Text()), machine, codeMap);
     runCommands.SetAssembled(assembly.Succeeded);
@@ -41,28 +41,17 @@ void AssembleCommand::Assemble() {
     registerPanel.DisplayRegs();
 }
 
-// The labels stay on their own lines in the editor, so that line numbers fit what the user sees. Each insertion is a
-// change of the text like any other.
+// The labels stay on their own lines in the editor, so that line numbers fit what the user sees.
 void AssembleCommand::SplitLabelLines() {
-    constexpr std::u16string_view lineEnd = u"\r\n";
-    int inserted = 0;
-    for (const std::size_t place : FindLabelSplits(document.txtCode().Text())) {
-        document.txtCode().SetSelectionStart(static_cast<int>(place) + inserted);
-        document.txtCode().ReplaceSelection(lineEnd);
-        inserted += static_cast<int>(lineEnd.size());
-    }
+    document.txtCode().InsertAt(FindLabelSplits(document.txtCode().Text()), u"\r\n");
 }
 
-// Tells the user, and leaves the run commands disabled, if the text is more than the assembler takes.
-bool AssembleCommand::IsTooLong() {
-    constexpr int longest = static_cast<int>(LongestPreparedText) - 1;
-    const int length = document.txtCode().Length();
-    if (length <= longest) return false;
+// Tells the user of a text that is too long. The run commands are disabled then, and the text stays as it is.
+bool AssembleCommand::RefuseExcessLength() {
+    const auto explanation = ExplainExcessLength(static_cast<std::size_t>(document.txtCode().Length()));
+    if (!explanation) return false;
     runCommands.SetAssembled(false);
-    Report(QString("The program is too long to assemble: it has %1 characters, and at most %2 can be assembled. "
-                   "A line end counts as two.")
-               .arg(length)
-               .arg(longest));
+    Report(QString::fromStdString(*explanation));
     return true;
 }
 

@@ -25,7 +25,7 @@ public:
 
 private:
     void SplitLabelLines();
-    bool IsTooLong();
+    bool RefuseExcessLength();
     void Report(const QString& reason);
 
     m8085::MachineState& machine;

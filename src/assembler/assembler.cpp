@@ -1,7 +1,5 @@
 #include "assembler/assembler.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -228,8 +226,7 @@ bool Translation::EmitWord(std::u16string_view word) {
 
 // Leaves room for the target, which is written when all labels are known.
 bool Translation::EmitReference() {
-    const auto line = static_cast<std::int16_t>(codeMap.LineAt(LocationCounter - 1));
-    if (!result.Labels.Append({std::u16string(W2), LocationCounter, LabelKind::Reference, line}))
+    if (!result.Labels.Append({std::u16string(W2), LocationCounter, LabelKind::Reference, LineCounter}))
         return FailGenerally();
     LocationCounter += 2;
     return true;

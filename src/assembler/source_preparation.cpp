@@ -1,5 +1,7 @@
 #include "assembler/source_preparation.h"
 
+#include "assembler/assembler.h"
+
 namespace assembler {
 
 namespace {
@@ -17,6 +19,13 @@ std::vector<std::size_t> FindLabelSplits(std::u16string_view text) {
         colon = text.find(u':', behind);
     }
     return splits;
+}
+
+std::optional<std::string> ExplainExcessLength(std::size_t length) {
+    constexpr std::size_t longest = LongestPreparedText - 1;
+    if (length <= longest) return std::nullopt;
+    return "The program is too long to assemble: it has " + std::to_string(length) + " characters, and at most " +
+           std::to_string(longest) + " can be assembled. A line end counts as two.";
 }
 
 std::u16string ConvertLineEnds(std::u16string_view text) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,10 @@ namespace assembler {
 // line end stands there already. Indices into the text, in ascending order, at which CR LF is to be inserted; they
 // take no account of each other. Every colon counts, in a comment too. The text's lines end in CR LF.
 std::vector<std::size_t> FindLabelSplits(std::u16string_view text);
+
+// What to tell the user of a program text of so many characters, line ends as two, if it is more than the assembler
+// takes.
+std::optional<std::string> ExplainExcessLength(std::size_t length);
 
 // The text that the assembler takes: each CR LF becomes a line feed and a blank, and a line feed ends the last line.
 std::u16string ConvertLineEnds(std::u16string_view text);

@@ -79,11 +79,12 @@ bool DataFileReader::StorePendingByte() {
     return true;
 }
 
+// Without a leading zero, and with a blank behind it.
 void AppendByte(std::string& text, std::uint8_t value) {
     constexpr std::string_view digits = "0123456789ABCDEF";
-    if (value > 0xF) text += digits[value >> 4];
-    text += digits[value & 0xF];
-    text += ' ';
+    const std::array<char, 3> both = {digits[value >> 4], digits[value & 0xF], ' '};
+    const std::size_t leadingZeros = value > 0xF ? 0 : 1;
+    text.append(both.data() + leadingZeros, both.size() - leadingZeros);
 }
 
 std::string OnOneLine(std::string_view text) {
@@ -112,9 +113,13 @@ std::string ComposeDataFile(std::span<const AddressRange> ranges, const MemoryBy
     std::string text = "; Data file created on " + OnOneLine(date) + " at " + OnOneLine(time) + "\r\n";
     for (const AddressRange& range : ranges) {
         text += "\r\n" + m8085::FormatHexShort(range.First) + " : ";
+        constexpr std::size_t longestByte = 3;  // characters
+        if (range.First <= range.Last)
+            text.reserve(text.size() + longestByte * (std::size_t{range.Last} - range.First + 1));
         for (std::size_t address = range.First; address <= range.Last; ++address) AppendByte(text, memory[address]);
     }
-    return text + "\r\n";
+    text += "\r\n";
+    return text;
 }
 
 std::optional<std::uint16_t> ReadAddress(std::u16string_view text) {

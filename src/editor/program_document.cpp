@@ -47,6 +47,7 @@ void ProgramDocument::mnuNew_Click() {
     ProgramFileName = untitled;
     encoding = Encoding::Utf8;
     if (text.Length() > 0) text.SetText({});
+    text.ForgetHistory();
     ProgramChanged = false;
     WriteFileName();
 }
@@ -107,7 +108,7 @@ void ProgramDocument::GotoLine(int line) {
 }
 
 void ProgramDocument::ClearSelection() {
-    text.SetSelectionLength(0);
+    text.ClearSelection();
 }
 
 // The highlighter has coloured the change by now.
@@ -118,12 +119,14 @@ void ProgramDocument::txtCode_Change() {
 }
 
 void ProgramDocument::WriteFileName() {
-    emit TitleChanged(QString(platform::ApplicationTitle) + " - [" + ProgramFileName + (ProgramChanged ? "*]" : "]"));
+    emit TitleChanged(platform::ApplicationTitle + (" - [" + ProgramFileName) + (ProgramChanged ? "*]" : "]"));
 }
 
 bool ProgramDocument::WriteProgramFile() {
-    const std::string bytes = EncodeProgramFile(text.Text(), encoding);
-    return !platform::WriteFile(ProgramFileName, {bytes.data(), static_cast<qsizetype>(bytes.size())});
+    const EncodedProgram file = EncodeProgramFile(text.Text(), encoding);
+    if (platform::WriteFile(ProgramFileName, QByteArray::fromStdString(file.Bytes))) return false;
+    encoding = file.WrittenAs;
+    return true;
 }
 
 }  // namespace editor

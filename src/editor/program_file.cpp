@@ -133,11 +133,15 @@ ProgramFile DecodeProgramFile(std::string_view bytes) {
     return {FromWindows1252(bytes), Encoding::Windows1252};
 }
 
-std::string EncodeProgramFile(std::u16string_view text, Encoding& encoding) {
+EncodedProgram EncodeProgramFile(std::u16string_view text, Encoding encoding) {
     if (encoding == Encoding::Windows1252)
-        if (auto bytes = ToWindows1252(text)) return std::move(*bytes);
-    encoding = Encoding::Utf8;
-    return ToUtf8(text);
+        if (auto bytes = ToWindows1252(text); bytes && DecodeProgramFile(*bytes).Text == text)
+            return {std::move(*bytes), Encoding::Windows1252};
+
+    // A mark that belongs to the text is kept by one more in front of it, which reading drops.
+    std::string bytes = ToUtf8(text);
+    if (bytes.starts_with(byteOrderMark)) bytes.insert(0, byteOrderMark);
+    return {std::move(bytes), Encoding::Utf8};
 }
 
 }  // namespace editor

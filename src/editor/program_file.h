@@ -16,8 +16,13 @@ struct ProgramFile {
 // Line ends stay as they are.
 ProgramFile DecodeProgramFile(std::string_view bytes);
 
-// The bytes of a text in the encoding given, or in UTF-8 if that lacks a character; `encoding` then becomes UTF-8.
-// Half a surrogate pair becomes the replacement character.
-std::string EncodeProgramFile(std::u16string_view text, Encoding& encoding);
+struct EncodedProgram {
+    std::string Bytes;
+    Encoding WrittenAs = Encoding::Utf8;
+};
+
+// The bytes of a text in the encoding given, or in UTF-8 if that lacks a character or if the bytes would be read as
+// another text. Half a surrogate pair becomes the replacement character; any other text reads back as it was.
+EncodedProgram EncodeProgramFile(std::u16string_view text, Encoding encoding);
 
 }  // namespace editor

@@ -36,10 +36,12 @@ void CommandButtons::Enable(const EnabledCommands& enabled) {
                                                                        {&cmdReset, enabled.Reset},
                                                                        {&cmdCodeAssistant, enabled.CodeAssistant},
                                                                        {&cmdDelay, enabled.Delay}}};
+    // The window need not be active: a message box over it may just have closed.
+    const QWidget* focused = cmdRun.window()->focusWidget();
     bool focusIsLost = false;
     for (const auto& [button, on] : states) {
         if (on) button->setEnabled(true);
-        focusIsLost = focusIsLost || (!on && button->hasFocus());
+        focusIsLost = focusIsLost || (!on && button == focused);
     }
     if (focusIsLost) (enabled.Halt ? cmdHalt : enabled.Run ? cmdRun : cmdCompile).setFocus();
     for (const auto& [button, on] : states)

@@ -15,6 +15,12 @@ Button::Button(const QString& name, const QString& caption, QWidget* parent) : Q
 void Button::SetCaption(const QString& caption) {
     setText(caption);
     setAccessibleName(QString(caption).remove('&'));
+    if (!hasAccessKey) setShortcut({});
+}
+
+void Button::GiveUpAccessKey() {
+    hasAccessKey = false;
+    setShortcut({});
 }
 
 bool Button::event(QEvent* event) {

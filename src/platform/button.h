@@ -15,8 +15,14 @@ public:
 
     void SetCaption(const QString& caption);
 
+    // From now on the letter marked in the caption presses nothing, because it opens a menu.
+    void GiveUpAccessKey();
+
 protected:
     bool event(QEvent* event) override;
+
+private:
+    bool hasAccessKey = true;
 };
 
 }  // namespace platform

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <algorithm>
 
@@ -24,8 +25,13 @@ std::u16string WithLineEnds(const QString& raw) {
     return text;
 }
 
-QString ToQString(std::u16string_view text) {
-    return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
+// The characters that the document keeps for itself, as separators of its parts, become the replacement character.
+QString ToDocumentText(std::u16string_view text) {
+    QString characters = QStringView(text).toString();
+    for (QChar& character : characters)
+        if (character == QChar::ParagraphSeparator || character == u'\uFDD0' || character == u'\uFDD1')
+            character = QChar::ReplacementCharacter;
+    return characters;
 }
 
 }  // namespace
@@ -50,7 +56,7 @@ int ProgramText::Length() const {
 }
 
 void ProgramText::SetText(std::u16string_view text) {
-    setPlainText(ToQString(text));
+    setPlainText(ToDocumentText(text));
 }
 
 int ProgramText::SelectionStart() const {
@@ -78,38 +84,61 @@ std::u16string ProgramText::SelectedText() const {
 void ProgramText::ReplaceSelection(std::u16string_view text) {
     QTextCursor cursor = textCursor();
     if (text.empty() && !cursor.hasSelection()) return;
-    cursor.insertText(ToQString(text));
+    cursor.insertText(ToDocumentText(text));
     setTextCursor(cursor);
-    ensureCursorVisible();
 }
 
-bool ProgramText::SelectLine(int line) {
+void ProgramText::InsertAt(const std::vector<std::size_t>& positions, std::u16string_view text) {
+    if (positions.empty()) return;
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    const QString insertion = ToDocumentText(text);
+    for (auto position = positions.rbegin(); position != positions.rend(); ++position) {
+        cursor.setPosition(ToDocument(static_cast<int>(*position)));
+        cursor.insertText(insertion);
+    }
+    cursor.endEditBlock();
+    SetSelectionStart(static_cast<int>(positions.back() + positions.size() * text.size()));
+}
+
+void ProgramText::ClearSelection() {
+    QTextCursor cursor = textCursor();
+    if (!cursor.hasSelection()) return;
+    const int across = horizontalScrollBar()->value();
+    const int down = verticalScrollBar()->value();
+    cursor.setPosition(cursor.selectionStart());
+    setTextCursor(cursor);
+    horizontalScrollBar()->setValue(across);
+    verticalScrollBar()->setValue(down);
+}
+
+void ProgramText::SelectLine(int line) {
     const QTextBlock block = line > 0 ? document()->findBlockByNumber(line - 1) : QTextBlock();
     if (!block.isValid()) {
-        SetSelectionLength(0);
-        return false;
+        ClearSelection();
+        return;
     }
     // The caret goes to the line's beginning, so that a long line is not scrolled to its end.
     QTextCursor cursor = textCursor();
     cursor.setPosition(block.position() + block.length() - 1);
     cursor.setPosition(block.position(), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
-    return true;
 }
 
-// Tab types a tab whatever the shift state.
+// Tab types a tab and Enter ends the line, whatever the shift state. The toolkit's own line separator, which Shift with
+// Enter would type, is no line end to the program.
 void ProgramText::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
+    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
         ReplaceSelection(u"\t");
-        event->accept();
-        return;
-    }
-    QPlainTextEdit::keyPressEvent(event);
+    else if (event->matches(QKeySequence::InsertLineSeparator))
+        ReplaceSelection(u"\r\n");
+    else
+        QPlainTextEdit::keyPressEvent(event);
 }
 
 QMimeData* ProgramText::createMimeDataFromSelection() const {
     auto* plainText = new QMimeData;
-    plainText->setText(ToQString(SelectedText()));
+    plainText->setText(QString::fromStdU16String(SelectedText()));
     return plainText;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QPlainTextEdit>
 #include <string>
+#include <vector>
 
 namespace platform {
 
@@ -20,18 +21,28 @@ public:
     // Replaces the whole text, and with it what can be undone. CR LF, LF and CR each end a line. Always a change.
     void SetText(std::u16string_view text);
 
+    // Makes what was done so far impossible to undo.
+    void ForgetHistory() { document()->clearUndoRedoStacks(); }
+
     int SelectionStart() const;
     void SetSelectionStart(int position);     // the selection becomes empty
-    void SetSelectionLength(int characters);  // from the start of the selection; 0 or more
+    void SetSelectionLength(int characters);  // from the start of the selection; 1 or more
     std::u16string SelectedText() const;
 
     // Puts the text in the place of the selection, or at the caret where nothing is selected. The caret is left behind
     // it. One step to undo.
     void ReplaceSelection(std::u16string_view text);
 
-    // Selects a line, counted from 1, without its line end, and scrolls it into view. False, with nothing selected and
-    // the caret unmoved, if the text has no such line.
-    bool SelectLine(int line);
+    // Inserts the text at each of these positions, which are in ascending order and take no account of each other. One
+    // change, and one step to undo. The caret is left behind the last one.
+    void InsertAt(const std::vector<std::size_t>& positions, std::u16string_view text);
+
+    // Makes the selection empty. The caret stays where the selection began, and nothing scrolls.
+    void ClearSelection();
+
+    // Selects a line, counted from 1, without its line end, and scrolls it into view. Clears the selection if the text
+    // has no such line.
+    void SelectLine(int line);
 
 signals:
     // Once for each change of the text. Colours are no change.

@@ -62,7 +62,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     PlaceControls();
     BuildMenus(std::move(showAbout));
 
-    connect(&document, &editor::ProgramDocument::TitleChanged, this, &QWidget::setWindowTitle);
+    connect(&document, &editor::ProgramDocument::TitleChanged, this, &frmMain::SetTitle);
     connect(&document, &editor::ProgramDocument::TextChanged, this, [this] { runCommands.LoseProgram(); });
     connect(&buttons.cmdDelay, &QPushButton::clicked, this, [this] { delayDesigner.cmdDelay_Click(); });
 
@@ -186,6 +186,11 @@ void frmMain::mnuCalculator_Click() {
     if (platform::StartAnyProgram(programs)) return;
     platform::ShowMessage(client, "No calculator could be started. Tried: " + programs.join(", ") + ".",
                           platform::ApplicationTitle, platform::Icon::Information);
+}
+
+// "[*]" in a path is meant as it stands, and not as the toolkit's place for a mark of its own.
+void frmMain::SetTitle(QString title) {
+    setWindowTitle(title.replace("[*]", "[*][*]"));
 }
 
 // Tab types a tab in the editor, so this key is the way out of it by keyboard, and back.

@@ -36,6 +36,7 @@ private:
     void PlaceControls();
     void BuildMenus(std::function<void()> showAbout);
     void mnuCalculator_Click();
+    void SetTitle(QString title);
     void SwitchBetweenEditorAndControls();
 
     QWidget& client;

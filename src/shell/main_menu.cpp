@@ -1,9 +1,10 @@
 #include "shell/main_menu.h"
 
-#include <QAbstractButton>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSet>
+
+#include "platform/button.h"
 
 namespace shell {
 
@@ -44,8 +45,8 @@ void MirrorButton(QMenu& menu, const QString& entryName, const QWidget& button) 
 void KeepMenuAccessKeys(const QMenuBar& menuBar, QWidget& client) {
     QSet<QKeySequence> taken;
     for (const QAction* action : menuBar.actions()) taken.insert(QKeySequence::mnemonic(action->text()));
-    for (QAbstractButton* button : client.findChildren<QAbstractButton*>())
-        if (taken.contains(button->shortcut())) button->setShortcut({});
+    for (platform::Button* button : client.findChildren<platform::Button*>())
+        if (taken.contains(button->shortcut())) button->GiveUpAccessKey();
 }
 
 }  // namespace shell

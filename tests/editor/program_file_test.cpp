@@ -4,19 +4,11 @@
 
 namespace editor {
 
-namespace {
-
-std::string Encoded(std::u16string_view text, Encoding encoding) {
-    return EncodeProgramFile(text, encoding);
-}
-
-}  // namespace
-
 TEST(ProgramFile, ValidUtf8IsReadAsSuchWithoutItsMark) {
     const ProgramFile file = DecodeProgramFile("\xEF\xBB\xBFmov \xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80\r\n");
     EXPECT_EQ(file.Text, u"mov \u00E9 \u20AC \U0001F600\r\n");
     EXPECT_EQ(file.ReadAs, Encoding::Utf8);
-    EXPECT_EQ(Encoded(file.Text, Encoding::Utf8), "mov \xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80\r\n");
+    EXPECT_EQ(EncodeProgramFile(file.Text, file.ReadAs).Bytes, "mov \xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80\r\n");
 }
 
 TEST(ProgramFile, WhatIsNotUtf8IsReadAsWindows1252) {
@@ -31,14 +23,17 @@ TEST(ProgramFile, EveryByteOfAWindows1252FileComesBack) {
     const ProgramFile file = DecodeProgramFile(bytes);
     EXPECT_EQ(file.ReadAs, Encoding::Windows1252);
     EXPECT_EQ(file.Text.size(), 256U);
-    EXPECT_EQ(Encoded(file.Text, file.ReadAs), bytes);
+    EXPECT_EQ(EncodeProgramFile(file.Text, file.ReadAs).Bytes, bytes);
 }
 
-TEST(ProgramFile, ACharacterThatTheEncodingLacksTurnsTheSaveIntoUtf8) {
-    Encoding encoding = Encoding::Windows1252;
-    EXPECT_EQ(EncodeProgramFile(u"\u00E9\u03A9", encoding), "\xC3\xA9\xCE\xA9");
-    EXPECT_EQ(encoding, Encoding::Utf8);
-    EXPECT_EQ(Encoded(std::u16string(1, char16_t{0xD83D}), Encoding::Utf8), "\xEF\xBF\xBD");
+TEST(ProgramFile, WhatWasWrittenReadsBackAsTheSameText) {
+    // A character that the encoding lacks, bytes that would pass for UTF-8, and a mark that belongs to the text.
+    for (const std::u16string_view text : {u"\u00E9\u03A9", u"\u00C3\u00A9", u"\uFEFFnop"}) {
+        const EncodedProgram file = EncodeProgramFile(text, Encoding::Windows1252);
+        EXPECT_EQ(file.WrittenAs, Encoding::Utf8);
+        EXPECT_EQ(DecodeProgramFile(file.Bytes).Text, text);
+    }
+    EXPECT_EQ(EncodeProgramFile(std::u16string(1, char16_t{0xD83D}), Encoding::Utf8).Bytes, "\xEF\xBF\xBD");
 }
 
 }  // namespace editor

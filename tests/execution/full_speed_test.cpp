@@ -9,7 +9,6 @@
 
 namespace execution {
 
-using support::Byte;
 using support::Workbench;
 
 namespace {
@@ -32,7 +31,7 @@ TEST(FullSpeed, LeavesTheStateThatSingleStepsLeave) {
     std::mt19937 random(8085);
     const auto below = [&random](unsigned limit) { return static_cast<int>(random() % limit); };
     Workbench fast;
-    for (std::uint8_t& byte : fast.machine.Memory) byte = Byte(below(256));
+    for (std::uint8_t& byte : fast.machine.Memory) byte = support::Byte(below(256));
     for (int address = 0; address < m8085::MemorySize; ++address)
         fast.codeMap.SetLine(address, below(200) == 0 ? 0 : 1);
     Workbench slow = fast;
@@ -56,17 +55,6 @@ TEST(FullSpeed, LeavesTheStateThatSingleStepsLeave) {
         ASSERT_EQ(fast.machine.Refused.Operand, slow.machine.Refused.Operand) << "slice " << slice;
     }
     EXPECT_GT(tStates, 200'000) << "the programs ended too soon to show anything";
-}
-
-TEST(FullSpeed, ASliceIsExactlyAsLongAsAsked) {
-    Workbench bench;
-    for (int address = 0; address < 10; ++address) bench.codeMap.SetLine(address, 1);
-    ExecuteSlice(bench.machine, bench.codeMap, 3);
-    EXPECT_EQ(bench.machine.PC, 3);
-    ExecuteSlice(bench.machine, bench.codeMap, 100);
-    EXPECT_EQ(bench.machine.PC, 10);
-    ExecuteSlice(bench.machine, bench.codeMap, 100);  // the first instruction needs no source line
-    EXPECT_EQ(bench.machine.PC, 11);
 }
 
 }  // namespace execution

@@ -7,17 +7,9 @@
 
 namespace m8085 {
 
-using support::AllRegisterCodes;
 using support::Byte;
-using support::MachineWith;
 
 namespace {
-
-enum Operation { Addition, AdditionWithCarry, Subtraction, SubtractionWithBorrow, And, Xor, Or, Comparison };
-
-constexpr std::uint8_t ImmediateOpcode(int operation) {
-    return Byte(0xC6 + 8 * operation);
-}
 
 int FlagByte(int result, bool auxiliaryCarry, bool carry) {
     const bool evenParity = std::bitset<8>(static_cast<unsigned>(result)).count() % 2 == 0;
@@ -25,166 +17,122 @@ int FlagByte(int result, bool auxiliaryCarry, bool carry) {
            (evenParity ? 0x04 : 0) + (carry ? 0x01 : 0);
 }
 
+enum Operation { Addition, AdditionWithCarry, Subtraction, SubtractionWithBorrow, And, Xor, Or, Comparison };
+
 // The PSW after an operation on a and v.
 int ExpectedPSW(int operation, int a, int v, bool carry, bool auxiliaryCarry) {
-    const bool usesCarry = operation == AdditionWithCarry || operation == SubtractionWithBorrow;
-    const int c = usesCarry && carry ? 1 : 0;
-    int result = 0;
-    bool newCarry = false;
+    const int c = carry && (operation == AdditionWithCarry || operation == SubtractionWithBorrow) ? 1 : 0;
+    const auto psw = [&](int result, bool newCarry) {
+        return (operation == Comparison ? a : result) * 256 + FlagByte(result, auxiliaryCarry, newCarry);
+    };
     switch (operation) {
         case Addition:
         case AdditionWithCarry:
-            result = (a + v + c) % 256;
-            newCarry = a + v + c > 255;
             auxiliaryCarry = a % 16 + v % 16 + c >= 10;
-            break;
-        case And: result = a & v; break;
-        case Xor: result = a ^ v; break;
-        case Or: result = a | v; break;
-        default: result = (a + 512 - v - c) % 256; newCarry = a < v + c;
+            return psw((a + v + c) % 256, a + v + c > 255);
+        case And: return psw(a & v, false);
+        case Xor: return psw(a ^ v, false);
+        case Or: return psw(a | v, false);
+        default: return psw((a + 512 - v - c) % 256, a < v + c);
     }
-    const int newA = operation == Comparison ? a : result;
-    return newA * 256 + FlagByte(result, auxiliaryCarry, newCarry);
 }
+
+class Arithmetic : public ::testing::Test {
+protected:
+    int PSWAfter(int opcode, int psw) {
+        machine.PC = 0x8000;
+        machine.Memory[0x8000] = Byte(opcode);
+        machine.SetPSW(static_cast<std::uint16_t>(psw));
+        machine.ExecuteInstruction();
+        return machine.GetPSW();
+    }
+
+    MachineState machine = support::MachineWith({});
+};
 
 }  // namespace
 
-TEST(Arithmetic, EightOperationsOnAllOperands) {
-    MachineState machine;
-    for (int operation = 0; operation < 8; ++operation) {
-        machine.Memory[0] = ImmediateOpcode(operation);
+// Each operation takes the registers, M and the immediate byte in turn.
+TEST_F(Arithmetic, EightOperationsOnAllOperands) {
+    for (int operation = 0; operation < 8; ++operation)
         for (int a = 0; a < 256; ++a)
             for (int v = 0; v < 256; ++v)
                 for (const bool carry : {false, true}) {
+                    const int source = (a + v) % 8;
                     const bool auxiliaryCarry = (a + v) % 3 == 0;
-                    machine.PC = 0;
-                    machine.Memory[1] = Byte(v);
-                    machine.SetPSW(static_cast<std::uint16_t>(a << 8 | (auxiliaryCarry ? 0x10 : 0) | (carry ? 1 : 0)));
-                    machine.ExecuteInstruction();
-                    ASSERT_EQ(machine.GetPSW(), ExpectedPSW(operation, a, v, carry, auxiliaryCarry))
-                        << "operation " << operation << ", A " << a << ", operand " << v << ", carry " << carry;
+                    machine.H = 0x9C;
+                    if (source == 7)
+                        machine.Memory[0x8001] = Byte(v);
+                    else
+                        machine.SetReg(Byte(source), Byte(v));
+                    const int opcode = source == 7 ? 0xC6 + 8 * operation : 0x80 + 8 * operation + source;
+                    ASSERT_EQ(PSWAfter(opcode, a << 8 | (auxiliaryCarry ? 0x10 : 0) | (carry ? 1 : 0)),
+                              ExpectedPSW(operation, a, v, carry, auxiliaryCarry))
+                        << "code " << opcode << ", A " << a << ", operand " << v << ", carry " << carry;
                 }
-    }
-}
-
-TEST(Arithmetic, RegisterFormsWorkLikeTheImmediateForm) {
     for (int operation = 0; operation < 8; ++operation)
-        for (const int source : AllRegisterCodes) {
-            const int opcode = 0x80 + 8 * operation + source;
-            MachineState byRegister = MachineWith({Byte(opcode)});
-            support::SetDistinctValues(byRegister);
-            byRegister.CY = true;
-            MachineState immediate = byRegister;
-            immediate.Memory[0x8000] = ImmediateOpcode(operation);
-            immediate.Memory[0x8001] = byRegister.GetReg(Byte(source));
-            byRegister.ExecuteInstruction();
-            immediate.ExecuteInstruction();
-            EXPECT_EQ(byRegister.GetPSW(), immediate.GetPSW()) << opcode;
-        }
+        EXPECT_EQ(PSWAfter(0x87 + 8 * operation, 0xC811), ExpectedPSW(operation, 0xC8, 0xC8, true, true));
 }
 
-TEST(Arithmetic, IncrementAndDecrementKeepCarryAndAuxiliaryCarry) {
-    MachineState machine;
-    for (const int destination : AllRegisterCodes)
-        for (int value = 0; value < 256; ++value)
-            for (const int change : {1, 255}) {
-                machine.PC = 0x8000;
-                machine.Memory[0x8000] = Byte(8 * destination + (change == 1 ? 4 : 5));
-                machine.SetPSW(value % 2 != 0 ? 0x0001 : 0x0010);
-                machine.SetReg(Byte(destination), Byte(value));
-                machine.ExecuteInstruction();
+TEST_F(Arithmetic, IncrementAndDecrementKeepCarryAndAuxiliaryCarry) {
+    for (const int change : {1, 255})
+        for (std::uint8_t destination = 0; destination < 8; ++destination)
+            for (int value = 0; value < 256; ++value) {
+                const bool odd = value % 2 != 0;
+                machine.SetReg(destination, Byte(value));
+                PSWAfter(8 * destination + (change == 1 ? 4 : 5), machine.A << 8 | (odd ? 0x01 : 0x10));
                 const int result = (value + change) % 256;
-                ASSERT_EQ(machine.GetReg(Byte(destination)), result);
-                ASSERT_EQ(machine.GetFlagByte(), FlagByte(result, value % 2 == 0, value % 2 != 0));
+                ASSERT_EQ(machine.GetReg(destination), result);
+                ASSERT_EQ(machine.GetFlagByte(), FlagByte(result, !odd, odd));
             }
 }
 
-TEST(Arithmetic, RotatesChangeNothingButAAndCarry) {
-    MachineState machine;
-    const auto rotated = [&machine](std::uint8_t opcode, int nineBits) {
-        machine.PC = 0;
-        machine.Memory[0] = opcode;
-        machine.SetPSW(static_cast<std::uint16_t>((nineBits & 0xFF) << 8 | 0xD4 | nineBits >> 8));
-        machine.ExecuteInstruction();
-        return int{machine.GetPSW()};
-    };
+TEST_F(Arithmetic, RotatesAndComplementsChangeNothingButAAndCarry) {
     for (int nineBits = 0; nineBits < 512; ++nineBits) {
-        const auto psw = [](int a, int carry) { return (a & 0xFF) << 8 | 0xD4 | carry; };
+        const auto psw = [](int nine) { return (nine & 0xFF) << 8 | 0xD4 | (nine >> 8 & 1); };
         const std::uint8_t a = Byte(nineBits);
-        const int left = nineBits << 1 | nineBits >> 8;
-        const int right = nineBits >> 1 | (nineBits & 1) << 8;
-        ASSERT_EQ(rotated(0x07, nineBits), psw(std::rotl(a, 1), a >> 7)) << "RLC";
-        ASSERT_EQ(rotated(0x0F, nineBits), psw(std::rotr(a, 1), a & 1)) << "RRC";
-        ASSERT_EQ(rotated(0x17, nineBits), psw(left, left >> 8 & 1)) << "RAL";
-        ASSERT_EQ(rotated(0x1F, nineBits), psw(right, right >> 8)) << "RAR";
+        ASSERT_EQ(PSWAfter(0x07, psw(nineBits)), psw((a >> 7) << 8 | std::rotl(a, 1))) << "RLC";
+        ASSERT_EQ(PSWAfter(0x0F, psw(nineBits)), psw((a & 1) << 8 | std::rotr(a, 1))) << "RRC";
+        ASSERT_EQ(PSWAfter(0x17, psw(nineBits)), psw(nineBits << 1 | nineBits >> 8)) << "RAL";
+        ASSERT_EQ(PSWAfter(0x1F, psw(nineBits)), psw(nineBits >> 1 | (nineBits & 1) << 8)) << "RAR";
+        ASSERT_EQ(PSWAfter(0x2F, psw(nineBits)), psw(nineBits ^ 0x0FF)) << "CMA";
+        ASSERT_EQ(PSWAfter(0x37, psw(nineBits)), psw(nineBits | 0x100)) << "STC";
+        ASSERT_EQ(PSWAfter(0x3F, psw(nineBits)), psw(nineBits ^ 0x100)) << "CMC";
     }
 }
 
-TEST(Arithmetic, DecimalAdjustOfEveryState) {
-    MachineState machine;
-    machine.Memory[0] = 0x27;
+TEST_F(Arithmetic, DecimalAdjustOfEveryState) {
     for (int a = 0; a < 256; ++a)
         for (const int flags : {0x00, 0x01, 0x10, 0x11, 0xC4, 0xC5, 0xD4, 0xD5}) {
             const bool auxiliaryCarry = (flags & 0x10) != 0;
             const int lowAdjusted = a % 16 > 9 || auxiliaryCarry ? a + 6 : a;
             const bool high = lowAdjusted >= 0xA0 || (flags & 1) != 0;
             const int result = (lowAdjusted + (high ? 0x60 : 0)) % 256;
-            machine.PC = 0;
-            machine.SetPSW(static_cast<std::uint16_t>(a << 8 | flags));
-            machine.ExecuteInstruction();
-            ASSERT_EQ(machine.GetPSW(), result * 256 + (high ? FlagByte(result, auxiliaryCarry, true) : flags))
+            ASSERT_EQ(PSWAfter(0x27, a << 8 | flags),
+                      result * 256 + (high ? FlagByte(result, auxiliaryCarry, true) : flags))
                 << "A " << a << ", flags " << flags;
         }
 }
 
-TEST(Arithmetic, PackedDecimalAdditionComesOutRight) {
-    MachineState machine = MachineWith({0x88, 0x27});  // ADC B, DAA
-    const auto packed = [](int number) { return Byte(number / 10 * 16 + number % 10); };
-    for (int left = 0; left < 100; ++left)
-        for (int right = 0; right < 100; ++right)
-            for (const int carry : {0, 1}) {
-                machine.PC = 0x8000;
-                machine.A = packed(left);
-                machine.B = packed(right);
-                machine.CY = carry != 0;
-                support::Execute(machine, 2);
-                const int sum = left + right + carry;
-                ASSERT_EQ(machine.A, packed(sum % 100)) << left << " + " << right << " + " << carry;
-                ASSERT_EQ(machine.CY, sum > 99) << left << " + " << right << " + " << carry;
-            }
-}
-
-TEST(Arithmetic, SixteenBitOperationsTouchNoFlagButTheCarryOfDAD) {
-    const auto execute = [](int opcode, int pairValue, int hl) {
-        MachineState machine = MachineWith({Byte(opcode)});
-        support::SetAllFlags(machine, true);
-        machine.SetRegPair(2, Byte(hl >> 8), Byte(hl), false);
-        machine.SetRegPair(Byte(opcode >> 4), Byte(pairValue >> 8), Byte(pairValue), false);
-        machine.ExecuteInstruction();
-        EXPECT_EQ(machine.GetFlagByte() | 1, 0xD5);
-        return machine;
+TEST_F(Arithmetic, SixteenBitOperationsTouchNoFlagButTheCarryOfDAD) {
+    const auto set = [this](int pair, int value) {
+        machine.SetRegPair(Byte(pair), Byte(value >> 8), Byte(value), false);
     };
     for (std::uint8_t pair = 0; pair < 4; ++pair) {
-        const auto afterINX = [&](int value) { return execute(0x03 + 0x10 * pair, value, 0); };
-        const auto afterDCX = [&](int value) { return execute(0x0B + 0x10 * pair, value, 0); };
-        const auto afterDAD = [&](int value) { return execute(0x09 + 0x10 * pair, value, value); };
-        EXPECT_EQ(afterINX(0xFFFF).GetRegPair(pair, false), 0);
-        EXPECT_EQ(afterINX(0x12FF).GetRegPair(pair, false), 0x1300);
-        EXPECT_EQ(afterDCX(0).GetRegPair(pair, false), 0xFFFF);
-        EXPECT_EQ(afterDCX(0x1300).GetRegPair(pair, false), 0x12FF);
-        EXPECT_EQ(afterDAD(0x8001).GetRegPair(2, false), 2);
-        EXPECT_TRUE(afterINX(0xFFFE).CY && afterDCX(0).CY && afterDAD(0x8000).CY);
-        EXPECT_FALSE(afterDAD(0x7FFF).CY);
-    }
-}
-
-TEST(Arithmetic, ComplementsAndSetsWithoutOtherFlags) {
-    MachineState machine = MachineWith({0x2F, 0x37, 0x3F, 0x3F});  // CMA, STC, CMC, CMC
-    machine.SetPSW(0x5AD4);
-    const int expected[] = {0xA5D4, 0xA5D5, 0xA5D4, 0xA5D5};
-    for (const int psw : expected) {
-        machine.ExecuteInstruction();
-        EXPECT_EQ(machine.GetPSW(), psw);
+        const auto after = [&](int opcode, int value, int flags) {
+            set(2, 0x7FFF);
+            set(pair, value);
+            EXPECT_EQ(PSWAfter(opcode + 0x10 * pair, 0xD5) & 0xFF, flags);
+            return machine.GetRegPair(opcode == 0x09 ? 2 : pair, false);
+        };
+        EXPECT_EQ(after(0x03, 0xFFFF, 0xD5), 0);  // INX
+        EXPECT_EQ(after(0x03, 0x12FF, 0xD5), 0x1300);
+        EXPECT_EQ(after(0x0B, 0x0000, 0xD5), 0xFFFF);  // DCX
+        EXPECT_EQ(after(0x0B, 0x1300, 0xD5), 0x12FF);
+        EXPECT_EQ(after(0x09, 0x8001, 0xD5), pair == 2 ? 2 : 0);  // DAD
+        if (pair != 2) {
+            EXPECT_EQ(after(0x09, 0x8000, 0xD4), 0xFFFF);
+        }
     }
 }
 

@@ -53,34 +53,54 @@ TEST_F(ProgramTextTest, ReplacingIsOneChangeAndLeavesTheCaretBehind) {
     EXPECT_EQ(text.Text(), u"mov a,b\r\nhlt");
 }
 
-TEST_F(ProgramTextTest, TabTypesATabWhateverTheShiftState) {
+TEST_F(ProgramTextTest, TabAndEnterDoTheSameWhateverTheShiftState) {
     text.SetText(u"ab");
     text.selectAll();
     QTest::keyClick(&text, Qt::Key_Tab);
     QTest::keyClick(&text, Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(text.Text(), u"\t\t");
+    QTest::keyClick(&text, Qt::Key_Return);
+    QTest::keyClick(&text, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(text.Text(), u"\t\t\r\n\r\n");
+}
+
+TEST_F(ProgramTextTest, InsertingInSeveralPlacesIsOneChange) {
+    text.SetText(u"a:b:\r\nc:d");
+    changes.clear();
+    text.InsertAt({2, 4, 8}, u"\r\n");
+    EXPECT_EQ(text.Text(), u"a:\r\nb:\r\n\r\nc:\r\nd");
+    EXPECT_EQ(text.SelectionStart(), 14);
+    EXPECT_EQ(changes.count(), 1);
+    text.undo();
+    EXPECT_EQ(text.Text(), u"a:b:\r\nc:d");
 }
 
 TEST_F(ProgramTextTest, SelectsALineWithoutItsEndAndNothingForALineThatIsNotThere) {
     text.SetText(u"one\r\n\r\nthree");
-    EXPECT_TRUE(text.SelectLine(1));
+    text.SelectLine(1);
     EXPECT_EQ(text.SelectedText(), u"one");
-    EXPECT_TRUE(text.SelectLine(2));
+    text.SelectLine(2);
     EXPECT_EQ(text.SelectedText(), u"");
-    EXPECT_TRUE(text.SelectLine(3));
+    text.SelectLine(3);
     EXPECT_EQ(text.SelectedText(), u"three");
     EXPECT_EQ(text.SelectionStart(), 7);
-    EXPECT_FALSE(text.SelectLine(4));
+    text.SelectLine(4);
     EXPECT_EQ(text.SelectedText(), u"");
     EXPECT_EQ(text.SelectionStart(), 7);
 }
 
+TEST_F(ProgramTextTest, ClearingTheSelectionScrollsNothing) {
+    text.SetText(std::u16string(400, u'\n'));
+    text.SelectLine(1);
+    text.SetSelectionLength(2);
+    text.verticalScrollBar()->setValue(200);
+    text.ClearSelection();
+    EXPECT_EQ(text.verticalScrollBar()->value(), 200);
+}
+
 TEST_F(ProgramTextTest, KeepsCharactersThatTheControlMightDrop) {
     const std::u16string odd = std::u16string(u"a\u00A0b") + u'\0' + u"c\t\u2028d";
-    text.SetText(odd);
-    EXPECT_EQ(text.Text().size(), odd.size());
-    EXPECT_EQ(text.Text()[1], u'\u00A0');
-    EXPECT_EQ(text.Text()[4], u'c');
+    text.SetText(odd + u"\u2029\uFDD0\uFDD1");
+    EXPECT_EQ(text.Text(), odd + u"\uFFFD\uFFFD\uFFFD");
 }
 
 }  // namespace platform
