@@ -2,18 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QClipboard>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QSettings>
-#include <QTableView>
 #include <QTest>
+#include <functional>
 #include <memory>
 
 #include "platform/modal.h"
 #include "platform/program_text.h"
+#include "shell/workbench.h"
 
 namespace shell {
 
@@ -21,29 +16,30 @@ namespace {
 
 struct Store : QSettings {
     Store() : QSettings(QSettings::NativeFormat, QSettings::UserScope, "Velmora", "Velmora") {}
+    void Put(const QString& key, const QString& text) { setValue("meminfo/" + key, text); }
+    QString Get(const QString& key) { return value("meminfo/" + key).toString(); }
 };
-
-void StoreSetting(const QString& key, const QString& value) {
-    Store().setValue("meminfo/" + key, value);
-}
 
 }  // namespace
 
-// The whole window with a machine of its own. The exit sequence ends in a count instead of the end of the process.
+// The whole program. The exit sequence ends in a count instead of the end of the process.
 class FrmMainTest : public testing::Test {
 protected:
     FrmMainTest() { Store().clear(); }
 
     void Start() {
-        window.reset();
-        machine = std::make_unique<m8085::MachineState>();
-        codeMap = std::make_unique<m8085::CodeMap>();
-        window = std::make_unique<frmMain>(
-            *machine, *codeMap, [this] { ++abouts; }, [this] { ++exits; });
-        window->resize(900, 640);
+        workbench = std::make_unique<Workbench>([this] { ++exits; });
+        window = &workbench->Window;
+        machine = workbench->Machine.get();
         window->show();
         window->activateWindow();
         QCoreApplication::processEvents();
+    }
+
+    void StartWith(std::u16string_view program) {
+        Start();
+        Editor().SetText(program);
+        Click("cmdCompile");
     }
 
     template <class Control>
@@ -55,22 +51,23 @@ protected:
 
     platform::ProgramText& Editor() { return Find<platform::ProgramText>("txtCode"); }
     QPushButton& Button(const QString& name) { return Find<QPushButton>(name); }
+    QAbstractItemModel& Cells() { return *Find<QTableView>("grdRAM").model(); }
+    QString Register(const QString& name) { return Find<QLineEdit>("txt" + name).text(); }
     void Click(const QString& name) { QTest::mouseClick(&Button(name), Qt::LeftButton); }
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
-
-    // The enabled run commands, by a letter each: Assemble, Run, Slow Run, sTep, rEset, Halt.
-    QString Enabled() {
-        return Letters([this](const char* command) { return Button(QString("cmd") + command).isEnabled(); });
+    void TypeIntoB(const QString& digits) {
+        auto& box = Find<QLineEdit>("txtB");
+        box.setFocus();
+        box.selectAll();
+        QTest::keyClicks(&box, digits);
     }
+    void EditCell(int row, int column) { Find<QTableView>("grdRAM").setCurrentIndex(Cells().index(row, column)); }
 
-    // The same of the entries of the CPU menu.
-    QString EnabledEntries() {
-        return Letters([this](const char* command) { return Find<QAction>(QString("mnu") + command).isEnabled(); });
-    }
-
-    static QString Letters(const std::function<bool(const char* command)>& isEnabled) {
+    // The enabled commands, by a letter each: Assemble, Run, Slow Run, sTep, rEset, Halt; by their buttons, or with
+    // "mnu" by the entries of the CPU menu.
+    QString Enabled(const QString& prefix = "cmd") {
         QString letters;
         for (const auto& [letter, command] : {std::pair{'A', "Compile"},
                                               {'R', "Run"},
@@ -78,21 +75,16 @@ protected:
                                               {'T', "SingleStep"},
                                               {'E', "Reset"},
                                               {'H', "Halt"}})
-            if (isEnabled(command)) letters += letter;
+            if (window->findChild<QObject*>(prefix + command)->property("enabled").toBool()) letters += letter;
         return letters;
     }
 
-    void Open(const QString& menu) { emit Find<QMenu>(menu).aboutToShow(); }
-
-    QString Register(const QString& name) { return Find<QLineEdit>("txt" + name).text(); }
-
-    // Calls back once, from inside the next run.
+    // Comes once, from inside the next run.
     static void DuringTheRun(std::function<void()> action) { QTimer::singleShot(0, std::move(action)); }
 
-    std::unique_ptr<m8085::MachineState> machine;
-    std::unique_ptr<m8085::CodeMap> codeMap;
-    std::unique_ptr<frmMain> window;
-    int abouts = 0;
+    std::unique_ptr<Workbench> workbench;
+    frmMain* window = nullptr;
+    m8085::MachineState* machine = nullptr;
     int exits = 0;
 };
 
@@ -106,225 +98,175 @@ TEST_F(FrmMainTest, AProgramIsTypedAssembledAndRunByKeyboardAlone) {
     Press(Qt::Key_F5);
     EXPECT_EQ(end.Text, "End of code encountered. The program would take 3.9 microsec on 8085 (12 T-States)");
     EXPECT_EQ(end.Caption, "Velmora");
-    EXPECT_EQ(Register("A"), "05");
-    EXPECT_EQ(Register("PC"), "8000");
-    EXPECT_EQ(Register("Tstates"), "0");
+    EXPECT_EQ(Register("A") + Register("PC") + Register("Tstates"), "0580000");
     QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
     EXPECT_EQ(Editor().Text(), u"mvi a,5\r\nhlt\t");
     EXPECT_EQ(window->focusWidget(), &Editor());
     EXPECT_EQ(Enabled(), "A");
 }
 
-TEST_F(FrmMainTest, AFailedAssemblySelectsItsLineAndKeepsTheRunCommandsOff) {
+TEST_F(FrmMainTest, AFailedAssemblyShowsItsLineAndKeepsWhatWasTypedIntoABox) {
     Start();
     Editor().SetText(u"start: nop\r\na:foo\r\nhlt");
-    auto& box = Find<QLineEdit>("txtB");
-    box.setFocus();
-    box.selectAll();
-    QTest::keyClicks(&box, "77");
+    TypeIntoB("77");
     MessageAnswer error(QMessageBox::Ok);
     Press(Qt::Key_F4);
-    EXPECT_EQ(error.Text, "Bad opcode - FOO");
-    EXPECT_EQ(error.Caption, "Error");
+    EXPECT_EQ(error.Caption + error.Text, "ErrorBad opcode - FOO");
     EXPECT_EQ(Editor().Text(), u"start: \r\nnop\r\na:\r\nfoo\r\nhlt");
     EXPECT_EQ(Editor().SelectedText(), u"foo");
     EXPECT_EQ(window->focusWidget(), &Editor());
     EXPECT_EQ(Enabled(), "A");
     window->activateWindow();
-    EXPECT_TRUE(QTest::qWaitFor([this] { return machine->B == 0x77; })) << "the box lost the focus to the editor";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return machine->B == 0x77; }));
 }
 
-TEST_F(FrmMainTest, AssemblingSavesTheCellUnderTheEditorAndTheMenuLeavesTheGridAsItIs) {
+TEST_F(FrmMainTest, AssemblingOverTheCellEditorKeepsTheProgramAndTheMenuLeavesTheGrid) {
     Start();
     Editor().SetText(u"mvi a,5");
-    auto& grid = Find<QTableView>("grdRAM");
-    grid.setCurrentIndex(grid.model()->index(0, 1));
+    EditCell(0, 1);
     QTest::keyClicks(QApplication::focusWidget(), "7f");
     Press(Qt::Key_F4);
     EXPECT_EQ(machine->Memory[0x8000], 0x3E);
-    EXPECT_EQ(grid.model()->index(1, 1).data().toString(), "00");
+    EXPECT_EQ(Cells().index(1, 1).data().toString(), "00");
     Click("cmdCompile");
-    EXPECT_EQ(grid.model()->index(1, 1).data().toString(), "05");
-    grid.setCurrentIndex(grid.model()->index(1, 1));
-    EXPECT_EQ(machine->Memory[0x8000], 0x3E) << "the editor must not write an old byte back";
-}
-
-TEST_F(FrmMainTest, AMenuDoesNotTakeABoxItsFocusButTheEditorAfterItDoes) {
-    Start();
-    auto& box = Find<QLineEdit>("txtB");
-    box.setFocus();
-    box.selectAll();
-    QTest::keyClicks(&box, "5");
-    window->menuBar()->setFocus(Qt::MenuBarFocusReason);
-    EXPECT_EQ(machine->B, 0);
-    Editor().setFocus();
-    EXPECT_EQ(machine->B, 5);
+    EXPECT_EQ(Cells().index(1, 1).data().toString(), "05");
+    EditCell(1, 1);
+    EXPECT_EQ(machine->Memory[0x8000], 0x3E);
 }
 
 TEST_F(FrmMainTest, ATextThatIsTooLongIsRefusedUntouched) {
     Start();
-    Editor().SetText(std::u16string(32'765, u' ') + u":");
-    const std::u16string before = Editor().Text();
     MessageAnswer error(QMessageBox::Ok);
+    const std::u16string text = std::u16string(32'765, u' ') + u":";
+    Editor().SetText(text);
     Click("cmdCompile");
     EXPECT_TRUE(error.Text.contains("32766"));
-    EXPECT_EQ(Editor().Text(), before);
+    EXPECT_EQ(Editor().Text(), text);
 }
 
 TEST_F(FrmMainTest, StepsShowTheNextLineAndTheEndTakesTwoPresses) {
-    Start();
-    Editor().SetText(u"mvi a,5\r\nhlt");
-    Click("cmdCompile");
-    Click("cmdSingleStep");
-    EXPECT_EQ(Editor().SelectedText(), u"hlt");
-    EXPECT_EQ(Register("A"), "05");
-    Click("cmdSingleStep");
-    EXPECT_EQ(Editor().SelectedText(), u"hlt");
+    StartWith(u"mvi a,5\r\nhlt");
+    for (int press = 0; press < 2; ++press) {
+        Click("cmdSingleStep");
+        EXPECT_EQ(Editor().SelectedText(), u"hlt");
+    }
     MessageAnswer end(QMessageBox::Ok);
     Click("cmdSingleStep");
     EXPECT_TRUE(end.Text.contains("3.96 microsec on 8085 (12 T-States)"));
     EXPECT_EQ(Editor().SelectedText(), u"");
 }
 
-TEST_F(FrmMainTest, AnEndlessRunStopsAndNothingElseStartsMeanwhile) {
-    Start();
-    Editor().SetText(u"loop:\r\ninr a\r\njmp loop");
-    Click("cmdCompile");
-    QString during;
+TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
+    StartWith(u"loop:\r\ninr a\r\njmp loop");
     DuringTheRun([&] {
-        during = Enabled();
-        Press(Qt::Key_F4);
-        Press(Qt::Key_F5);
-        Press(Qt::Key_F8);
+        EXPECT_EQ(Enabled(), "H");
+        for (const Qt::Key key : {Qt::Key_F4, Qt::Key_F5, Qt::Key_F8}) Press(key);
         Editor().setFocus();
         Press(Qt::Key_F6);
-        EXPECT_TRUE(Button("cmdHalt").hasFocus()) << "the way out of the editor by keyboard";
         Press(Qt::Key_Space);
     });
     Click("cmdRun");
-    EXPECT_EQ(during, "H");
     EXPECT_EQ(Enabled(), "ARSTE");
     EXPECT_NE(machine->TStates, 0);
     EXPECT_EQ(Register("Tstates"), QString::number(machine->TStates));
 }
 
-TEST_F(FrmMainTest, AfterARunAndItsMessageTheFocusIsOnRun) {
-    Start();
-    Editor().SetText(u"nop");
-    Click("cmdCompile");
-    MessageAnswer end(QMessageBox::Ok);
-    Click("cmdRun");
-    EXPECT_EQ(window->focusWidget(), &Button("cmdRun"));
-}
-
 TEST_F(FrmMainTest, AnEditDuringASlowRunKeepsStopAliveAndLosesTheProgram) {
-    Start();
-    Editor().SetText(u"loop:\r\ninr a\r\njmp loop");
-    Click("cmdCompile");
-    QString during;
+    StartWith(u"loop:\r\ninr a\r\njmp loop");
     DuringTheRun([&] {
         Editor().ReplaceSelection(u";");
-        during = Enabled();
+        EXPECT_EQ(Enabled(), "H");
         Click("cmdHalt");
     });
     Click("cmdSlowRun");
-    EXPECT_EQ(during, "H");
     EXPECT_EQ(Enabled(), "A");
 }
 
 TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {
-    Start();
-    Editor().SetText(u"lxi sp,1\r\npush b\r\nhlt");
-    Click("cmdCompile");
+    StartWith(u"lxi sp,1\r\npush b\r\nhlt");
     MessageAnswer refusal(QMessageBox::Ok);
     Click("cmdRun");
     EXPECT_TRUE(refusal.Text.contains("8003") && refusal.Text.contains("0001")) << refusal.Text.toStdString();
     EXPECT_EQ(Editor().SelectedText(), u"push b");
     EXPECT_EQ(Register("PC"), "8003");
     EXPECT_EQ(Enabled(), "ARSTE");
+    EXPECT_EQ(window->focusWidget(), &Button("cmdRun"));
 }
 
 TEST_F(FrmMainTest, MenuEntriesFollowTheirButtonsOnlyWhenTheMenuOpens) {
     Start();
-    EXPECT_EQ(EnabledEntries(), "ARSTEH");
-    Editor().setFocus();
-    {
-        MessageAnswer end(QMessageBox::Ok);
-        Press(Qt::Key_F5);
-        EXPECT_TRUE(end.Text.contains("1.3 microsec on 8085 (4 T-States)"));
-    }
+    EXPECT_EQ(Enabled("mnu"), "ARSTEH");
+    MessageAnswer end(QMessageBox::Ok);
+    Press(Qt::Key_F5);
+    EXPECT_TRUE(end.Text.contains("1.3 microsec on 8085 (4 T-States)"));
     EXPECT_EQ(Enabled(), "ARSTE");
     Editor().ReplaceSelection(u"nop");
-    Open("mnuCPU");
-    EXPECT_EQ(EnabledEntries(), "A");
+    emit Find<QMenu>("mnuCPU").aboutToShow();
+    EXPECT_EQ(Enabled("mnu"), "A");
     Click("cmdCompile");
-    EXPECT_EQ(EnabledEntries(), "A");
-    Open("mnuCPU");
-    EXPECT_EQ(EnabledEntries(), "ARSTE");
+    EXPECT_EQ(Enabled("mnu"), "A");
+    emit Find<QMenu>("mnuCPU").aboutToShow();
+    EXPECT_EQ(Enabled("mnu"), "ARSTE");
 }
 
 TEST_F(FrmMainTest, TheEditKeysActOnTheProgramWhereverTheFocusIs) {
     Start();
     Editor().SetText(u"hlt");
-    auto& box = Find<QLineEdit>("txtB");
-    box.setFocus();
-    box.selectAll();
-    Press(Qt::Key_A, Qt::ControlModifier);
-    Press(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(), "hlt");
-    Press(Qt::Key_X, Qt::ControlModifier);
-    Press(Qt::Key_V, Qt::ControlModifier);
-    Press(Qt::Key_V, Qt::ControlModifier);
+    TypeIntoB("0");
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_X, Qt::Key_V, Qt::Key_A, Qt::Key_C, Qt::Key_V, Qt::Key_V})
+        Press(key, Qt::ControlModifier);
     EXPECT_EQ(Editor().Text(), u"hlthlt");
-    EXPECT_EQ(box.text(), "00");
+    EXPECT_EQ(Register("B"), "0");
 }
 
-TEST_F(FrmMainTest, AnAccessKeyMovesTheFocusAndLettersOfMenusPressNoButton) {
-    Start();
-    Editor().SetText(u"nop");
-    Click("cmdCompile");
-    auto& box = Find<QLineEdit>("txtB");
-    box.setFocus();
-    box.selectAll();
-    QTest::keyClicks(&box, "7");
+TEST_F(FrmMainTest, ABoxIsStoredWhenAnotherControlHasTheFocusButNotForAMenu) {
+    StartWith(u"nop");
+    TypeIntoB("5");
+    window->menuBar()->setFocus(Qt::MenuBarFocusReason);
+    EXPECT_EQ(machine->B, 0);
+    Editor().setFocus();
+    EXPECT_EQ(machine->B, 5);
+    TypeIntoB("7");
     Press(Qt::Key_S, Qt::AltModifier);
-    EXPECT_EQ(machine->B, 7);
+    EXPECT_EQ(machine->B, 7) << "an access key moves the focus";
     EXPECT_TRUE(QTest::qWaitFor([this] { return machine->TStates == 4; }));
-    EXPECT_TRUE(Button("cmdCompile").shortcut().isEmpty());
-    EXPECT_FALSE(Button("cmdRun").shortcut().isEmpty());
+}
+
+TEST_F(FrmMainTest, LettersThatOpenAMenuPressNoButton) {
+    Start();
     Click("cmdCodeAssistant");
-    EXPECT_TRUE(Button("cmdCodeAssistant").shortcut().isEmpty());
+    EXPECT_FALSE(Find<QWidget>("frmRAM").isVisible());
+    Find<QAction>("mnuCodeAssistant").trigger();
+    EXPECT_TRUE(Find<QWidget>("frmRAM").isVisible());
+    for (const char* name : {"cmdCodeAssistant", "cmdCompile", "cmdHalt", "cmdReset"})
+        EXPECT_TRUE(Button(name).shortcut().isEmpty()) << name;
+    EXPECT_EQ(Button("cmdRun").shortcut(), QKeySequence("Alt+R"));
 }
 
 TEST_F(FrmMainTest, ExitStoresTheColumnsAndTheNextStartShowsThem) {
     Start();
     EXPECT_EQ(window->windowTitle(), "Velmora - [Untitled]");
-    {
-        ModalAnswer answer([](QWidget& box) {
-            auto& input = dynamic_cast<QInputDialog&>(box);
-            input.setTextValue("fe00");
-            input.accept();
-        });
-        Click("cmdAdd");
-    }
+    ModalAnswer answer([](QWidget& box) {
+        dynamic_cast<QInputDialog&>(box).setTextValue("fe00");
+        dynamic_cast<QInputDialog&>(box).accept();
+    });
+    Click("cmdAdd");
     window->close();
     EXPECT_EQ(exits, 1);
-    EXPECT_EQ(Store().value("meminfo/colcount").toString(), "4");
-    EXPECT_EQ(Store().value("meminfo/3").toString(), "fe00");
+    EXPECT_EQ(Store().Get("colcount") + ' ' + Store().Get("3"), "4 fe00");
     Start();
-    EXPECT_EQ(Find<QAbstractItemView>("grdRAM").model()->columnCount(), 10);
+    EXPECT_EQ(Cells().columnCount(), 10);
 }
 
 TEST_F(FrmMainTest, ADamagedStoreNeverStopsTheStart) {
-    StoreSetting("colcount", "-7");
+    Store().Put("colcount", "-7");
     Start();
-    EXPECT_EQ(Find<QAbstractItemView>("grdRAM").model()->columnCount(), 8);
-    StoreSetting("colcount", "5");
-    StoreSetting("0", "rubbish");
-    StoreSetting("3", "ff00");
-    StoreSetting("4", "A000");
+    EXPECT_EQ(Cells().columnCount(), 8);
+    for (const auto& [key, text] : {std::pair{"colcount", "5"}, {"0", "rubbish"}, {"3", "ff00"}, {"4", "A000"}})
+        Store().Put(key, text);
     Start();
-    EXPECT_EQ(Find<QAbstractItemView>("grdRAM").model()->columnCount(), 10);
+    EXPECT_EQ(Cells().columnCount(), 10);
+    EXPECT_EQ(Cells().index(0, 6).data().toString(), "A000");
 }
 
 TEST_F(FrmMainTest, CancelInTheQuestionDoesNotStopTheExit) {
@@ -337,9 +279,7 @@ TEST_F(FrmMainTest, CancelInTheQuestionDoesNotStopTheExit) {
 }
 
 TEST_F(FrmMainTest, ExitWorksFromInsideARunAndWhileItsOwnQuestionIsOpen) {
-    Start();
-    Editor().SetText(u"loop:\r\njmp loop");
-    Click("cmdCompile");
+    StartWith(u"loop:\r\njmp loop");
     DuringTheRun([&] {
         ModalAnswer question([&](QWidget& box) {
             window->mnuExit_Click();
@@ -352,25 +292,14 @@ TEST_F(FrmMainTest, ExitWorksFromInsideARunAndWhileItsOwnQuestionIsOpen) {
     });
     Click("cmdRun");
     EXPECT_EQ(exits, 2);
-    EXPECT_EQ(Store().value("meminfo/colcount").toString(), "3");
-}
-
-TEST_F(FrmMainTest, TheCodeAssistantTakesThePlaceOfTheMemoryPanel) {
-    Start();
-    Click("cmdCodeAssistant");
-    EXPECT_FALSE(Find<QWidget>("frmRAM").isVisible());
-    EXPECT_TRUE(Find<QWidget>("frmCA").isVisible());
-    Find<QAction>("mnuCodeAssistant").trigger();
-    EXPECT_TRUE(Find<QWidget>("frmRAM").isVisible());
-    EXPECT_EQ(Button("cmdCodeAssistant").text(), "Start &Code Assistant");
+    EXPECT_EQ(Store().Get("colcount"), "3");
 }
 
 TEST_F(FrmMainTest, EveryControlHasANameForThoseWhoCannotSeeIt) {
     Start();
-    for (const QWidget* control : window->findChildren<QWidget*>()) {
-        if (control->focusPolicy() == Qt::NoFocus || control->objectName().startsWith("qt_")) continue;
-        EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
-    }
+    for (const QWidget* control : window->findChildren<QWidget*>())
+        if (control->focusPolicy() != Qt::NoFocus && !control->objectName().startsWith("qt_"))
+            EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
 }
 
 }  // namespace shell
