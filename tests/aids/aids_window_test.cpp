@@ -71,7 +71,7 @@ TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) 
     }
 }
 
-TEST_F(CodeAssistantTest, StopEndsAnEntryAnywhereAndOnlyRegistersOfSomeFormAreLiveAndLabelsAreAskedFor) {
+TEST_F(CodeAssistantTest, StopEndsAnEntryAnywhereAndOnlyRegistersOfSomeFormAreLive) {
     for (const auto& [mnemonic, keys] :
          {std::pair{"STAX", "BC DE"}, {"PUSH", "BC DE HL PSW"}, {"LXI", "BC DE HL SP"}}) {
         Click(mnemonic);
@@ -86,10 +86,9 @@ TEST_F(CodeAssistantTest, StopEndsAnEntryAnywhereAndOnlyRegistersOfSomeFormAreLi
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
     EXPECT_EQ(txtCode.Text(), u"stax push lxi lxi b,");
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdDigits0");
+}
 
-    assistant.cmdCodeAssistant_Click();
-    assistant.cmdCodeAssistant_Click();
-    txtCode.SetText(u"");
+TEST_F(CodeAssistantTest, AsksForLabels) {
     for (const auto& [button, answer] : {std::pair{"Label", "loop"}, {"Label", "loop:"}, {"Label", ""}, {"JNZ", ""}}) {
         const InputAnswer label(answer);
         Click(button);

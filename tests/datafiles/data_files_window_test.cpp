@@ -103,19 +103,15 @@ TEST_F(DataFilesTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays) {
 TEST_F(DataFilesTest, RemoveReachesTheSelectedEntryByMouseAndByKeyboard) {
     files.mnuSaveData_Click();
     ASSERT_TRUE(QTest::qWaitForWindowActive(Dialog()));
-    for (const char* address : {"1", "2", "3", "4", "5"}) Add(address, address);
+    for (const char* address : {"1", "2", "3", "4"}) Add(address, address);
     auto& list = Control<QListWidget>("List1");
     list.setFocus();
     QTest::keyClick(&list, Qt::Key_End);
     QTest::keyClick(Dialog(), Qt::Key_R, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Entries() == "1 - 1|2 - 2|3 - 3|4 - 4"; }));
-    QTest::keyClick(&list, Qt::Key_Home);
-    QTest::keyClick(&list, Qt::Key_Tab);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-    EXPECT_EQ(Entries(), "2 - 2|3 - 3|4 - 4");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Entries() == "1 - 1|2 - 2|3 - 3"; }));
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(1)).center());
     for (int click = 0; click < 2; ++click) Click("Command3");
-    EXPECT_EQ(Entries(), "2 - 2|4 - 4");
+    EXPECT_EQ(Entries(), "1 - 1|3 - 3");
     Click("Command2");
     EXPECT_EQ(Entries(), "");
 }

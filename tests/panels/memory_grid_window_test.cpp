@@ -6,7 +6,6 @@
 #include <QTest>
 
 #include "platform/modal.h"
-#include "platform/twips.h"
 
 namespace panels {
 
@@ -15,7 +14,7 @@ class MemoryGridTest : public testing::Test {
 protected:
     MemoryGridTest() {
         window.resize(320, 400);
-        platform::Place(panel, 0, 0, 4575, 5535);
+        panel.resize(305, 369);
         panel.FormatGrid();
         panel.RefreshRAMDisplay();
         window.show();
@@ -54,8 +53,6 @@ protected:
         return editor.hasFocus() && grid.indexAt(place) == Cell(row, column);
     }
 
-    bool MemoryIsClear() { return machine.Memory == m8085::MemoryBytes{}; }
-
     m8085::MachineState machine;
     ColumnList columns;
     int programsLost = 0;
@@ -91,7 +88,7 @@ TEST_F(MemoryGridTest, DigitsGoIntoTheMachineOneByOneAndWhatTheMachineOrClearWri
     Type("12");
     Click("cmdClear");
     Click(4, 1);
-    EXPECT_TRUE(MemoryIsClear());
+    EXPECT_TRUE(machine.Memory == m8085::MemoryBytes{});
     EXPECT_EQ(machine.Ports[1] + machine.A, 0xAA);
     EXPECT_EQ(programsLost, 1);
 }
@@ -106,7 +103,6 @@ TEST_F(MemoryGridTest, NoWayOfLeavingACellLosesADigit) {
         [this] { grid.verticalScrollBar()->setValue(100); },
         [this] { Click("cmdAdd", "a000"); },
         [this] { Click("cmdRemove", "9100"); },
-        [this] { panel.RefreshRAMDisplay(); },
         [this] { window.clearFocus(), QApplication::setActiveWindow(nullptr); },
     };
     for (int row = 3; const auto& leave : ways) {
@@ -136,7 +132,7 @@ TEST_F(MemoryGridTest, TheCursorKeysMoveTheEditorOneCellButNotToTheLastRow) {
     Click(5, 0);
     EXPECT_FALSE(editor.isVisible());
     Type("9");
-    EXPECT_TRUE(MemoryIsClear());
+    EXPECT_TRUE(machine.Memory == m8085::MemoryBytes{});
     Key(Qt::Key_Down);
     Key(Qt::Key_Right);
     EXPECT_TRUE(IsEditorOver(6, 1));

@@ -4,21 +4,13 @@
 
 #include "panels/byte_editor.h"
 #include "panels/memory_snapshot.h"
-#include "panels/register_edit.h"
 
 namespace panels {
 
-TEST(ByteEdit, TakesHexadecimalDigitsAndCutsWhatIsInsertedToWhatTypingWouldHaveLeft) {
-    for (const char letIn : {'0', '9', 'A', 'F', 'a', 'f', '\b'}) EXPECT_TRUE(ValidateInput(letIn)) << letIn;
-    for (const int other : {0, 13, 22, 127, -1, int('g'), int('G'), 0x661}) EXPECT_FALSE(ValidateInput(other)) << other;
-    EXPECT_TRUE(AcceptsEditorKey('F', 2, 1));
-    EXPECT_FALSE(AcceptsEditorKey('3', 2, 0));
+TEST(ByteEdit, WhatIsInsertedIsCutToWhatTypingWouldHaveLeft) {
     EXPECT_EQ(CutInsertedText(u"xyz a\nBC", 8), u"aB");
     EXPECT_EQ(CutInsertedText(u"43A", 1), u"3A");
     EXPECT_EQ(CutInsertedText(u"34A", 2), u"3A");
-    EXPECT_EQ(ReadRegisterText(u"1FF"), 0x1F);
-    for (const char16_t* other : {u"g", u"5g", u" 5", u"-1"}) EXPECT_EQ(ReadRegisterText(other), std::nullopt);
-    EXPECT_EQ(ReadEditorText(u""), std::nullopt);
 }
 
 TEST(ColumnList, KeepsEachTextAsTypedUntilItIsFull) {
