@@ -69,7 +69,7 @@ TEST_F(DataFilesTest, LoadingRefreshesTheDisplayOrTellsWhyNot) {
     PutFile("8000: 1 80000000");
     EXPECT_EQ(load(), "There was some problem with opening the data file. It is probably not in the right format.");
     EXPECT_EQ(refreshes, 0);
-    PutFile("8000 : 3E 5 76 ;\r\n");
+    PutFile("8000 : 3E 5 76");
     EXPECT_EQ(load(), "");
     EXPECT_EQ(machine->Memory[0x8001] * refreshes, 5);
 }
@@ -93,7 +93,7 @@ TEST_F(DataFilesTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays) {
     EXPECT_EQ(Dialog(), nullptr);
 
     QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readLine().left(23), "; Data file created on ");
     EXPECT_EQ(file.readAll(), "\r\n8000 : A5 0 \r\nFFFF : A5 \r\n9000 : \r\n");
     files.mnuSaveData_Click();
