@@ -9,13 +9,14 @@
 #include <QTimer>
 #include <functional>
 
-// Answers the next modal box, whatever opens it, as soon as it is there. The box must come up for `Answered` to be
-// true.
-class ModalAnswer {
+// Answers the next modal box of its kind, whatever opens it, as soon as it is there. The box must come up for
+// `Answered` to be true. Answers to boxes of different kinds may wait at once.
+template <class Box>
+class BoxAnswer {
 public:
-    explicit ModalAnswer(std::function<void(QWidget& box)> give) : answer(std::move(give)) {
-        QObject::connect(&timer, &QTimer::timeout, [this] {
-            QWidget* box = QApplication::activeModalWidget();
+    explicit BoxAnswer(const std::function<void(Box& box)>& answer) {
+        QObject::connect(&timer, &QTimer::timeout, [this, answer] {
+            auto* box = dynamic_cast<Box*>(QApplication::activeModalWidget());
             if (box == nullptr) return;
             timer.stop();
             answered = true;
@@ -27,41 +28,42 @@ public:
     bool Answered() const { return answered; }
 
 private:
-    std::function<void(QWidget& box)> answer;
     QTimer timer;
     bool answered = false;
 };
 
+using ModalAnswer = BoxAnswer<QWidget>;
+
 // Presses a button of a message box and keeps what the box said.
-class MessageAnswer {
-public:
-    explicit MessageAnswer(QMessageBox::StandardButton button)
-        : modal([this, button](QWidget& widget) {
-              auto& box = dynamic_cast<QMessageBox&>(widget);
+struct MessageAnswer : BoxAnswer<QMessageBox> {
+    explicit MessageAnswer(QMessageBox::StandardButton button = QMessageBox::Ok)
+        : BoxAnswer([this, button](QMessageBox& box) {
               Text = box.text();
               Caption = box.windowTitle();
               box.button(button)->click();
           }) {}
 
-    bool Answered() const { return modal.Answered(); }
-
     QString Text;
     QString Caption;
+};
 
-private:
-    ModalAnswer modal;
+// Types a text into an input box and accepts it, or cancels the box if the text is empty. Keeps what the box said.
+struct InputAnswer : BoxAnswer<QInputDialog> {
+    explicit InputAnswer(const QString& text)
+        : BoxAnswer([this, text](QInputDialog& box) {
+              Said = box.windowTitle() + '|' + box.labelText();
+              box.setTextValue(text);
+              box.done(text.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
+          }) {}
+
+    QString Said;
 };
 
 // Types a path into a file dialog and accepts it; cancels the dialog if the path is empty.
-class FileAnswer : public ModalAnswer {
-public:
+struct FileAnswer : BoxAnswer<QFileDialog> {
     explicit FileAnswer(const QString& path)
-        : ModalAnswer([path](QWidget& widget) {
-              auto& dialog = dynamic_cast<QFileDialog&>(widget);
-              if (path.isEmpty()) {
-                  dialog.reject();
-                  return;
-              }
+        : BoxAnswer([path](QFileDialog& dialog) {
+              if (path.isEmpty()) return dialog.reject();
               dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path);
               static_cast<QDialog&>(dialog).accept();
           }) {}

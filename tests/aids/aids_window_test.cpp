@@ -1,0 +1,114 @@
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <memory>
+
+#include "aids/code_assistant.h"
+#include "aids/delay_designer.h"
+#include "assembler/instruction_table.h"
+#include "platform/modal.h"
+#include "support/workbench.h"
+
+namespace aids {
+
+class CodeAssistantTest : public testing::Test {
+protected:
+    CodeAssistantTest() {
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        assistant.cmdCodeAssistant_Click();
+    }
+
+    // Those of the panel that is shown.
+    QList<platform::Button*> LiveButtons() const {
+        QList<platform::Button*> live = window.findChildren<platform::Button*>();
+        live.removeIf([](const auto* button) { return !button->isVisible() || !button->isEnabled(); });
+        return live;
+    }
+
+    void Click(const QString& caption) {
+        for (auto* button : LiveButtons())
+            if (button->text() == caption) return QTest::mouseClick(button, Qt::LeftButton);
+        FAIL() << qPrintable(caption);
+    }
+
+    // Clicks what the operand needs and returns the text that it should come to.
+    QString Enter(const QString& operand) {
+        const QString digits = operand == "I8" ? "3F" : operand == "I16" ? "A09C" : "";
+        for (const QChar digit : digits) Click(digit);
+        if (!digits.isEmpty()) return digits.toLower();
+        Click(operand);
+        return (operand == "SP" || operand == "PSW" ? operand : operand.left(1)).toLower();
+    }
+
+    QWidget window;
+    platform::ProgramText txtCode{&window};
+    platform::Button cmdCodeAssistant{"cmdCodeAssistant", "Start &Code Assistant", nullptr};
+    QWidget frmRAM{&window};
+    CodeAssistant assistant{txtCode, cmdCodeAssistant, frmRAM, &window};
+};
+
+TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) {
+    const auto bench = std::make_unique<support::Workbench>();
+    for (int row = 0; row < m8085::InstructionRows; ++row) {
+        const int anchor = m8085::FirstAnchor + row * m8085::InstructionRowLength;
+        const auto text = [](std::string_view word) { return QString::fromStdString(std::string(word)); };
+        const QString mnemonic = text(m8085::MnemonicAt(anchor));
+        const QString first = text(m8085::OperandAt(anchor, 1));
+        const QString second = text(m8085::OperandAt(anchor, 2));
+        txtCode.SetText(u"");
+        const bool isBranch = first == "I16" && (mnemonic[0] == 'J' || mnemonic[0] == 'C');
+        const InputAnswer label("loop");
+        Click(mnemonic);
+        ASSERT_EQ(label.Said, isBranch ? "Label|Enter a label for " + mnemonic + ':' : "");
+        QString line = mnemonic.toLower() + ' ';
+        if (!first.isEmpty()) line += isBranch ? "loop" : Enter(first);
+        if (!second.isEmpty()) line += ',' + Enter(second);
+        ASSERT_EQ(txtCode.Text(), (line + "\r\n").toStdU16String());
+        ASSERT_TRUE(bench->Assemble(txtCode.Text() + u"loop:").Succeeded) << qPrintable(line);
+        ASSERT_EQ(bench->machine.Memory[0x8000], m8085::OpcodeAt(anchor)) << qPrintable(line);
+    }
+}
+
+TEST_F(CodeAssistantTest, StopEndsAnEntryAnywhereAndOnlyRegistersOfSomeFormAreLive) {
+    for (const auto& [mnemonic, keys] :
+         {std::pair{"STAX", "BC DE"}, {"PUSH", "BC DE HL PSW"}, {"LXI", "BC DE HL SP"}}) {
+        Click(mnemonic);
+        QStringList live;
+        for (const auto* button : LiveButtons()) live += button->text();
+        EXPECT_EQ(live.join(' '), keys);
+        assistant.cmdCodeAssistant_Click();
+        EXPECT_TRUE(frmRAM.isVisible() && LiveButtons().empty());
+        assistant.cmdCodeAssistant_Click();
+    }
+    Click("LXI");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(txtCode.Text(), u"stax push lxi lxi b,");
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdDigits0");
+}
+
+TEST_F(CodeAssistantTest, AsksForLabels) {
+    for (const auto& [button, answer] : {std::pair{"Label", "loop"}, {"Label", "loop:"}, {"Label", ""}, {"JNZ", ""}}) {
+        const InputAnswer label(answer);
+        Click(button);
+    }
+    EXPECT_EQ(txtCode.Text(), u"loop:\r\nloop:\r\n:\r\njnz \r\n");
+}
+
+TEST(DelayDesigner, PutsTheLoopInThePlaceOfTheSelectionAndRefusesALongTime) {
+    platform::ProgramText txtCode{nullptr};
+    txtCode.SetText(u"nop\r\nhlt");
+    txtCode.SelectLine(2);
+    DelayDesigner designer(txtCode);
+    for (const QString milliseconds : {"129001", "1"}) {
+        const InputAnswer input(milliseconds);
+        const MessageAnswer message;
+        designer.cmdDelay_Click();
+        EXPECT_EQ(input.Said, "Delay|How many milliseconds of delay do you want?");
+        EXPECT_EQ(message.Text, milliseconds == "1" ? "" : "Cool down, dude!!");
+    }
+    EXPECT_EQ(txtCode.Text(), u"nop\r\n\r\nlxi d,80\r\ndd_1:\r\ndcx d\r\nmov a,e\r\nora d\r\njnz dd_1\r\n");
+}
+
+}  // namespace aids
