@@ -246,10 +246,7 @@ TEST_F(FrmMainTest, LettersThatOpenAMenuPressNoButton) {
 TEST_F(FrmMainTest, ExitStoresTheColumnsAndTheNextStartShowsThem) {
     Start();
     EXPECT_EQ(window->windowTitle(), "Velmora - [Untitled]");
-    ModalAnswer answer([](QWidget& box) {
-        dynamic_cast<QInputDialog&>(box).setTextValue("fe00");
-        dynamic_cast<QInputDialog&>(box).accept();
-    });
+    InputAnswer answer("fe00");
     Click("cmdAdd");
     window->close();
     EXPECT_EQ(exits, 1);
@@ -297,9 +294,10 @@ TEST_F(FrmMainTest, ExitWorksFromInsideARunAndWhileItsOwnQuestionIsOpen) {
 
 TEST_F(FrmMainTest, EveryControlHasANameForThoseWhoCannotSeeIt) {
     Start();
-    for (const QWidget* control : window->findChildren<QWidget*>())
-        if (control->focusPolicy() != Qt::NoFocus && !control->objectName().startsWith("qt_"))
-            EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
+    for (const QWidget* control : window->findChildren<QWidget*>()) {
+        if (control->focusPolicy() == Qt::NoFocus || control->objectName().startsWith("qt_")) continue;
+        EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
+    }
 }
 
 }  // namespace shell
