@@ -24,6 +24,9 @@ void SetUp(m8085::MachineState& machine, const std::uint8_t* data, std::size_t s
     machine.SP = (bytes[11] << 8 | bytes[12]) + bytes[13] % 2;
     machine.TStates = bytes[14] % 2 == 0 ? 0 : 0x7FFFFF00;
 
+    for (std::size_t port = 0; port < machine.Ports.size(); ++port)
+        machine.Ports[port] = static_cast<std::uint8_t>(port + bytes[15]);
+
     // The rest lies at PC and goes round the end of memory, so that every limit is near for some input.
     for (std::size_t i = registerBytes; i < size; ++i)
         machine.Memory[(static_cast<std::size_t>(machine.PC) + i - registerBytes) % machine.Memory.size()] = data[i];
@@ -34,7 +37,9 @@ bool Same(const m8085::MachineState& one, const m8085::MachineState& other) {
            one.GetRegPair(1, false) == other.GetRegPair(1, false) &&
            one.GetRegPair(2, false) == other.GetRegPair(2, false) && one.SP == other.SP && one.PC == other.PC &&
            one.Halted == other.Halted && one.TStates == other.TStates && one.Memory == other.Memory &&
-           one.Ports == other.Ports && one.Refused.Reason == other.Refused.Reason;
+           one.Ports == other.Ports && one.Refused.Reason == other.Refused.Reason &&
+           one.Refused.PC == other.Refused.PC && one.Refused.Opcode == other.Refused.Opcode &&
+           one.Refused.Operand == other.Refused.Operand;
 }
 
 }  // namespace

@@ -158,6 +158,13 @@ void CodeAssistant::Take(const EntryStep& step) {
     }
 }
 
+// Whether the control lies unseen under the panel, as the register boxes do.
+bool CodeAssistant::Covers(const QWidget& panel, const QWidget* control) {
+    const QWidget* client = panel.parentWidget();
+    return control != nullptr && client->isAncestorOf(control) && !panel.isAncestorOf(control) &&
+           panel.geometry().contains(control->mapTo(client, control->rect().center()));
+}
+
 // One of the panels takes the place of the others, and the focus, where one of them had it: left to the toolkit, it
 // would stray to a text box and out of it again, as if the user had been there.
 void CodeAssistant::ShowOnly(QWidget& panel) {
@@ -169,6 +176,7 @@ void CodeAssistant::ShowOnly(QWidget& panel) {
         if (other->isAncestorOf(QApplication::focusWidget())) FocusInto(panel);
         other->hide();
     }
+    if (Covers(panel, panel.window()->focusWidget())) FocusInto(panel);
 }
 
 }  // namespace aids

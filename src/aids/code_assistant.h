@@ -35,6 +35,7 @@ private:
 
     void Take(const EntryStep& step);
     void ShowOnly(QWidget& panel);
+    static bool Covers(const QWidget& panel, const QWidget* control);
 
     static constexpr std::array<const char*, 13> registerCaptions = {"A", "B",  "C",  "D",  "E",  "H",  "L",
                                                                      "M", "BC", "DE", "HL", "SP", "PSW"};

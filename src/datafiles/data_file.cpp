@@ -123,15 +123,10 @@ std::string ComposeDataFile(std::span<const AddressRange> ranges, const MemoryBy
 }
 
 std::optional<std::uint16_t> ReadAddress(std::u16string_view text) {
-    if (text.empty()) return std::nullopt;
-    std::uint32_t value = 0;
-    for (const char16_t character : text) {
-        const int digit = HexDigitValue(character);
-        if (digit < 0) return std::nullopt;
-        value = value * 16 + static_cast<std::uint32_t>(digit);
-        if (value >= m8085::MemorySize) return std::nullopt;
-    }
-    return static_cast<std::uint16_t>(value);
+    constexpr std::int32_t last = m8085::MemorySize - 1;
+    const std::optional<std::int32_t> address = m8085::ReadHexNumber(text, last);
+    if (!address || *address > last) return std::nullopt;
+    return static_cast<std::uint16_t>(*address);
 }
 
 }  // namespace memedata

@@ -9,11 +9,11 @@
 namespace datafiles {
 
 DataFiles::DataFiles(m8085::MachineState& machineState, platform::FileDialog& fileDialog,
-                     std::function<void()> refreshRAMDisplay, QWidget& anyControl)
+                     std::function<void()> refreshRAMDisplay, QWidget& windowControl)
     : machine(machineState),
       cDialog(fileDialog),
       RefreshRAMDisplay(std::move(refreshRAMDisplay)),
-      control(anyControl) {}
+      control(windowControl) {}
 
 void DataFiles::mnuLoadData_Click() {
     const std::optional<QString> path = cDialog.ShowOpen(control);
@@ -24,8 +24,10 @@ void DataFiles::mnuLoadData_Click() {
                               platform::ApplicationTitle, platform::Icon::None);
         return;
     }
-    std::ifstream file(info.filesystemFilePath(), std::ios::binary);
-    if (memedata::LoadDataFile(file, machine.Memory)) {
+    // Reading a device or a pipe might never end.
+    std::ifstream file;
+    if (info.isFile()) file.open(info.filesystemFilePath(), std::ios::binary);
+    if (file.is_open() && memedata::LoadDataFile(file, machine.Memory)) {
         RefreshRAMDisplay();
     } else {
         platform::ShowMessage(
@@ -37,7 +39,7 @@ void DataFiles::mnuLoadData_Click() {
 void DataFiles::mnuSaveData_Click() {
     // A dialog that has been closed may be there for a moment yet.
     if (saveDialog == nullptr || !saveDialog->isVisible()) saveDialog = new frmSave(machine.Memory, *control.window());
-    saveDialog->show();
+    saveDialog->showNormal();
     saveDialog->raise();
     saveDialog->activateWindow();
 }

@@ -12,9 +12,9 @@ namespace datafiles {
 // The commands that move memory contents between the machine and data files.
 class DataFiles {
 public:
-    // The boxes and the save dialog stand before the window that `control` belongs to.
+    // The boxes and the save dialog stand before the window that `windowControl` belongs to.
     DataFiles(m8085::MachineState& machineState, platform::FileDialog& fileDialog,
-              std::function<void()> refreshRAMDisplay, QWidget& control);
+              std::function<void()> refreshRAMDisplay, QWidget& windowControl);
 
     void mnuLoadData_Click();
     void mnuSaveData_Click();

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <type_traits>
 
 namespace m8085 {
 
@@ -23,6 +26,20 @@ constexpr int HexDigitValue(char32_t character) {
     if (character >= U'A' && character <= U'F') return static_cast<int>(character - U'A' + 10);
     if (character >= U'a' && character <= U'f') return static_cast<int>(character - U'a' + 10);
     return -1;
+}
+
+// The value of a text of hexadecimal digits alone, in either case, with any number of leading zeros; nothing for any
+// other text. A value above `largest` reads as the one behind it. `largest` is below 7FFFFFF (hexadecimal).
+template <class Text>
+constexpr std::optional<std::int32_t> ReadHexNumber(Text text, std::int32_t largest) {
+    if (text.empty()) return std::nullopt;
+    std::int32_t value = 0;
+    for (const auto character : text) {
+        const int digit = HexDigitValue(static_cast<std::make_unsigned_t<decltype(+character)>>(character));
+        if (digit < 0) return std::nullopt;
+        value = std::min(value * 16 + digit, largest + 1);
+    }
+    return value;
 }
 
 }  // namespace m8085

@@ -9,21 +9,8 @@ namespace panels {
 
 namespace {
 
-// The value of a text of hexadecimal digits alone, in either case and of any length; nothing for any other text. Values
-// above FEFF all read as the one behind it.
-std::optional<std::int32_t> ReadAddress(std::string_view text) {
-    if (text.empty()) return std::nullopt;
-    std::int32_t value = 0;
-    for (const char character : text) {
-        const int digit = m8085::HexDigitValue(static_cast<unsigned char>(character));
-        if (digit < 0) return std::nullopt;
-        value = std::min(value * 16 + digit, HighestStart + 1);
-    }
-    return value;
-}
-
 bool IsStartAddress(std::string_view text) {
-    const std::optional<std::int32_t> address = ReadAddress(text);
+    const std::optional<std::int32_t> address = m8085::ReadHexNumber(text, HighestStart);
     return address && *address <= HighestStart;
 }
 
@@ -55,13 +42,13 @@ ColumnList ColumnList::Restored(std::string_view storedCount,
 }
 
 std::int32_t ColumnList::StartAddress(int index) const {
-    return ReadAddress(starts[static_cast<std::size_t>(index)]).value_or(0);
+    return m8085::ReadHexNumber(std::string_view(starts[static_cast<std::size_t>(index)]), HighestStart).value_or(0);
 }
 
 AddResult ColumnList::Add(std::string_view start) {
     if (!CanAdd()) return AddResult::Full;
     const bool isNegative = start.starts_with('-');
-    const std::optional<std::int32_t> address = ReadAddress(start.substr(isNegative ? 1 : 0));
+    const std::optional<std::int32_t> address = m8085::ReadHexNumber(start.substr(isNegative ? 1 : 0), HighestStart);
     if (!address) return AddResult::NoNumber;
     if (isNegative || *address > HighestStart) return AddResult::OutOfRange;
     starts.emplace_back(start);

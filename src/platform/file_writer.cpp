@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <filesystem>
 
 namespace platform {
 
@@ -24,7 +25,8 @@ bool WriteWhole(QFileDevice& file, const QByteArray& bytes) {
 std::optional<QString> WriteFile(const QString& path, const QByteArray& bytes) {
     const QFileInfo existing(path);
     if (existing.exists() && !existing.isFile()) {
-        // A device or a pipe takes what is written to it; a new file must not stand in its place.
+        // A device takes what is written to it; a new file must not stand in its place. A pipe might never take it.
+        if (std::filesystem::is_fifo(existing.filesystemFilePath())) return "It is a pipe.";
         QFile device(path);
         if (WriteWhole(device, bytes)) return std::nullopt;
         return device.errorString();

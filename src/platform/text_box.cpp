@@ -16,6 +16,11 @@ TextBox::TextBox(const QString& name, QWidget* parent) : QLineEdit(parent) {
             [this](const QWidget*, const QWidget* focused) { FollowFocus(focused); });
 }
 
+// The focus moves on while the rest of the control is taken down.
+TextBox::~TextBox() {
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void TextBox::keyPressEvent(QKeyEvent* event) {
     if (acceptsKey && IsCharacterKey(*event) && !acceptsKey(event->text().front().unicode())) {
         event->accept();

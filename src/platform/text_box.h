@@ -12,6 +12,7 @@ class TextBox : public QLineEdit {
 
 public:
     TextBox(const QString& name, QWidget* parent);
+    ~TextBox() override;
 
     // Asked before a key press puts a character into the box, with Backspace (8), Enter (13), Esc (27) and the other
     // control characters included; false drops the character. Keys without a character (Delete, arrows) pass by.
