@@ -11,11 +11,19 @@ namespace editor {
 namespace {
 
 constexpr std::size_t longestMnemonic = 4;
-constexpr std::size_t mnemonicCount = 75;
+constexpr std::string_view separators = " \n";
 
-constexpr std::array<std::string_view, mnemonicCount> SortedMnemonics() {
-    constexpr std::string_view separators = " \n";
-    std::array<std::string_view, mnemonicCount> words{};
+constexpr std::size_t CountMnemonics() {
+    std::size_t count = 0;
+    for (std::size_t i = 1; i < MnemonicList.size(); ++i) {
+        const bool begins = separators.find(MnemonicList[i - 1]) != std::string_view::npos;
+        if (begins && separators.find(MnemonicList[i]) == std::string_view::npos) ++count;
+    }
+    return count;
+}
+
+constexpr std::array<std::string_view, CountMnemonics()> SortedMnemonics() {
+    std::array<std::string_view, CountMnemonics()> words{};
     std::size_t start = 0;
     for (std::string_view& word : words) {
         start = MnemonicList.find_first_not_of(separators, start);
@@ -46,9 +54,11 @@ bool IsWordCharacter(char16_t character) {
         return (character >= u'0' && character <= u'9') || (character >= u'A' && character <= u'Z') ||
                (character >= u'a' && character <= u'z') || character == u'_';
     const bool latinSign = character <= 0xBF && character != 0xAA && character != 0xB5 && character != 0xBA;
+    const bool timesOrDivide = character == 0xD7 || character == 0xF7;
     const bool generalSign = character >= 0x2000 && character <= 0x2BFF;
     const bool wideSign = character >= 0x3000 && character <= 0x303F;
-    return !latinSign && !generalSign && !wideSign;
+    const bool pictureHalf = character >= 0xD800 && character <= 0xDFFF;
+    return !latinSign && !timesOrDivide && !generalSign && !wideSign && !pictureHalf;
 }
 
 void ColourWords(std::u16string_view text, std::size_t start, std::size_t end, std::vector<ColouredSpan>& spans) {

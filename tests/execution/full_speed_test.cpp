@@ -2,10 +2,27 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <new>
 #include <random>
 
 #include "support/machine_support.h"
 #include "support/workbench.h"
+
+static int allocations = 0;
+
+void* operator new(std::size_t size) {
+    ++allocations;
+    void* memory = std::malloc(size);
+    if (memory == nullptr) throw std::bad_alloc();
+    return memory;
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
 
 namespace execution {
 
@@ -55,6 +72,23 @@ TEST(FullSpeed, LeavesTheStateThatSingleStepsLeave) {
         ASSERT_EQ(fast.machine.Refused.Operand, slow.machine.Refused.Operand) << "slice " << slice;
     }
     EXPECT_GT(tStates, 200'000) << "the programs ended too soon to show anything";
+}
+
+TEST(FullSpeed, ARunAllocatesNothing) {
+    Workbench bench;
+    ASSERT_TRUE(bench.Assemble(u"loop:\r\ninr m\r\npush h\r\npop h\r\njmp loop").Succeeded);
+    RunControl* running = nullptr;
+    int yields = 0;
+    RunView view = support::SilentView();
+    view.Yield = [&] {
+        if (++yields == 3) running->Stop();
+    };
+    RunControl control(bench.machine, bench.codeMap, view);
+    running = &control;
+    const int before = allocations;
+    control.RunProgram();
+    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(yields, 3);
 }
 
 }  // namespace execution
