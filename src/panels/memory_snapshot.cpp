@@ -37,15 +37,20 @@ std::string MemorySnapshot::Text(int row, int column) const {
     return m8085::FormatHexLong(PairOf(column).Start + row);
 }
 
+std::size_t MemorySnapshot::AddressOf(int row, int column) const {
+    const std::int32_t address = PairOf(column).Start + row;
+    return static_cast<std::size_t>(address);
+}
+
 std::uint8_t MemorySnapshot::LiveByte(const m8085::MachineState& machine, int row, int column) const {
     if (isEmpty) return 0;
-    const auto address = static_cast<std::size_t>(PairOf(column).Start + row);
+    const std::size_t address = AddressOf(row, column);
     return IsPort(column) ? machine.Ports[address] : machine.Memory[address];
 }
 
 void MemorySnapshot::Store(m8085::MachineState& machine, int row, int column, std::uint8_t byte) const {
     if (isEmpty) return;
-    const auto address = static_cast<std::size_t>(PairOf(column).Start + row);
+    const std::size_t address = AddressOf(row, column);
     if (IsPort(column))
         machine.Ports[address] = byte;
     else

@@ -55,6 +55,7 @@ private:
     };
 
     const Pair& PairOf(int column) const { return pairs[static_cast<std::size_t>(column / 2)]; }
+    std::size_t AddressOf(int row, int column) const;
     bool IsPort(int column) const { return column >= Columns() - 2; }
 
     std::vector<Pair> pairs;
