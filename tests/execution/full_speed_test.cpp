@@ -2,27 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
 #include <random>
 
+#include "support/allocation_count.h"
 #include "support/machine_support.h"
 #include "support/workbench.h"
-
-static int allocations = 0;
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    void* memory = std::malloc(size);
-    if (memory == nullptr) throw std::bad_alloc();
-    return memory;
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace execution {
 
@@ -85,9 +69,9 @@ TEST(FullSpeed, ARunAllocatesNothing) {
     };
     RunControl control(bench.machine, bench.codeMap, view);
     running = &control;
-    const int before = allocations;
+    const int before = support::AllocationCount();
     control.RunProgram();
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(support::AllocationCount(), before);
     EXPECT_EQ(yields, 3);
 }
 
