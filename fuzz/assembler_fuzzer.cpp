@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         CHECK(assembly.Succeeded == assembly.AsmErrorText.empty());
         CHECK(assembly.AsmErrorLine >= 0);
     }
-    const auto origin = machine.Memory.begin() + assembler::ProgramOrigin;
+    const auto origin = machine.Memory.begin() + m8085::ProgramOrigin;
     CHECK(std::all_of(machine.Memory.begin(), origin, [](std::uint8_t byte) { return byte == 0; }));
     return 0;
 }
