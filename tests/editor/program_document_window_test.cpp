@@ -171,15 +171,4 @@ TEST_F(ProgramDocumentTest, TheClipboardTakesBothFormatsAndGivesOne) {
     EXPECT_EQ(text.Text(), u"");
 }
 
-TEST_F(ProgramDocumentTest, GotoLineSelectsALineOrNothing) {
-    text.SetText(u"mov a,b\r\nhlt");
-    document.GotoLine(2);
-    EXPECT_EQ(text.SelectedText(), u"hlt");
-    document.GotoLine(7);
-    EXPECT_EQ(text.SelectedText(), u"");
-    document.GotoLine(1);
-    document.GotoLine(0);
-    EXPECT_EQ(text.SelectedText(), u"");
-}
-
 }  // namespace editor
