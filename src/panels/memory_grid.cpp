@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "panels/byte_editor.h"
-#include "platform/button.h"
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/twips.h"
@@ -32,25 +31,12 @@ bool IsDataCell(const QModelIndex& cell) {
 
 }  // namespace
 
-MemoryGrid::MemoryGrid(m8085::MachineState& machine, ColumnList& columnList, std::function<void()> whenCleared,
-                       QWidget* parent)
-    : QGroupBox("Memory", parent), state(machine), columns(columnList), loseProgram(std::move(whenCleared)) {
+MemoryGrid::MemoryGrid(m8085::MachineState& machine, ColumnList& columnList, QWidget* parent)
+    : QGroupBox("Memory", parent), state(machine), columns(columnList) {
     setObjectName("frmRAM");
     setFont(platform::WindowFont());
-    AddButtons();
     AddGrid();
     AddEditor();
-}
-
-void MemoryGrid::AddButtons() {
-    const auto add = [this](const char* name, const char* caption, int left, int width, void (MemoryGrid::*command)()) {
-        auto* button = new platform::Button(name, caption, this);
-        platform::Place(*button, left, lineTop, width, lineHeight);
-        connect(button, &QPushButton::clicked, this, command);
-    };
-    add("cmdClear", "Clear", 900, 735, &MemoryGrid::cmdClear_Click);
-    add("cmdAdd", "Add Column", 1665, 1305, &MemoryGrid::cmdAdd_Click);
-    add("cmdRemove", "Remove Column", 3000, 1575, &MemoryGrid::cmdRemove_Click);
 }
 
 void MemoryGrid::AddGrid() {
@@ -106,7 +92,7 @@ void MemoryGrid::RefreshCurrentCell() {
 void MemoryGrid::cmdClear_Click() {
     state.Memory.fill(0);
     RefreshRAMDisplay();
-    loseProgram();
+    emit Cleared();
 }
 
 void MemoryGrid::cmdAdd_Click() {
@@ -119,8 +105,8 @@ void MemoryGrid::cmdAdd_Click() {
             RefreshRAMDisplay();
             break;
         case AddResult::OutOfRange:
-            platform::ShowMessage(*this, "The starting address must be between 0 and FEFF", title,
-                                  platform::Icon::Information);
+            platform::ShowMessage(*this, "The starting address must be between 0 and FEFF", QMessageBox::Information,
+                                  title);
             break;
         case AddResult::NoNumber:
         case AddResult::Full: break;

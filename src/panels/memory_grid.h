@@ -2,7 +2,6 @@
 
 #include <QGroupBox>
 #include <QModelIndex>
-#include <functional>
 
 #include "machine/machine_state.h"
 #include "panels/column_list.h"
@@ -19,9 +18,7 @@ class MemoryGrid : public QGroupBox {
     Q_OBJECT
 
 public:
-    // whenCleared is called when Clear has wiped the assembled program from memory.
-    MemoryGrid(m8085::MachineState& machine, ColumnList& columnList, std::function<void()> whenCleared,
-               QWidget* parent);
+    MemoryGrid(m8085::MachineState& machine, ColumnList& columnList, QWidget* parent);
 
     // Sets the grid up for the columns of the list, with cells that are empty until RefreshRAMDisplay fills them. The
     // last row of the last column becomes current.
@@ -39,12 +36,15 @@ public:
     void cmdAdd_Click();
     void cmdRemove_Click();
 
+signals:
+    // Clear has wiped the assembled program from memory.
+    void Cleared();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void AddButtons();
     void AddGrid();
     void AddEditor();
 
@@ -63,7 +63,6 @@ private:
 
     m8085::MachineState& state;
     ColumnList& columns;
-    std::function<void()> loseProgram;
 
     MemoryModel* model = nullptr;
     platform::Grid* grdRAM = nullptr;
