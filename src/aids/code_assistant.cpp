@@ -4,7 +4,7 @@
 #include <QLabel>
 
 #include "aids/mnemonic_buttons.h"
-#include "editor/mnemonic_list.h"
+#include "assembler/mnemonic_list.h"
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/twips.h"
@@ -73,7 +73,7 @@ CodeAssistant::CodeAssistant(platform::ProgramText& programText, Button& startBu
 }
 
 void CodeAssistant::InitCodeAssistant() {
-    const MnemonicLayout layout = LayOutMnemonics(editor::MnemonicList);
+    const MnemonicLayout layout = LayOutMnemonics(assembler::MnemonicList);
     constexpr std::array captions = {"Data transfer instructions:", "Arithmetic instructions:", "Logical instructions:",
                                      "Branch control instructions:", "Machine control instructions:"};
     for (std::size_t i = 0; i < captions.size(); ++i)
