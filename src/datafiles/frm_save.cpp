@@ -2,11 +2,12 @@
 
 #include <QApplication>
 #include <QDateTime>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
 
+#include "files/file_writer.h"
 #include "platform/dialogs.h"
-#include "platform/file_writer.h"
 #include "platform/fonts.h"
 #include "platform/twips.h"
 
@@ -122,8 +123,8 @@ void frmSave::OKButton_Click() {
     const std::string text =
         memedata::ComposeDataFile(Ranges(), memory, user.toString(now.date(), QLocale::ShortFormat).toStdString(),
                                   user.toString(now.time(), QLocale::LongFormat).toStdString());
-    if (const auto reason = platform::WriteFile(path, QByteArray::fromStdString(text)))
-        return Tell("The file " + path + " could not be written: " + *reason);
+    if (const auto reason = files::WriteFile(QFileInfo(path).filesystemFilePath(), text))
+        return Tell("The file " + path + " could not be written: " + QString::fromStdString(*reason));
     close();
 }
 
