@@ -128,7 +128,7 @@ void frmSave::OKButton_Click() {
 }
 
 void frmSave::Tell(const QString& text) {
-    platform::ShowMessage(*this, text, platform::ApplicationTitle, platform::Icon::None);
+    platform::ShowMessage(*this, text, QMessageBox::NoIcon);
 }
 
 std::vector<memedata::AddressRange> frmSave::Ranges() const {

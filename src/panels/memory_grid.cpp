@@ -8,7 +8,6 @@
 
 #include "panels/byte_editor.h"
 #include "panels/register_edit.h"
-#include "platform/button.h"
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/twips.h"
@@ -29,25 +28,12 @@ constexpr int lastRow = MemorySnapshot::Rows - 1;
 
 }  // namespace
 
-MemoryGrid::MemoryGrid(m8085::MachineState& machine, ColumnList& columns, std::function<void()> whenCleared,
-                       QWidget* parent)
-    : QGroupBox("Memory", parent), machine_(machine), columns_(columns), whenCleared_(std::move(whenCleared)) {
+MemoryGrid::MemoryGrid(m8085::MachineState& machine, ColumnList& columns, QWidget* parent)
+    : QGroupBox("Memory", parent), machine_(machine), columns_(columns) {
     setObjectName("frmRAM");
     setFont(platform::WindowFont());
-    AddButtons();
     AddGrid();
     AddEditor();
-}
-
-void MemoryGrid::AddButtons() {
-    const auto add = [this](const char* name, const char* caption, int left, int width, void (MemoryGrid::*command)()) {
-        auto* button = new platform::Button(name, caption, this);
-        platform::Place(*button, left, lineTop, width, lineHeight);
-        connect(button, &QPushButton::clicked, this, command);
-    };
-    add("cmdClear", "Clear", 900, 735, &MemoryGrid::cmdClear_Click);
-    add("cmdAdd", "Add Column", 1665, 1305, &MemoryGrid::cmdAdd_Click);
-    add("cmdRemove", "Remove Column", 3000, 1575, &MemoryGrid::cmdRemove_Click);
 }
 
 void MemoryGrid::AddGrid() {
@@ -102,7 +88,7 @@ void MemoryGrid::RefreshCurrentCell() {
 void MemoryGrid::cmdClear_Click() {
     machine_.Memory.fill(0);
     RefreshRAMDisplay();
-    whenCleared_();
+    emit Cleared();
 }
 
 void MemoryGrid::cmdAdd_Click() {
@@ -115,8 +101,8 @@ void MemoryGrid::cmdAdd_Click() {
             RefreshRAMDisplay();
             break;
         case AddResult::OutOfRange:
-            platform::ShowMessage(*this, "The starting address must be between 0 and FEFF", title,
-                                  platform::Icon::Information);
+            platform::ShowMessage(*this, "The starting address must be between 0 and FEFF", QMessageBox::Information,
+                                  title);
             break;
         case AddResult::NoNumber:
         case AddResult::Full: break;

@@ -2,7 +2,6 @@
 
 #include <QGroupBox>
 #include <QModelIndex>
-#include <functional>
 
 #include "machine/machine_state.h"
 #include "panels/column_list.h"
@@ -19,8 +18,7 @@ class MemoryGrid : public QGroupBox {
     Q_OBJECT
 
 public:
-    // whenCleared is called when Clear has wiped the assembled program from memory.
-    MemoryGrid(m8085::MachineState& machine, ColumnList& columns, std::function<void()> whenCleared, QWidget* parent);
+    MemoryGrid(m8085::MachineState& machine, ColumnList& columns, QWidget* parent);
 
     // Sets the grid up for the columns of the list, with bytes that RefreshRAMDisplay has yet to take from the machine.
     // The last row of the last column becomes current.
@@ -38,13 +36,16 @@ public:
     void cmdAdd_Click();
     void cmdRemove_Click();
 
+signals:
+    // Clear has wiped the assembled program from memory.
+    void Cleared();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void AddButtons();
     void AddGrid();
     void AddEditor();
 
@@ -64,7 +65,6 @@ private:
 
     m8085::MachineState& machine_;
     ColumnList& columns_;
-    std::function<void()> whenCleared_;
 
     MemoryModel* model_ = nullptr;
     platform::Grid* grdRAM_ = nullptr;

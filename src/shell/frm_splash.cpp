@@ -1,14 +1,15 @@
 #include "shell/frm_splash.h"
 
+#include <QDesktopServices>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QUrl>
 
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/keys.h"
-#include "platform/process.h"
 #include "platform/twips.h"
 
 namespace shell {
@@ -39,15 +40,15 @@ frmSplash::frmSplash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) 
 
     setObjectName("frmSplash");
     setAccessibleName("About Velmora");
-    setWindowTitle(platform::ApplicationTitle);
     setFixedSize(platform::Pixels(clientWidth), platform::Pixels(clientHeight));
     setMouseTracking(true);
 
     constexpr int nameLeft = 240;
+    const QString productName = QCoreApplication::applicationName();
+    setWindowTitle(productName);
     const int nameWidth = platform::Pixels(clientWidth - 3 * nameLeft);
-    AddLabel("Label1", platform::ApplicationTitle, platform::Display(75, platform::ApplicationTitle, nameWidth),
-             QColor(0, 0, 255), nameLeft, 360);
-    AddLabel("Label3", "Version 6.2", Verdana(12, Weight::Bold), QColor(192, 0, 192), 4680, 2040);
+    AddLabel("Label1", productName, platform::Display(75, productName, nameWidth), QColor(0, 0, 255), nameLeft, 360);
+    AddLabel("Label3", "Version " VELMORA_VERSION, Verdana(12, Weight::Bold), QColor(192, 0, 192), 4680, 2040);
     Label7 = &AddLabel("Label7", "Free software under the MIT licence", Verdana(9.75), QColor(64, 0, 0), 2640, 2760);
     AddLabel("Label2", "The Velmora developers", Verdana(11.25, Weight::Bold), QColor(0, 128, 0), 3120, 3360);
     AddLabel("Label4", "mail: hello@velmora.example", CourierNew(9.75), QColor(192, 0, 0), 3240, 3840);
@@ -131,9 +132,9 @@ void frmSplash::closeEvent(QCloseEvent* event) {
 }
 
 void frmSplash::Label5_Click() {
-    if (platform::OpenPage(pageAddress)) return;
+    if (QDesktopServices::openUrl(QUrl(pageAddress))) return;
     platform::ShowMessage(*this, "The page could not be opened in a browser. Its address is " + pageAddress,
-                          platform::ApplicationTitle, platform::Icon::Information);
+                          QMessageBox::Information);
 }
 
 void frmSplash::Timer1_Timer() {

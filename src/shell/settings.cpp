@@ -1,32 +1,39 @@
 #include "shell/settings.h"
 
-#include "platform/settings_store.h"
+#include <QSettings>
 
 namespace shell {
 
 namespace {
 
-const QString application = QStringLiteral("Velmora");
-const QString section = QStringLiteral("meminfo");
-const QString countKey = QStringLiteral("colcount");
+const QString countKey = QStringLiteral("meminfo/colcount");
+
+QString StartKey(int index) {
+    return "meminfo/" + QString::number(index);
+}
+
+struct Store : QSettings {
+    Store() : QSettings(QSettings::NativeFormat, QSettings::UserScope, "Velmora", "Velmora") {}
+};
 
 }  // namespace
 
 panels::ColumnList ReadColumns() {
-    const QString count = platform::GetSetting(application, section, countKey, "3");
-    return panels::ColumnList::Restored(count.toStdString(), [](int index, const std::string& fallback) {
-        const QString key = QString::number(index);
-        return platform::GetSetting(application, section, key, QString::fromStdString(fallback)).toStdString();
-    });
+    const Store store;
+    return panels::ColumnList::Restored(
+        store.value(countKey, "3").toString().toStdString(), [&store](int index, const std::string& fallback) {
+            return store.value(StartKey(index), QString::fromStdString(fallback)).toString().toStdString();
+        });
 }
 
 // Keys of columns that were removed stay in the store; the count tells that they are not to be read.
 void SaveColumns(const panels::ColumnList& columns) {
-    QMap<QString, QString> values{{countKey, QString::number(columns.ColCount())}};
+    Store store;
+    store.setValue(countKey, QString::number(columns.ColCount()));
     for (int index = 0; index < columns.ColCount(); ++index)
-        values[QString::number(index)] =
-            QString::fromStdString(columns.ColumnStarts()[static_cast<std::size_t>(index)]);
-    platform::SaveSettings(application, section, values);
+        store.setValue(StartKey(index),
+                       QString::fromStdString(columns.ColumnStarts()[static_cast<std::size_t>(index)]));
+    store.sync();
 }
 
 }  // namespace shell

@@ -13,6 +13,7 @@ namespace panels {
 class MemoryGridTest : public testing::Test {
 protected:
     MemoryGridTest() {
+        QObject::connect(&panel, &MemoryGrid::Cleared, [this] { ++programsLost; });
         window.resize(320, 400);
         panel.resize(305, 369);
         panel.FormatGrid();
@@ -41,11 +42,11 @@ protected:
         for (; *keys != '\0'; ++keys) QTest::keyClick(window.windowHandle(), *keys);
     }
 
-    // What the boxes say that the button brings up: an input box, into which the text goes, and maybe a message.
-    QString Click(const char* button, const QString& text = {}) {
+    // What the boxes say that the command brings up: an input box, into which the text goes, and maybe a message.
+    QString Do(void (MemoryGrid::*command)(), const QString& text = {}) {
         const InputAnswer input(text);
         const MessageAnswer message;
-        QTest::mouseClick(window.findChild<QPushButton*>(button), Qt::LeftButton);
+        (panel.*command)();
         Activate();
         return input.Said + message.Text;
     }
@@ -59,7 +60,7 @@ protected:
     ColumnList columns;
     int programsLost = 0;
     QWidget window;
-    MemoryGrid panel{machine, columns, [this] { ++programsLost; }, &window};
+    MemoryGrid panel{machine, columns, &window};
     platform::Grid& grid = *window.findChild<platform::Grid*>("grdRAM");
     QLineEdit& editor = *window.findChild<QLineEdit*>("txtEdit");
 };
@@ -88,7 +89,7 @@ TEST_F(MemoryGridTest, DigitsGoIntoTheMachineOneByOneAndWhatTheMachineOrClearWri
 
     machine.Ports[1] = machine.A = machine.Memory[0xFFFF] = 0x55;
     Type("12");
-    Click("cmdClear");
+    Do(&MemoryGrid::cmdClear_Click);
     Click(4, 1);
     EXPECT_TRUE(machine.Memory == m8085::MemoryBytes{});
     EXPECT_EQ(machine.Ports[1] + machine.A, 0xAA);
@@ -103,8 +104,8 @@ TEST_F(MemoryGridTest, NoWayOfLeavingACellLosesADigit) {
         [this] { Key(Qt::Key_Down); },
         [this] { Key(Qt::Key_Tab); },
         [this] { grid.verticalScrollBar()->setValue(100); },
-        [this] { Click("cmdAdd", "a000"); },
-        [this] { Click("cmdRemove", "9100"); },
+        [this] { Do(&MemoryGrid::cmdAdd_Click, "a000"); },
+        [this] { Do(&MemoryGrid::cmdRemove_Click, "9100"); },
         [this] { window.clearFocus(), QApplication::setActiveWindow(nullptr); },
     };
     for (int row = 3; const auto& leave : ways) {
@@ -195,7 +196,7 @@ TEST_F(MemoryGridTest, NothingIsWrittenThatNobodyTyped) {
 }
 
 TEST_F(MemoryGridTest, AllCellsThatShowAnAddressChangeTogether) {
-    Click("cmdAdd", "8000");
+    Do(&MemoryGrid::cmdAdd_Click, "8000");
     Click(1, 1);
     Type("12");
     grid.scrollTo(Cell(1, 7));
@@ -211,18 +212,18 @@ TEST_F(MemoryGridTest, PairsComeAndGoBeforeThePortsAndTheEditorIsNeverOverAForei
     panel.RefreshRAMDisplay();
     grid.verticalScrollBar()->setValue(40);
     Click(50, 1);
-    EXPECT_EQ(Click("cmdAdd", "fe00"), "Add Column|Enter starting address");
+    EXPECT_EQ(Do(&MemoryGrid::cmdAdd_Click, "fe00"), "Add Column|Enter starting address");
     EXPECT_EQ(CellText(0, 6) + CellText(0, 7) + CellText(1, 8), "FE00EE01");
     EXPECT_FALSE(editor.isVisible());
     Type("34");
     Click(45, 1);
     EXPECT_EQ(machine.Ports[0xFF], 0x66);
 
-    EXPECT_TRUE(Click("cmdAdd", "FF00").endsWith("The starting address must be between 0 and FEFF"));
-    EXPECT_EQ(Click("cmdRemove", "9000"),
+    EXPECT_TRUE(Do(&MemoryGrid::cmdAdd_Click, "FF00").endsWith("The starting address must be between 0 and FEFF"));
+    EXPECT_EQ(Do(&MemoryGrid::cmdRemove_Click, "9000"),
               "Remove Column|Enter a starting address. Your options are:\r\n8000, 9000, 9100, fe00");
-    for (const char* start : {"8000", "fe00", "9100"}) Click("cmdRemove", start);
-    EXPECT_EQ(Click("cmdRemove", "8000"), "");
+    for (const char* start : {"8000", "fe00", "9100"}) Do(&MemoryGrid::cmdRemove_Click, start);
+    EXPECT_EQ(Do(&MemoryGrid::cmdRemove_Click, "8000"), "");
     ASSERT_EQ(grid.model()->columnCount(), 2);
     Click(43, 1);
     Type("4");

@@ -35,7 +35,7 @@ struct Workbench {
 inline execution::RunView SilentView() {
     return {.DisplayRegs = [] {},
             .RefreshRAMDisplay = [] {},
-            .GotoLine = [](int) {},
+            .SelectLine = [](int) {},
             .ClearSelection = [] {},
             .Yield = [] {},
             .ShowEndMessage = [](const std::string&) {},
