@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <algorithm>
 
-#include "editor/mnemonic_list.h"
+#include "assembler/mnemonic_list.h"
 #include "machine/number_format.h"
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
@@ -78,7 +78,7 @@ Button* CodeAssistant::MakeKey(const char* array, int index, const QString& capt
 }
 
 void CodeAssistant::InitCodeAssistant() {
-    const MnemonicLayout layout = LayOutMnemonics(editor::MnemonicList);
+    const MnemonicLayout layout = LayOutMnemonics(assembler::MnemonicList);
     constexpr std::array captions = {"Data transfer instructions:", "Arithmetic instructions:", "Logical instructions:",
                                      "Branch control instructions:", "Machine control instructions:"};
     for (std::size_t i = 0; i < captions.size(); ++i)

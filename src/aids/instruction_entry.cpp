@@ -18,15 +18,15 @@ std::u16string LowerCase(std::string_view text) {
 }
 
 int OperandCount(int anchor) {
-    if (m8085::OperandAt(anchor, 1).empty()) return 0;
-    return m8085::OperandAt(anchor, 2).empty() ? 1 : 2;
+    if (assembler::OperandAt(anchor, 1).empty()) return 0;
+    return assembler::OperandAt(anchor, 2).empty() ? 1 : 2;
 }
 
 }  // namespace
 
 EntryStep InstructionEntry::ChooseMnemonic(std::string_view mnemonic) {
-    CAMnemonicPos = m8085::FindInstruction(std::u16string(mnemonic.begin(), mnemonic.end()));
-    assert(CAMnemonicPos != m8085::NoAnchor);
+    CAMnemonicPos = assembler::FindInstruction(std::u16string(mnemonic.begin(), mnemonic.end()));
+    assert(CAMnemonicPos != assembler::NoAnchor);
     CAOperandCount = OperandCount(CAMnemonicPos);
     CAOperandIndex = 1;
     return CAGetOperand(LowerCase(mnemonic) + u' ');
@@ -54,11 +54,11 @@ EntryStep InstructionEntry::ChooseLabel(std::u16string_view label) {
 EntryStep InstructionEntry::CAGetOperand(std::u16string text) {
     if (CAOperandIndex > CAOperandCount) return {text.append(lineEnd), NextEntry::Mnemonic};
     if (CAOperandIndex == 2) text += u',';
-    const std::string_view operand = m8085::OperandAt(CAMnemonicPos, CAOperandIndex);
+    const std::string_view operand = assembler::OperandAt(CAMnemonicPos, CAOperandIndex);
     ++CAOperandIndex;
 
     if (operand == "I8") return GetDigits(std::move(text), 2);
-    if (m8085::TakesLabel(CAMnemonicPos)) return {std::move(text), NextEntry::Label};
+    if (assembler::TakesLabel(CAMnemonicPos)) return {std::move(text), NextEntry::Label};
     if (operand == "I16") return GetDigits(std::move(text), 4);
     return {std::move(text), NextEntry::Register};
 }
@@ -71,14 +71,14 @@ EntryStep InstructionEntry::GetDigits(std::u16string text, int count) {
 
 bool InstructionEntry::IsLive(std::string_view caption) const {
     const int column = CAOperandIndex - 1;
-    const int end = m8085::FirstAnchor + m8085::InstructionRows * m8085::InstructionRowLength;
-    for (int anchor = m8085::FirstAnchor; anchor < end; anchor += m8085::InstructionRowLength)
-        if (m8085::MnemonicAt(anchor) == Mnemonic() && m8085::OperandAt(anchor, column) == caption) return true;
+    const int end = assembler::FirstAnchor + assembler::InstructionRows * assembler::InstructionRowLength;
+    for (int anchor = assembler::FirstAnchor; anchor < end; anchor += assembler::InstructionRowLength)
+        if (assembler::MnemonicAt(anchor) == Mnemonic() && assembler::OperandAt(anchor, column) == caption) return true;
     return false;
 }
 
 std::string_view InstructionEntry::Mnemonic() const {
-    return m8085::MnemonicAt(CAMnemonicPos);
+    return assembler::MnemonicAt(CAMnemonicPos);
 }
 
 std::u16string LabelLine(std::u16string_view answer) {

@@ -11,8 +11,6 @@ namespace assembler {
 
 namespace {
 
-using m8085::FindInstruction;
-
 bool IsBlank(char16_t character) {
     return character == u' ' || character == u'\t';
 }
@@ -76,7 +74,7 @@ private:
     bool ResolveLabels();
 
     bool Write(std::int32_t address, std::uint32_t value);
-    void ReplaceOpcode(int anchor) { Write(LocationCounter - 1, m8085::OpcodeAt(anchor)); }
+    void ReplaceOpcode(int anchor) { Write(LocationCounter - 1, OpcodeAt(anchor)); }
 
     bool Fail(std::u16string reason, int line);
     bool FailOnOperand(std::u16string_view operand);
@@ -169,24 +167,24 @@ bool Translation::DefineLabel() {
 
 bool Translation::TranslateInstruction() {
     codeMap.SetLine(LocationCounter, LineCounter);
-    if (W1.size() > m8085::LongestSearchableWord) return FailGenerally();
+    if (W1.size() > LongestSearchableWord) return FailGenerally();
     int anchor = FindInstruction(W1);
-    if (anchor == m8085::NoAnchor) return Fail(u"Bad opcode - " + std::u16string(W1), codeMap.LineAt(LocationCounter));
-    if (!Write(LocationCounter, m8085::OpcodeAt(anchor))) return FailGenerally();
+    if (anchor == NoAnchor) return Fail(u"Bad opcode - " + std::u16string(W1), codeMap.LineAt(LocationCounter));
+    if (!Write(LocationCounter, OpcodeAt(anchor))) return FailGenerally();
     ++LocationCounter;
     return TranslateFirstOperand(anchor) && TranslateSecondOperand(anchor);
 }
 
 bool Translation::TranslateFirstOperand(int& anchor) {
-    const std::string_view column = m8085::OperandAt(anchor, 1);
+    const std::string_view column = OperandAt(anchor, 1);
     if (column.empty()) return true;
     if (column == "I8") return EmitByte(W2);
     if (column != "I16") return SelectByFirstOperand(anchor);
-    return m8085::TakesLabel(anchor) ? EmitReference() : EmitWord(W2);
+    return TakesLabel(anchor) ? EmitReference() : EmitWord(W2);
 }
 
 bool Translation::TranslateSecondOperand(int& anchor) {
-    const std::string_view column = m8085::OperandAt(anchor, 2);
+    const std::string_view column = OperandAt(anchor, 2);
     if (column.empty()) return true;
     if (column == "I8") return EmitByte(W3);
     if (column == "I16") return EmitWord(W3);
@@ -194,15 +192,15 @@ bool Translation::TranslateSecondOperand(int& anchor) {
 }
 
 bool Translation::SelectByFirstOperand(int& anchor) {
-    anchor = W2.empty() ? m8085::NoAnchor : FindInstruction(W1, W2);
-    if (anchor == m8085::NoAnchor) return FailOnOperand(W2);
+    anchor = W2.empty() ? NoAnchor : FindInstruction(W1, W2);
+    if (anchor == NoAnchor) return FailOnOperand(W2);
     ReplaceOpcode(anchor);
     return true;
 }
 
 bool Translation::SelectBySecondOperand(int& anchor) {
-    anchor = W3.empty() ? m8085::NoAnchor : FindInstruction(W1, W2, W3);
-    if (anchor == m8085::NoAnchor) return FailOnOperand(W3);
+    anchor = W3.empty() ? NoAnchor : FindInstruction(W1, W2, W3);
+    if (anchor == NoAnchor) return FailOnOperand(W3);
     ReplaceOpcode(anchor);
     return true;
 }

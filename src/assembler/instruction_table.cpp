@@ -6,7 +6,7 @@
 
 #include "machine/number_format.h"
 
-namespace m8085 {
+namespace assembler {
 
 namespace {
 
@@ -175,8 +175,8 @@ int FindInstruction(std::u16string_view mnemonic, std::u16string_view firstOpera
 
 std::uint8_t OpcodeAt(int anchor) {
     const std::string_view digits = RowText(anchor, -2, 2);
-    return static_cast<std::uint8_t>(HexDigitValue(static_cast<unsigned char>(digits[0])) << 4 |
-                                     HexDigitValue(static_cast<unsigned char>(digits[1])));
+    return static_cast<std::uint8_t>(m8085::HexDigitValue(static_cast<unsigned char>(digits[0])) << 4 |
+                                     m8085::HexDigitValue(static_cast<unsigned char>(digits[1])));
 }
 
 std::string_view MnemonicAt(int anchor) {
@@ -193,4 +193,4 @@ bool TakesLabel(int anchor) {
     return OperandAt(anchor, 1) == "I16" && (initial == 'J' || initial == 'C');
 }
 
-}  // namespace m8085
+}  // namespace assembler

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace m8085 {
+namespace assembler {
 
 // Every instruction form that a program may contain, one row of text for each opcode that the machine has: 234 rows of
 // 21 characters. A row reads "7C MOV  A   H   1  " and ends with CR LF: the opcode, the mnemonic, two operand columns
@@ -37,4 +37,4 @@ std::string_view OperandAt(int anchor, int column);
 // Whether the first operand is a label: that of all jumps and calls is, and of nothing else.
 bool TakesLabel(int anchor);
 
-}  // namespace m8085
+}  // namespace assembler

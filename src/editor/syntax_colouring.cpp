@@ -4,11 +4,13 @@
 #include <array>
 #include <string>
 
-#include "editor/mnemonic_list.h"
+#include "assembler/mnemonic_list.h"
 
 namespace editor {
 
 namespace {
+
+using assembler::MnemonicList;
 
 constexpr std::size_t longestMnemonic = 4;
 constexpr std::string_view separators = " \n";

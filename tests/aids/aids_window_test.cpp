@@ -51,12 +51,12 @@ protected:
 
 TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) {
     const auto bench = std::make_unique<support::Workbench>();
-    for (int row = 0; row < m8085::InstructionRows; ++row) {
-        const int anchor = m8085::FirstAnchor + row * m8085::InstructionRowLength;
+    for (int row = 0; row < assembler::InstructionRows; ++row) {
+        const int anchor = assembler::FirstAnchor + row * assembler::InstructionRowLength;
         const auto text = [](std::string_view word) { return QString::fromStdString(std::string(word)); };
-        const QString mnemonic = text(m8085::MnemonicAt(anchor));
-        const QString first = text(m8085::OperandAt(anchor, 1));
-        const QString second = text(m8085::OperandAt(anchor, 2));
+        const QString mnemonic = text(assembler::MnemonicAt(anchor));
+        const QString first = text(assembler::OperandAt(anchor, 1));
+        const QString second = text(assembler::OperandAt(anchor, 2));
         txtCode.SetText(u"");
         const bool isBranch = first == "I16" && (mnemonic[0] == 'J' || mnemonic[0] == 'C');
         const InputAnswer label("loop");
@@ -67,7 +67,7 @@ TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) 
         if (!second.isEmpty()) line += ',' + Enter(second);
         ASSERT_EQ(txtCode.Text(), (line + "\r\n").toStdU16String());
         ASSERT_TRUE(bench->Assemble(txtCode.Text() + u"loop:").Succeeded) << qPrintable(line);
-        ASSERT_EQ(bench->machine.Memory[0x8000], m8085::OpcodeAt(anchor)) << qPrintable(line);
+        ASSERT_EQ(bench->machine.Memory[0x8000], assembler::OpcodeAt(anchor)) << qPrintable(line);
     }
 }
 

@@ -5,7 +5,7 @@
 #include <map>
 #include <set>
 
-namespace m8085 {
+namespace assembler {
 
 namespace {
 
@@ -54,4 +54,4 @@ TEST(InstructionTable, FindsByMnemonicAndByTheBeginningOfOperands) {
     EXPECT_EQ(opcode(u"MOV", u"M", u"M"), -1);
 }
 
-}  // namespace m8085
+}  // namespace assembler

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace editor {
+namespace assembler {
 
 // The mnemonics in five lines, one for each group of instructions, as the colouring and the Code Assistant read them.
 // A space or a line feed stands before every word.
@@ -15,4 +15,4 @@ inline constexpr std::string_view MnemonicList =
 
 static_assert(MnemonicList.size() == 301);
 
-}  // namespace editor
+}  // namespace assembler
