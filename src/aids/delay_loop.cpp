@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "machine/characters.h"
 #include "machine/number_format.h"
 
 namespace aids {
@@ -19,17 +20,13 @@ constexpr std::int32_t longestTime = 129000;
 
 constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
 
-bool IsBlank(char16_t character) {
-    return character == u' ' || character == u'\t';
-}
-
 bool IsDigit(char16_t character) {
     return character >= u'0' && character <= u'9';
 }
 
 std::u16string_view WithoutBlanks(std::u16string_view text) {
-    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    while (!text.empty() && m8085::IsBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && m8085::IsBlank(text.back())) text.remove_suffix(1);
     return text;
 }
 

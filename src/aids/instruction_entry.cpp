@@ -3,6 +3,7 @@
 #include <cassert>
 
 #include "assembler/instruction_table.h"
+#include "machine/characters.h"
 
 namespace aids {
 
@@ -12,8 +13,7 @@ constexpr std::u16string_view lineEnd = u"\r\n";
 
 std::u16string LowerCase(std::string_view text) {
     std::u16string result;
-    for (const char character : text)
-        result += static_cast<char16_t>(character >= 'A' && character <= 'Z' ? character - 'A' + 'a' : character);
+    for (const char character : text) result += m8085::ToLowerCase(static_cast<unsigned char>(character));
     return result;
 }
 

@@ -1,55 +1,38 @@
 #include "assembler/assembler.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 #include "assembler/instruction_table.h"
+#include "machine/characters.h"
 #include "machine/number_format.h"
 
 namespace assembler {
 
 namespace {
 
-bool IsBlank(char16_t character) {
-    return character == u' ' || character == u'\t';
-}
-
-// Only a to z: a label may hold other letters, and they stay as they are.
-void FoldToUpperCase(std::u16string& text) {
-    for (char16_t& character : text)
-        if (character >= u'a' && character <= u'z') character = static_cast<char16_t>(character - u'a' + u'A');
-}
-
 std::u16string_view WithoutFinalH(std::u16string_view word) {
     if (word.ends_with(u'H')) word.remove_suffix(1);
     return word;
 }
 
-// The number's value, or as much of it as tells that it is above FFFF together with its true low byte. Nothing for a
-// text that is no hexadecimal number.
-std::optional<std::uint32_t> ReadHex(std::u16string_view digits) {
-    if (digits.empty()) return std::nullopt;
-    std::uint32_t value = 0;
-    for (const char16_t character : digits) {
-        const int digit = m8085::HexDigitValue(character);
-        if (digit < 0) return std::nullopt;
-        const std::uint32_t tooLarge = value > 0xFFFF ? 0x10000 : 0;
-        value = (value & 0xFFFF) << 4 | static_cast<std::uint32_t>(digit) | tooLarge;
-    }
-    return value;
+// The value of hexadecimal digits; what is above FFFF reads as 10000. Nothing for a text that is no number.
+std::optional<std::int32_t> ReadWord(std::u16string_view digits) {
+    return m8085::ReadHexNumber(digits, 0xFFFF);
 }
 
 // One assembly in progress.
 class Translation {
 public:
-    Translation(std::u16string_view sourceText, m8085::MachineState& machineState, m8085::CodeMap& sourceLines)
-        : text(sourceText), machine(machineState), codeMap(sourceLines) {}
+    Translation(std::u16string_view text, m8085::MachineState& machine, m8085::CodeMap& codeMap)
+        : text_(text), machine_(machine), codeMap_(codeMap) {}
 
     Assembly Run() {
-        result.Succeeded = Scan() && ResolveLabels();
-        if (result.Succeeded) machine.Halted = false;
-        return std::move(result);
+        result_.Succeeded = Scan() && ResolveLabels();
+        if (result_.Succeeded) machine_.Halted = false;
+        return std::move(result_);
     }
 
 private:
@@ -73,35 +56,35 @@ private:
     bool EmitReference();
     bool ResolveLabels();
 
-    bool Write(std::int32_t address, std::uint32_t value);
+    bool Write(std::int32_t address, std::int32_t value);
     void ReplaceOpcode(int anchor) { Write(LocationCounter - 1, OpcodeAt(anchor)); }
 
     bool Fail(std::u16string reason, int line);
     bool FailOnOperand(std::u16string_view operand);
-    bool FailGenerally() { return Fail(u"Bad operand", codeMap.LineAt(LocationCounter - 1)); }
+    bool FailGenerally() { return Fail(u"Bad operand", codeMap_.LineAt(LocationCounter - 1)); }
 
-    std::u16string_view text;
-    m8085::MachineState& machine;
-    m8085::CodeMap& codeMap;
-    Assembly result;
+    std::u16string_view text_;
+    m8085::MachineState& machine_;
+    m8085::CodeMap& codeMap_;
+    Assembly result_;
 
     std::int32_t LocationCounter = m8085::ProgramOrigin;
     std::int16_t LineCounter = 0;
-    State state = State::BeforeFirst;
-    std::size_t wordStart = 0;
+    State state_ = State::BeforeFirst;
+    std::size_t wordStart_ = 0;
     std::u16string_view W1;  // mnemonic or label
     std::u16string_view W2;  // first operand
     std::u16string_view W3;  // second operand
 };
 
 bool Translation::Scan() {
-    if (text.size() > LongestPreparedText) return FailGenerally();
-    for (std::size_t position = 0; position < text.size(); ++position) {
-        if (text[position] == u';') {
-            position = text.find(u'\n', position);
+    if (text_.size() > LongestPreparedText) return FailGenerally();
+    for (std::size_t position = 0; position < text_.size(); ++position) {
+        if (text_[position] == u';') {
+            position = text_.find(u'\n', position);
             if (position == std::u16string_view::npos) return true;
         }
-        if (text[position] != u'\n') {
+        if (text_[position] != u'\n') {
             TakeCharacter(position);
             continue;
         }
@@ -115,9 +98,9 @@ bool Translation::Scan() {
 // The comma separates the second word from the third; everywhere else it is a character of its word. After the third
 // word the next one takes the place of the first.
 void Translation::TakeCharacter(std::size_t position) {
-    const bool blank = IsBlank(text[position]);
-    const bool comma = text[position] == u',';
-    switch (state) {
+    const bool blank = m8085::IsBlank(text_[position]);
+    const bool comma = text_[position] == u',';
+    switch (state_) {
         case State::BeforeFirst:
             if (!blank) OpenWord(position, State::InFirst);
             break;
@@ -140,17 +123,17 @@ void Translation::TakeCharacter(std::size_t position) {
 }
 
 void Translation::OpenWord(std::size_t position, State inWord) {
-    wordStart = position;
-    state = inWord;
+    wordStart_ = position;
+    state_ = inWord;
 }
 
 // Stores the open word, if one is open, and goes on in the state given.
 void Translation::CloseWord(std::size_t end, State next) {
-    const std::u16string_view word = text.substr(wordStart, end - wordStart);
-    if (state == State::InFirst) W1 = word;
-    if (state == State::InSecond) W2 = word;
-    if (state == State::InThird) W3 = word;
-    state = next;
+    const std::u16string_view word = text_.substr(wordStart_, end - wordStart_);
+    if (state_ == State::InFirst) W1 = word;
+    if (state_ == State::InSecond) W2 = word;
+    if (state_ == State::InThird) W3 = word;
+    state_ = next;
 }
 
 bool Translation::ProcessLine() {
@@ -162,14 +145,14 @@ bool Translation::ProcessLine() {
 
 bool Translation::DefineLabel() {
     W1.remove_suffix(1);
-    return result.Labels.Append({std::u16string(W1), LocationCounter, LabelKind::Definition, 0}) || FailGenerally();
+    return result_.Labels.Append({std::u16string(W1), LocationCounter, LabelKind::Definition, 0}) || FailGenerally();
 }
 
 bool Translation::TranslateInstruction() {
-    codeMap.SetLine(LocationCounter, LineCounter);
+    codeMap_.SetLine(LocationCounter, LineCounter);
     if (W1.size() > LongestSearchableWord) return FailGenerally();
     int anchor = FindInstruction(W1);
-    if (anchor == NoAnchor) return Fail(u"Bad opcode - " + std::u16string(W1), codeMap.LineAt(LocationCounter));
+    if (anchor == NoAnchor) return Fail(u"Bad opcode - " + std::u16string(W1), codeMap_.LineAt(LocationCounter));
     if (!Write(LocationCounter, OpcodeAt(anchor))) return FailGenerally();
     ++LocationCounter;
     return TranslateFirstOperand(anchor) && TranslateSecondOperand(anchor);
@@ -206,16 +189,18 @@ bool Translation::SelectBySecondOperand(int& anchor) {
 }
 
 bool Translation::EmitByte(std::u16string_view word) {
-    const auto value = ReadHex(WithoutFinalH(word));
+    const auto value = ReadWord(WithoutFinalH(word));
     if (!value || *value > 0xFF || !Write(LocationCounter, *value)) return FailGenerally();
     ++LocationCounter;
     return true;
 }
 
-// The low byte is written before the size of the number is looked at.
+// The low byte, that of the last two digits, is written before the size of the number is looked at.
 bool Translation::EmitWord(std::u16string_view word) {
-    const auto value = ReadHex(WithoutFinalH(word));
-    if (!value || !Write(LocationCounter, *value) || *value > 0xFFFF || !Write(LocationCounter + 1, *value >> 8))
+    const std::u16string_view digits = WithoutFinalH(word);
+    const auto value = ReadWord(digits);
+    const auto lowByte = ReadWord(digits.substr(digits.size() - std::min<std::size_t>(digits.size(), 2)));
+    if (!value || !Write(LocationCounter, *lowByte) || *value > 0xFFFF || !Write(LocationCounter + 1, *value >> 8))
         return FailGenerally();
     LocationCounter += 2;
     return true;
@@ -223,45 +208,45 @@ bool Translation::EmitWord(std::u16string_view word) {
 
 // Leaves room for the target, which is written when all labels are known.
 bool Translation::EmitReference() {
-    if (!result.Labels.Append({std::u16string(W2), LocationCounter, LabelKind::Reference, LineCounter}))
+    if (!result_.Labels.Append({std::u16string(W2), LocationCounter, LabelKind::Reference, LineCounter}))
         return FailGenerally();
     LocationCounter += 2;
     return true;
 }
 
 bool Translation::ResolveLabels() {
-    for (int slot = 0; slot < result.Labels.LabelCount(); ++slot) {
-        const LabelEntry& reference = result.Labels[slot];
+    for (int slot = 0; slot < result_.Labels.LabelCount(); ++slot) {
+        const LabelEntry& reference = result_.Labels[slot];
         if (reference.Kind != LabelKind::Reference) continue;
-        const int definition = result.Labels.FindLabel(reference, LabelKind::Definition);
+        const int definition = result_.Labels.FindLabel(reference, LabelKind::Definition);
         if (definition == LabelTable::NotFound) return Fail(u"Bad label - " + reference.Name, reference.Line);
-        const auto target = static_cast<std::uint32_t>(result.Labels[definition].Address);
+        const std::int32_t target = result_.Labels[definition].Address;
         if (!Write(reference.Address, target) || !Write(reference.Address + 1, target >> 8)) return FailGenerally();
     }
     return true;
 }
 
 // Stores the low byte of the value. False beyond the end of memory, which no text of legal length reaches.
-bool Translation::Write(std::int32_t address, std::uint32_t value) {
+bool Translation::Write(std::int32_t address, std::int32_t value) {
     if (address >= m8085::MemorySize) return false;
-    machine.Memory[static_cast<std::size_t>(address)] = static_cast<std::uint8_t>(value & 0xFF);
+    machine_.Memory[static_cast<std::size_t>(address)] = static_cast<std::uint8_t>(value & 0xFF);
     return true;
 }
 
 bool Translation::Fail(std::u16string reason, int line) {
-    result.AsmErrorText = std::move(reason);
-    result.AsmErrorLine = line;
+    result_.AsmErrorText = std::move(reason);
+    result_.AsmErrorLine = line;
     return false;
 }
 
 bool Translation::FailOnOperand(std::u16string_view operand) {
-    return Fail(u"Bad operand - " + std::u16string(operand), codeMap.LineAt(LocationCounter - 1));
+    return Fail(u"Bad operand - " + std::u16string(operand), codeMap_.LineAt(LocationCounter - 1));
 }
 
 }  // namespace
 
 Assembly AssembleProgram(std::u16string text, m8085::MachineState& machine, m8085::CodeMap& codeMap) {
-    FoldToUpperCase(text);
+    std::ranges::transform(text, text.begin(), m8085::ToUpperCase);
     return Translation(text, machine, codeMap).Run();
 }
 

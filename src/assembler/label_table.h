@@ -25,17 +25,17 @@ public:
     // False, and nothing is stored, when all slots are in use.
     bool Append(LabelEntry entry);
 
-    int LabelCount() const { return count; }
+    int LabelCount() const { return count_; }
 
     // slot is 0 to LabelCount() - 1.
-    const LabelEntry& operator[](int slot) const { return entries[static_cast<std::size_t>(slot)]; }
+    const LabelEntry& operator[](int slot) const { return entries_[static_cast<std::size_t>(slot)]; }
 
     // The lowest slot below 100 in use whose name equals the entry's and whose kind is `kind`; NotFound if none.
     int FindLabel(const LabelEntry& entry, LabelKind kind) const;
 
 private:
-    std::array<LabelEntry, Slots> entries;
-    int count = 0;
+    std::array<LabelEntry, Slots> entries_;
+    int count_ = 0;
 };
 
 }  // namespace assembler

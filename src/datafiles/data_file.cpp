@@ -17,7 +17,7 @@ using m8085::MemoryBytes;
 // a colon behind it makes it an address.
 class DataFileReader {
 public:
-    explicit DataFileReader(MemoryBytes& bytes) : memory(bytes) {}
+    explicit DataFileReader(MemoryBytes& memory) : memory_(memory) {}
 
     // Each is false where the file is at fault.
     bool Take(char character);
@@ -30,8 +30,8 @@ private:
     bool TakeDigit(int digit);
     bool StorePendingByte();
 
-    MemoryBytes& memory;
-    State state = State::BetweenNumbers;
+    MemoryBytes& memory_;
+    State state_ = State::BetweenNumbers;
     std::int32_t Value = 0;
     std::int32_t Target = NoAddress;
     bool TakenAsAddress = false;
@@ -39,27 +39,27 @@ private:
 
 bool DataFileReader::Take(char character) {
     const bool isLineEnd = character == '\r' || character == '\n';
-    if (state == State::InComment) {
-        if (isLineEnd) state = State::BetweenNumbers;
+    if (state_ == State::InComment) {
+        if (isLineEnd) state_ = State::BetweenNumbers;
         return true;
     }
     const int digit = HexDigitValue(static_cast<unsigned char>(character));
     if (digit >= 0) return TakeDigit(digit);
 
     if (character == ';') {
-        state = State::InComment;
+        state_ = State::InComment;
     } else if (character == ':') {
         Target = Value;
         TakenAsAddress = true;
-        state = State::BetweenNumbers;
+        state_ = State::BetweenNumbers;
     } else if (isLineEnd || character == ' ' || character == ',' || character == '\t') {
-        state = State::BetweenNumbers;
+        state_ = State::BetweenNumbers;
     }
     return true;
 }
 
 bool DataFileReader::TakeDigit(int digit) {
-    if (state == State::InNumber) {
+    if (state_ == State::InNumber) {
         if (Value > std::numeric_limits<std::int32_t>::max() / 16) return false;
         Value = Value * 16 + digit;
         return true;
@@ -67,14 +67,14 @@ bool DataFileReader::TakeDigit(int digit) {
     if (!StorePendingByte()) return false;
     Value = digit;
     TakenAsAddress = false;
-    state = State::InNumber;
+    state_ = State::InNumber;
     return true;
 }
 
 bool DataFileReader::StorePendingByte() {
     if (Target == NoAddress || TakenAsAddress) return true;
     if (Target >= m8085::MemorySize) return false;
-    memory[static_cast<std::size_t>(Target)] = static_cast<std::uint8_t>(Value & 0xFF);
+    memory_[static_cast<std::size_t>(Target)] = static_cast<std::uint8_t>(Value & 0xFF);
     ++Target;
     return true;
 }

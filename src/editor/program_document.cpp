@@ -5,9 +5,9 @@
 #include <optional>
 
 #include "editor/program_highlighter.h"
+#include "files/file_writer.h"
 #include "platform/clipboard.h"
 #include "platform/dialogs.h"
-#include "platform/file_writer.h"
 
 namespace editor {
 
@@ -125,7 +125,7 @@ void ProgramDocument::WriteFileName() {
 
 bool ProgramDocument::WriteProgramFile() {
     const EncodedProgram file = EncodeProgramFile(text.Text(), encoding);
-    if (platform::WriteFile(ProgramFileName, QByteArray::fromStdString(file.Bytes))) return false;
+    if (files::WriteFile(QFileInfo(ProgramFileName).filesystemFilePath(), file.Bytes)) return false;
     encoding = file.WrittenAs;
     return true;
 }

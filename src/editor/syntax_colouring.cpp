@@ -5,6 +5,7 @@
 #include <string>
 
 #include "assembler/mnemonic_list.h"
+#include "machine/characters.h"
 
 namespace editor {
 
@@ -42,9 +43,8 @@ bool IsMnemonic(std::u16string_view word) {
     if (word.size() > longestMnemonic) return false;
     std::string upper;
     for (const char16_t character : word) {
-        const bool isLower = character >= u'a' && character <= u'z';
         if (character > 0x7F) return false;
-        upper += static_cast<char>(isLower ? character - u'a' + u'A' : character);
+        upper += static_cast<char>(m8085::ToUpperCase(character));
     }
     return std::ranges::binary_search(mnemonics, std::string_view(upper));
 }

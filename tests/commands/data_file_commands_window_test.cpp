@@ -7,7 +7,7 @@
 #include <QTest>
 #include <memory>
 
-#include "platform/file_writer.h"
+#include "files/file_writer.h"
 #include "platform/modal.h"
 
 namespace commands {
@@ -16,7 +16,9 @@ class DataFileCommandsTest : public testing::Test {
 protected:
     DataFileCommandsTest() { window.show(); }
 
-    void PutFile(const QByteArray& content) { ASSERT_EQ(platform::WriteFile(path, content), std::nullopt); }
+    void PutFile(const QByteArray& content) {
+        ASSERT_EQ(files::WriteFile(path.toStdString(), content.toStdString()), std::nullopt);
+    }
 
     datafiles::frmSave* Dialog() const {
         for (auto* dialog : window.findChildren<datafiles::frmSave*>())

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <istream>
+#include <string>
+
+namespace files {
+
+// The largest program or data file that is read whole, in bytes. A file above this size is neither.
+inline constexpr std::size_t LargestFile = 16 * 1024 * 1024;
+
+struct Content {
+    std::string Bytes;
+    std::string Problem;  // why the file could not be read, in words; empty on success
+};
+
+// Reads a whole regular file. Folders, devices and pipes are refused, since reading them might never end, and so is a
+// file of more than `largest` bytes.
+Content ReadFile(const std::filesystem::path& path, std::size_t largest = LargestFile);
+
+// Reads a stream to its end, under the same limit.
+Content ReadStream(std::istream& stream, std::size_t largest = LargestFile);
+
+}  // namespace files

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace files {
+
+// Writes a file that takes the place of one of the same name only when it is complete. Until then the old file stays as
+// it was, and what was written is dropped if it is never committed.
+//
+// A file that is replaced keeps its owner, its group, its mode and its other names (hard links). Where a new file
+// cannot have them, or the folder does not let it take the old one's place, the old file is written over, after room
+// for the new content has been made sure of; a complete copy of it lies beside the file, or among the temporary files,
+// until that is done. A link is followed. A device takes what is written to it at once. A pipe is refused, since nobody
+// might read it.
+class FileWriter {
+public:
+    // Nothing is written yet. What is wrong with the path is told by Commit.
+    explicit FileWriter(const std::filesystem::path& path);
+    ~FileWriter();
+
+    FileWriter(const FileWriter&) = delete;
+    FileWriter& operator=(const FileWriter&) = delete;
+
+    // False once something has gone wrong; there is no point in going on then.
+    bool Write(std::string_view bytes);
+
+    // Puts the file in its place. Gives nothing on success, and otherwise the reason in words.
+    std::optional<std::string> Commit();
+
+private:
+    class Output;
+    std::unique_ptr<Output> output_;
+};
+
+// Makes the bytes the whole content of the file, in the same way.
+std::optional<std::string> WriteFile(const std::filesystem::path& path, std::string_view bytes);
+
+}  // namespace files

@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <fstream>
+
+#include "files/file_reader.h"
+#include "files/file_writer.h"
+
+#if defined(__unix__) || defined(__APPLE__)
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstring>
+
+namespace files {
+
+namespace {
+
+using std::filesystem::path;
+
+struct FilesTest : testing::Test {
+    FilesTest() {
+        char name[] = "/tmp/velmora-files-XXXXXX";
+        folder = ::mkdtemp(name);
+        file = folder / "program.asm";
+        std::ofstream(file) << "the old text";
+    }
+    ~FilesTest() override {
+        std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
+        std::filesystem::remove_all(folder);
+    }
+
+    // What stands in the folder, and nothing else.
+    void ExpectFiles(std::ptrdiff_t count) const {
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), count);
+    }
+
+    static struct stat Status(const path& of) {
+        struct stat status {};
+        EXPECT_EQ(::stat(of.c_str(), &status), 0) << of;
+        return status;
+    }
+
+    static std::string Reason(int errorNumber) { return std::strerror(errorNumber); }
+
+    path folder;
+    path file;
+};
+
+// Runs `work` with a limit on the size of files, as if the disk were full behind it.
+template <class Work>
+void WithRoomFor(rlim_t bytes, Work work) {
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{bytes, before.rlim_max};
+    std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &small);
+    work();
+    setrlimit(RLIMIT_FSIZE, &before);
+}
+
+}  // namespace
+
+TEST_F(FilesTest, ANewFileTakesThePlaceOfTheOldAndKeepsItsModeAndOwner) {
+    ::umask(022);
+    ::chmod(file.c_str(), 0666);
+    const bool isRoot = ::geteuid() == 0;  // nobody else may give files away
+    EXPECT_EQ(::chown(file.c_str(), isRoot ? 12345 : -1U, isRoot ? 23456 : -1U), 0);
+    const struct stat before = Status(file);
+    EXPECT_EQ(WriteFile(file, std::string_view("\xFF\0\n", 3)), std::nullopt);
+    EXPECT_EQ(ReadFile(file).Bytes, std::string("\xFF\0\n", 3));
+    const struct stat after = Status(file);
+    EXPECT_NE(after.st_ino, before.st_ino);
+    EXPECT_EQ(after.st_mode, before.st_mode);
+    EXPECT_EQ(after.st_uid, before.st_uid);
+    EXPECT_EQ(after.st_gid, before.st_gid);
+
+    EXPECT_EQ(WriteFile(folder / "new", "text"), std::nullopt);
+    EXPECT_EQ(Status(folder / "new").st_mode & 0777U, 0644U);
+    ExpectFiles(2);
+}
+
+TEST_F(FilesTest, LinksAreFollowedAndOtherNamesKept) {
+    std::filesystem::create_hard_link(file, folder / "other");
+    std::filesystem::create_symlink("program.asm", folder / "link");
+    std::filesystem::create_symlink("to come", folder / "dangling");
+    std::filesystem::create_symlink("loop", folder / "loop");
+    for (const std::string_view text : {"a longer text than the old one", "short"}) {
+        EXPECT_EQ(WriteFile(folder / "link", text), std::nullopt);
+        EXPECT_EQ(ReadFile(folder / "other").Bytes, text);
+    }
+    EXPECT_EQ(WriteFile(folder / "dangling", "text"), std::nullopt);
+    EXPECT_EQ(ReadFile(folder / "to come").Bytes, "text");
+    EXPECT_TRUE(is_symlink(folder / "dangling"));
+    EXPECT_EQ(WriteFile(folder / "loop", "text"), Reason(ELOOP));
+    EXPECT_EQ(ReadFile(folder / "loop").Problem, Reason(ELOOP));
+    ExpectFiles(6);
+}
+
+TEST_F(FilesTest, WithoutRoomTheOldFileStaysWhole) {
+    for (const bool hasOtherName : {false, true}) {
+        if (hasOtherName) std::filesystem::create_hard_link(file, folder / "other");
+        WithRoomFor(1000, [&] { EXPECT_EQ(WriteFile(file, std::string(100'000, 'n')), Reason(EFBIG)); });
+        EXPECT_EQ(ReadFile(file).Bytes, "the old text");
+        ExpectFiles(hasOtherName ? 2 : 1);
+    }
+    {
+        FileWriter writer(file);
+        EXPECT_TRUE(writer.Write("never committed"));
+    }
+    EXPECT_EQ(ReadFile(file).Bytes, "the old text");
+    ExpectFiles(2);
+}
+
+// Whoever is not root cannot replace another's file in a sticky folder, nor make one in a folder that is closed.
+TEST_F(FilesTest, WhereNoNewFileCanTakeItsPlaceTheOldIsWrittenOver) {
+    if (::geteuid() != 0) GTEST_SKIP() << "only root can play another user";
+    ::chmod(file.c_str(), 0666);
+    for (const mode_t mode : {01777, 0755}) {
+        ::chmod(folder.c_str(), mode);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const bool isOther = ::setegid(23456) == 0 && ::seteuid(12345) == 0;
+            ::_exit(isOther && WriteFile(file, "by another") == std::nullopt ? 0 : 1);
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0) << mode;
+        EXPECT_EQ(ReadFile(file).Bytes, "by another");
+        EXPECT_EQ(Status(file).st_uid, 0U);
+        std::ofstream(file) << "the old text";
+        ExpectFiles(1);
+    }
+}
+
+TEST_F(FilesTest, WhatIsNoOrdinaryFileIsRefusedInWords) {
+    const path pipe = folder / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(WriteFile(pipe, "text"), "It is a pipe.");
+    EXPECT_EQ(ReadFile(pipe).Problem, "It is no ordinary file.");
+    EXPECT_EQ(WriteFile(folder, "text"), Reason(EISDIR));
+    EXPECT_EQ(ReadFile(folder).Problem, "It is a folder.");
+    EXPECT_EQ(ReadFile("/dev/zero").Problem, "It is no ordinary file.");
+    EXPECT_EQ(ReadFile(folder / "none").Problem, Reason(ENOENT));
+    EXPECT_EQ(WriteFile("/dev/null", "text"), std::nullopt);
+#ifdef __linux__
+    EXPECT_EQ(WriteFile("/dev/full", "text"), Reason(ENOSPC));
+#endif
+    std::filesystem::resize_file(file, std::uintmax_t{2} << 30);
+    EXPECT_EQ(ReadFile(file).Problem, "It has more than 16777216 bytes.");
+}
+
+}  // namespace files
+
+#endif
