@@ -14,6 +14,8 @@ namespace datafiles {
 
 // Collects ranges of memory and writes them to a data file. Deletes itself when it is closed.
 class frmSave : public QDialog {
+    Q_OBJECT
+
 public:
     // The window is the one that the dialog stands before.
     frmSave(const m8085::MemoryBytes& memory, QWidget& window);
