@@ -106,7 +106,12 @@ TEST_F(MemoryGridTest, NoWayOfLeavingACellLosesADigit) {
         [this] { grid.verticalScrollBar()->setValue(100); },
         [this] { Do(&MemoryGrid::cmdAdd_Click, "a000"); },
         [this] { Do(&MemoryGrid::cmdRemove_Click, "9100"); },
-        [this] { window.clearFocus(), QApplication::setActiveWindow(nullptr); },
+        [] {
+            QWidget other;
+            other.show();
+            other.activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+        },
     };
     for (int row = 3; const auto& leave : ways) {
         grid.scrollToTop();
