@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "check.h"
-#include "execution/full_speed.h"
 #include "machine/code_map.h"
+#include "machine/full_speed.h"
 #include "machine/machine_state.h"
 
 // Random registers and memory: nothing reaches outside the arrays, and the full-speed loop leaves the same machine as
@@ -61,10 +61,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         stepped->ExecuteInstruction();
         ++executed;
     }
-    for (int done = 0; done < executed; done += 7)
-        execution::ExecuteSlice(*run, *codeMap, std::min(7, executed - done));
+    for (int done = 0; done < executed; done += 7) m8085::ExecuteSlice(*run, *codeMap, std::min(7, executed - done));
     // A slice leaves a refusal to the next one.
-    if (stepped->Refused.Reason != m8085::Limit::None) execution::ExecuteSlice(*run, *codeMap, 1);
+    if (stepped->Refused.Reason != m8085::Limit::None) m8085::ExecuteSlice(*run, *codeMap, 1);
     CHECK(Same(*stepped, *run));
     return 0;
 }

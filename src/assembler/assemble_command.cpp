@@ -38,7 +38,7 @@ void AssembleCommand::Assemble() {
         Report(QString::fromStdU16String(assembly.AsmErrorText));
         return;
     }
-    execution::SetToProgramStart(machine);
+    m8085::SetToProgramStart(machine);
     registerPanel.DisplayRegs();
 }
 

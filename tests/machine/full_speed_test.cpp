@@ -1,4 +1,4 @@
-#include "execution/full_speed.h"
+#include "machine/full_speed.h"
 
 #include <gtest/gtest.h>
 
@@ -49,7 +49,7 @@ TEST(FullSpeed, LeavesTheStateThatSingleStepsLeave) {
             machine->Refused = {};
             if (jump) machine->PC = start;
         }
-        ExecuteSlice(fast.machine, fast.codeMap, length);
+        m8085::ExecuteSlice(fast.machine, fast.codeMap, length);
         StepThrough(slow, length);
         ASSERT_TRUE(support::SameState(fast.machine, slow.machine)) << "slice " << slice;
         ASSERT_EQ(fast.machine.Refused.Reason, slow.machine.Refused.Reason) << "slice " << slice;
