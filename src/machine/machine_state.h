@@ -10,13 +10,14 @@
 
 namespace m8085 {
 
+// What an operand in memory adds to an instruction.
+inline constexpr std::int32_t MemoryOperandTStates = 3;
+
 // The one record of the simulated chip: registers, flags, 64 KB of memory, 256 ports. All of it starts at zero.
 // A port is a latch that IN and OUT share.
 //
 // Register codes 0 to 7 stand for B, C, D, E, H, L, M and A, where M is the byte at the address in HL. Pair codes 0 to
 // 3 stand for BC, DE, HL and, by the selector usePSW, PSW or SP. Only the low three or two bits of a code count.
-inline constexpr std::int32_t MemoryOperandTStates = 3;
-
 struct MachineState : Registers {
     MemoryBytes Memory{};
     PortBytes Ports{};
