@@ -2,29 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <limits>
-#include <new>
 
+#include "support/allocation_count.h"
 #include "support/machine_support.h"
 #include "support/workbench.h"
-
-// Counts what the whole test program takes.
-static int allocations = 0;
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size)) return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace m8085 {
 
@@ -90,9 +72,9 @@ TEST(FullSpeed, ARunAllocatesNothing) {
     };
     execution::RunControl control(bench.machine, bench.codeMap, view);
     running = &control;
-    const int before = allocations;
+    const int before = support::Allocations;
     control.RunProgram();
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(support::Allocations, before);
     EXPECT_EQ(yields, 3);
 }
 

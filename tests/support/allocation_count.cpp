@@ -1,0 +1,18 @@
+#include "support/allocation_count.h"
+
+#include <cstdlib>
+#include <new>
+
+void* operator new(std::size_t size) {
+    ++support::Allocations;
+    if (void* memory = std::malloc(size)) return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
