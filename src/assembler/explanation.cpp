@@ -241,6 +241,7 @@ private:
             if (column == 1 || Wide(OperandAt(anchor, 1)).front() == failed_.FaultWords[1].front())
                 AppendOnce(choices, Wide(isPair ? operand.substr(0, 1) : operand));
         });
+        std::ranges::sort(choices, {}, [](View name) { return std::ranges::find(registerNames, name); });
         const Text takes =
             Text(mnemonic) + u" takes " + Choice(choices) + (column == 2 ? u" as its second operand" : u"");
         return takes + (word.empty() ? u", which is missing" : u", not " + Shortened(word));
