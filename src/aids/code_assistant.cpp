@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "aids/mnemonic_tip.h"
 #include "assembler/mnemonic_list.h"
 #include "machine/number_format.h"
 #include "platform/dialogs.h"
@@ -89,11 +90,13 @@ void CodeAssistant::InitCodeAssistant() {
     Button* label =
         MakeKey("cmdCodes", index++, "Label", frmCA_, {120, 7200, 735, height}, [this] { AskForLabelLine(); });
     label->setFont(platform::CourierNew(8.25));
+    label->setToolTip("Write a label on a line of its own");
     for (const MnemonicButton& mnemonic : layout.Buttons) {
         const QRect place(mnemonic.Place.Left, mnemonic.Place.Top, 615, height);
         Button* key = MakeKey("cmdCodes", index++, FromLatin1(mnemonic.Word), frmCA_, place,
                               [this, word = mnemonic.Word] { Take(entry_.ChooseMnemonic(word)); });
         key->setFont(platform::CourierNew(8.25));
+        key->setToolTip(QString::fromStdString(MnemonicTip(mnemonic.Word)));
     }
 }
 

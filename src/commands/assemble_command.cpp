@@ -25,7 +25,7 @@ void AssembleCommand::Assemble() {
         Report(QString::fromStdU16String(assembly.AsmErrorText));
         return;
     }
-    execution::SetToProgramStart(machine_);
+    m8085::SetToProgramStart(machine_);
     registerPanel_.DisplayRegs();
 }
 

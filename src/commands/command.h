@@ -22,6 +22,7 @@ struct CommandButton {
     QWidget* Parent;
     QRect Place;  // in the parent, in twips
     execution::Startable When;
+    QString Tip;                       // what it does, in a few words
     std::function<void()> Click = {};  // where the button does more than the entry
 };
 

@@ -15,6 +15,8 @@ platform::Button* CommandButtons::Add(const Command& command) {
     auto* button = new platform::Button(row.Name, row.Caption, row.Parent);
     platform::Place(*button, row.Place.left(), row.Place.top(), row.Place.width(), row.Place.height());
     button->setEnabled(CanStart(row.When, CommandState::NoProgram));
+    const QString key = command.Key.toString(QKeySequence::NativeText);
+    button->setToolTip(key.isEmpty() ? row.Tip : row.Tip + " (" + key + ')');
     QObject::connect(button, &QPushButton::clicked, button,
                      [this, button, start = row.Click ? row.Click : command.Start] {
                          NoteStart(button);

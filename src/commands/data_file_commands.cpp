@@ -30,12 +30,8 @@ void DataFileCommands::mnuLoadData_Click() {
 }
 
 void DataFileCommands::mnuSaveData_Click() {
-    // A dialog that has been closed may be there for a moment yet.
-    if (saveDialog_ == nullptr || !saveDialog_->isVisible())
-        saveDialog_ = new datafiles::frmSave(machine_.Memory, *memoryGrid_.window());
-    saveDialog_->showNormal();
-    saveDialog_->raise();
-    saveDialog_->activateWindow();
+    if (saveDialog_ == nullptr) saveDialog_ = new datafiles::frmSave(machine_.Memory, *memoryGrid_.window());
+    saveDialog_->Open();
 }
 
 }  // namespace commands

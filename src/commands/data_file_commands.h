@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QPointer>
-
 #include "datafiles/frm_save.h"
 #include "machine/machine_state.h"
 #include "panels/memory_grid.h"
@@ -23,7 +21,7 @@ private:
     m8085::MachineState& machine_;
     platform::FileDialog& cDialog_;
     panels::MemoryGrid& memoryGrid_;
-    QPointer<datafiles::frmSave> saveDialog_;
+    datafiles::frmSave* saveDialog_ = nullptr;  // made when it is first opened
 };
 
 }  // namespace commands

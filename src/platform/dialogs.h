@@ -5,7 +5,8 @@
 
 namespace platform {
 
-// Modal boxes over the window that the control belongs to. Their texts are plain, whatever signs are in them.
+// Modal boxes over the window that the control belongs to, which must outlive them. Their texts are plain, whatever
+// signs are in them.
 void ShowMessage(QWidget& control, const QString& text, QMessageBox::Icon icon,
                  const QString& caption = QCoreApplication::applicationName());
 QMessageBox::StandardButton AskYesNoCancel(QWidget& control, const QString& text, const QString& caption);

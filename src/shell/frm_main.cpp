@@ -139,6 +139,14 @@ void frmMain::closeEvent(QCloseEvent* event) {
     mnuExit_Click();
 }
 
+// Only what no control had a use for comes here: a text box keeps its Escape.
+void frmMain::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && runControl_.IsRunning())
+        runControl_.Stop();
+    else
+        QMainWindow::keyPressEvent(event);
+}
+
 bool frmMain::IsEditKey(const QKeyEvent& event) const {
     const auto entries = findChild<QMenu*>("mnuEdit")->actions();
     const QKeySequence key(event.keyCombination());

@@ -1,8 +1,9 @@
 #include "shell/main_menu.h"
 
-#include <QMenu>
 #include <QMenuBar>
 #include <QSet>
+
+#include "platform/menu.h"
 
 namespace shell {
 
@@ -51,8 +52,9 @@ void BuildCommands(QMainWindow& window, const std::vector<commands::Menu>& table
             QObject::connect(command, &QAction::triggered, &window, [start = row.Start] { start(); });
             continue;
         }
-        QMenu* menu = window.menuBar()->addMenu(row.Caption);
+        auto* menu = new platform::Menu(row.Caption, window.menuBar());
         menu->setObjectName(row.Name);
+        window.menuBar()->addMenu(menu);
         for (const Command& command : row.Commands) AddEntry(window, *menu, command, buttons);
     }
     KeepMenuAccessKeys(window);

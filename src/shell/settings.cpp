@@ -1,6 +1,10 @@
 #include "shell/settings.h"
 
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
+#include <QStandardPaths>
 
 namespace shell {
 
@@ -12,14 +16,31 @@ QString StartKey(int index) {
     return "meminfo/" + QString::number(index);
 }
 
-struct Store : QSettings {
-    Store() : QSettings(QSettings::NativeFormat, QSettings::UserScope, "Velmora", "Velmora") {}
-};
+QString StorePath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/Velmora/Velmora.conf";
+}
+
+// A pipe or a device in its place would hold up whoever opens it.
+bool IsFileOrNothing(const QString& path) {
+    const QFileInfo info(path);
+    return info.isFile() || !info.exists();
+}
+
+// Qt waits half a minute for a lock that somebody left behind. A store is locked for some milliseconds only, so one
+// that is older than this many seconds belongs to nobody.
+void RemoveStaleLock(const QString& path) {
+    constexpr qint64 longestHold = 2;
+    const QFileInfo lock(path + ".lock");
+    const qint64 age = lock.lastModified().secsTo(QDateTime::currentDateTime());
+    if (lock.exists() && (age < 0 || age > longestHold)) QFile::remove(lock.filePath());
+}
 
 }  // namespace
 
 panels::ColumnList ReadColumns() {
-    const Store store;
+    const QString path = StorePath();
+    if (!IsFileOrNothing(path)) return {};
+    const QSettings store(path, QSettings::IniFormat);
     return panels::ColumnList::Restored(
         store.value(countKey, "3").toString().toStdString(), [&store](int index, const std::string& fallback) {
             return store.value(StartKey(index), QString::fromStdString(fallback)).toString().toStdString();
@@ -28,7 +49,10 @@ panels::ColumnList ReadColumns() {
 
 // Keys of columns that were removed stay in the store; the count tells that they are not to be read.
 void SaveColumns(const panels::ColumnList& columns) {
-    Store store;
+    const QString path = StorePath();
+    RemoveStaleLock(path);
+    if (!IsFileOrNothing(path) || !IsFileOrNothing(path + ".lock")) return;
+    QSettings store(path, QSettings::IniFormat);
     store.setValue(countKey, QString::number(columns.ColCount()));
     for (int index = 0; index < columns.ColCount(); ++index)
         store.setValue(StartKey(index),
