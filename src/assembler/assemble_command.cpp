@@ -26,9 +26,11 @@ void AssembleCommand::cmdCompile_Click() {
 }
 
 void AssembleCommand::Assemble() {
-    if (runCommands.IsRunning() || RefuseExcessLength()) return;
-    SplitLabelLines();
-    if (RefuseExcessLength()) return;
+    if (runCommands.IsRunning()) return;
+    const auto splits = FindLabelSplits(document.txtCode().Text());
+    if (RefuseExcessLength(splits.size())) return;
+    // The labels stay on their own lines in the editor, so that line numbers fit what the user sees.
+    document.txtCode().InsertAt(splits, u"\r\n");
 
     const Assembly assembly = AssembleProgram(ConvertLineEnds(document.txtCode().Text()), machine, codeMap);
     memoryGrid.RefreshCurrentCell();
@@ -42,14 +44,10 @@ void AssembleCommand::Assemble() {
     registerPanel.DisplayRegs();
 }
 
-// The labels stay on their own lines in the editor, so that line numbers fit what the user sees.
-void AssembleCommand::SplitLabelLines() {
-    document.txtCode().InsertAt(FindLabelSplits(document.txtCode().Text()), u"\r\n");
-}
-
 // Tells the user of a text that is too long. The run commands are disabled then, and the text stays as it is.
-bool AssembleCommand::RefuseExcessLength() {
-    const auto explanation = ExplainExcessLength(static_cast<std::size_t>(document.txtCode().Length()));
+bool AssembleCommand::RefuseExcessLength(std::size_t labelSplits) {
+    const auto length = static_cast<std::size_t>(document.txtCode().Length());
+    const auto explanation = ExplainExcessLength(length, labelSplits);
     if (!explanation) return false;
     runCommands.SetAssembled(false);
     Report(QString::fromStdString(*explanation));

@@ -24,8 +24,7 @@ public:
     void Assemble();
 
 private:
-    void SplitLabelLines();
-    bool RefuseExcessLength();
+    bool RefuseExcessLength(std::size_t labelSplits);
     void Report(const QString& reason);
 
     m8085::MachineState& machine;
