@@ -15,8 +15,8 @@ namespace {
 
 const QString untitled = QStringLiteral("Untitled");
 
-// A file above this size is no program; reading it would only hold up the window.
-constexpr qint64 largestProgramFile = 16 * 1024 * 1024;
+// A file above this size is far from being a program that can be assembled.
+constexpr qint64 largestProgramFile = 1024 * 1024;
 
 std::optional<ProgramFile> ReadProgramFile(const QString& path) {
     QFile file(path);
@@ -24,45 +24,57 @@ std::optional<ProgramFile> ReadProgramFile(const QString& path) {
         return std::nullopt;
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) return std::nullopt;
-    return DecodeProgramFile({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    ProgramFile program = DecodeProgramFile({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    if (!LinesAreShortEnough(program.Text)) return std::nullopt;
+    return program;
 }
 
 }  // namespace
 
 ProgramDocument::ProgramDocument(QWidget* parent)
-    : QObject(parent), text(*new platform::ProgramText(parent)), ProgramFileName(untitled) {
+    : QObject(parent), txtCode_(new platform::ProgramText(parent)), ProgramFileName(untitled) {
     // The first pass over the empty text comes before anyone listens: to the toolkit it is a change.
-    (new ProgramHighlighter(text.document()))->rehighlight();
-    connect(&text, &platform::ProgramText::TextChanged, this, &ProgramDocument::txtCode_Change);
+    (new ProgramHighlighter(txtCode_->document()))->rehighlight();
+    connect(txtCode_, &platform::ProgramText::TextChanged, this, &ProgramDocument::txtCode_Change);
+    // The program that the file was dragged from waits until the drop is done, and must not wait for an answer.
+    connect(txtCode_, &platform::ProgramText::FileDropped, this, &ProgramDocument::OpenDropped, Qt::QueuedConnection);
 }
 
-bool ProgramDocument::OfferToSave() {
+platform::Answer ProgramDocument::OfferToSave() {
     using platform::Answer;
-    if (!ProgramChanged) return true;
-    const Answer answer = platform::AskYesNoCancel(text, "Program has changed. Save changes?", "Save?");
+    if (!ProgramChanged) return Answer::No;
+    const Answer answer = platform::AskYesNoCancel(*txtCode_, "Program has changed. Save changes?", "Save?");
     if (answer == Answer::Yes) mnuSave_Click();
-    return answer != Answer::Cancel;
+    return answer;
 }
 
 // The text goes whatever became of the saving. Emptying it sets the mark, which is then taken away again.
 void ProgramDocument::mnuNew_Click() {
-    if (!OfferToSave()) return;
+    if (OfferToSave() == platform::Answer::Cancel) return;
     ProgramFileName = untitled;
-    encoding = Encoding::Utf8;
-    if (text.Length() > 0) text.SetText({});
-    text.ForgetHistory();
+    encoding_ = Encoding::Utf8;
+    mnuSelectAll_Click();
+    txtCode_->ReplaceSelection({});
     ProgramChanged = false;
     WriteFileName();
 }
 
 void ProgramDocument::mnuOpen_Click() {
-    const auto path = fileDialog.ShowOpen(text);
-    if (!path) return;
-    const auto file = ReadProgramFile(*path);
+    if (const auto path = fileDialog_.ShowOpen(*txtCode_)) Open(*path);
+}
+
+void ProgramDocument::OpenDropped(const QString& path) {
+    const platform::Answer answer = OfferToSave();
+    const bool unsaved = answer == platform::Answer::Yes && ProgramChanged;
+    if (answer != platform::Answer::Cancel && !unsaved) Open(path);
+}
+
+void ProgramDocument::Open(const QString& path) {
+    const auto file = ReadProgramFile(path);
     if (!file) return;
-    text.SetText(file->Text);
-    encoding = file->ReadAs;
-    ProgramFileName = *path;
+    txtCode_->SetText(file->Text);
+    encoding_ = file->ReadAs;
+    ProgramFileName = path;
     ProgramChanged = false;
     WriteFileName();
 }
@@ -79,7 +91,7 @@ void ProgramDocument::mnuSave_Click() {
 
 // The document takes the new name before it is written, and keeps it if the writing fails.
 void ProgramDocument::mnuSaveAs_Click() {
-    const auto path = fileDialog.ShowSave(text);
+    const auto path = fileDialog_.ShowSave(*txtCode_);
     if (!path) return;
     ProgramFileName = *path;
     if (!WriteProgramFile()) return;
@@ -89,28 +101,28 @@ void ProgramDocument::mnuSaveAs_Click() {
 
 void ProgramDocument::mnuCut_Click() {
     mnuCopy_Click();
-    text.ReplaceSelection({});
+    txtCode_->ReplaceSelection({});
 }
 
 void ProgramDocument::mnuCopy_Click() {
-    platform::PutRichText(text.SelectedText());
+    platform::PutRichText(txtCode_->SelectedText());
 }
 
 void ProgramDocument::mnuPaste_Click() {
-    text.ReplaceSelection(platform::ReadRichText());
+    txtCode_->ReplaceSelection(platform::ReadRichText());
 }
 
 void ProgramDocument::mnuSelectAll_Click() {
-    text.SetSelectionStart(0);
-    text.SetSelectionLength(text.Length());
+    txtCode_->SetSelectionStart(0);
+    txtCode_->SetSelectionLength(txtCode_->Length());
 }
 
-void ProgramDocument::GotoLine(int line) {
-    text.SelectLine(line);
+void ProgramDocument::SelectLine(int line) {
+    txtCode_->SelectLine(line);
 }
 
 void ProgramDocument::ClearSelection() {
-    text.ClearSelection();
+    txtCode_->ClearSelection();
 }
 
 // The highlighter has coloured the change by now.
@@ -125,9 +137,9 @@ void ProgramDocument::WriteFileName() {
 }
 
 bool ProgramDocument::WriteProgramFile() {
-    const EncodedProgram file = EncodeProgramFile(text.Text(), encoding);
+    const EncodedProgram file = EncodeProgramFile(txtCode_->Text(), encoding_);
     if (platform::WriteFile(ProgramFileName, QByteArray::fromStdString(file.Bytes))) return false;
-    encoding = file.WrittenAs;
+    encoding_ = file.WrittenAs;
     return true;
 }
 

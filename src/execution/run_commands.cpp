@@ -14,7 +14,7 @@ RunView ViewOn(CommandButtons& buttons, editor::ProgramDocument& document, panel
     };
     return {.DisplayRegs = [&registerPanel] { registerPanel.DisplayRegs(); },
             .RefreshRAMDisplay = [&memoryGrid] { memoryGrid.RefreshRAMDisplay(); },
-            .GotoLine = [&document](int line) { document.GotoLine(line); },
+            .GotoLine = [&document](int line) { document.SelectLine(line); },
             .ClearSelection = [&document] { document.ClearSelection(); },
             .Yield = platform::Yield,
             .ShowEndMessage = [show](const std::string& text) { show(text, platform::Icon::Information); },
