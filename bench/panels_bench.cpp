@@ -25,7 +25,7 @@ struct Panels {
     QWidget window;
     QWidget txtCode{&window};
     panels::RegisterPanel registers{machine, txtCode, &window};
-    panels::MemoryGrid grid{machine, columns, [] {}, &window};
+    panels::MemoryGrid grid{machine, columns, &window};
 };
 
 // Every register, and a byte in every pair of columns, changes from one refresh to the next.

@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
-#include "platform/palette.h"
+#include "shell/workbench.h"
 
 // Window tests run without a screen, with the appearance that the program has and with settings of their own.
 int main(int argc, char** argv) {
@@ -12,6 +12,6 @@ int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
-    platform::ApplyFixedAppearance(application);
+    shell::Prepare(application);
     return RUN_ALL_TESTS();
 }

@@ -1,10 +1,12 @@
 #include "aids/code_assistant.h"
 
-#include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
+#include <algorithm>
 
-#include "aids/mnemonic_buttons.h"
+#include "aids/mnemonic_tip.h"
 #include "assembler/mnemonic_list.h"
+#include "machine/number_format.h"
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/twips.h"
@@ -14,34 +16,16 @@ namespace aids {
 namespace {
 
 using platform::Button;
-using platform::Place;
 
-constexpr auto startCaption = "Start &Code Assistant";
-constexpr auto stopCaption = "Stop &Code Assistant";
-
-QString ElementName(const char* array, int index) {
-    return array + QString::number(index);
-}
-
-QString ToQString(std::string_view text) {
+QString FromLatin1(std::string_view text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QGroupBox& MakePanel(const char* name, const QString& caption, int width, int height, QWidget* parent) {
-    auto& panel = *new QGroupBox(caption, parent);
-    panel.setObjectName(name);
-    panel.setAccessibleName(caption);
-    Place(panel, 7200, 600, width, height);
-    panel.setAutoFillBackground(true);  // it covers the register panel
-    panel.hide();
-    return panel;
-}
-
-void MakeCaption(const QString& name, const QString& text, PanelPlace place, QWidget& panel) {
-    auto& label = *new QLabel(text, &panel);
-    label.setObjectName(name);
-    label.move(platform::Pixels(place.Left), platform::Pixels(place.Top));
-    label.adjustSize();
+void MakeCaption(const QString& name, const QString& text, PanelPlace place, QWidget* panel) {
+    auto* label = new QLabel(text, panel);
+    label->setObjectName(name);
+    label->move(platform::Pixels(place.Left), platform::Pixels(place.Top));
+    label->adjustSize();
 }
 
 bool CanTakeFocus(const QWidget& control, const QWidget& panel) {
@@ -58,18 +42,40 @@ void FocusInto(QWidget& panel) {
 
 }  // namespace
 
-CodeAssistant::CodeAssistant(platform::ProgramText& programText, Button& startButton, QWidget& memoryPanel,
-                             QWidget* parent)
-    : txtCode(programText),
-      cmdCodeAssistant(startButton),
-      frmRAM(memoryPanel),
-      frmCA(MakePanel("frmCA", "Code Assistant", 4575, 7575, parent)),
-      frmCA2(MakePanel("frmCA2", "Hexadecimal Keypad", 4695, 3615, parent)),
-      frmCA3(MakePanel("frmCA3", "Register Keypad", 4575, 3615, parent)) {
+CodeAssistant::CodeAssistant(platform::ProgramText& txtCode, QWidget& frmRegs, QWidget& frmRAM, QWidget* parent)
+    : txtCode_(txtCode),
+      frmRegs_(frmRegs),
+      frmRAM_(frmRAM),
+      frmCA_(MakePanel("frmCA", "Code Assistant", 4575, 7575, parent)),
+      frmCA2_(MakePanel("frmCA2", "Hexadecimal Keypad", 4695, 3615, parent)),
+      frmCA3_(MakePanel("frmCA3", "Register Keypad", 4575, 3615, parent)) {
     InitCodeAssistant();
     InitDigits();
     InitRegisters();
-    connect(&cmdCodeAssistant, &Button::clicked, this, &CodeAssistant::cmdCodeAssistant_Click);
+    frmCA2_->installEventFilter(this);
+}
+
+QGroupBox* CodeAssistant::MakePanel(const char* name, const QString& caption, int width, int height, QWidget* parent) {
+    auto* panel = new QGroupBox(caption, parent);
+    panel->setObjectName(name);
+    panel->setAccessibleName(caption);
+    platform::Place(*panel, 7200, 600, width, height);
+    panel->hide();
+    return panel;
+}
+
+// A key pressed by the mouse leaves the caret in view where the text goes, and itself without the focus, so that a
+// blank does not press it again. A key that was reached by the Tab key keeps the focus.
+Button* CodeAssistant::MakeKey(const char* array, int index, const QString& caption, QWidget* panel, const QRect& place,
+                               std::function<void()> press) {
+    auto* key = new Button(array + QString::number(index), caption, panel);
+    key->setFocusPolicy(Qt::TabFocus);
+    platform::Place(*key, place.left(), place.top(), place.width(), place.height());
+    connect(key, &Button::clicked, this, [this, key, press = std::move(press)] {
+        if (key->window()->focusWidget() != key) txtCode_.setFocus();
+        press();
+    });
+    return key;
 }
 
 void CodeAssistant::InitCodeAssistant() {
@@ -77,106 +83,118 @@ void CodeAssistant::InitCodeAssistant() {
     constexpr std::array captions = {"Data transfer instructions:", "Arithmetic instructions:", "Logical instructions:",
                                      "Branch control instructions:", "Machine control instructions:"};
     for (std::size_t i = 0; i < captions.size(); ++i)
-        MakeCaption(ElementName("lblCaption", static_cast<int>(i)), captions[i], layout.Captions[i], frmCA);
+        MakeCaption("lblCaption" + QString::number(i), captions[i], layout.Captions[i], frmCA_);
 
+    constexpr int height = 255;
     int index = 1;
-    const auto makeButton = [this, &index](const QString& caption, PanelPlace place, int width) {
-        auto* button = new Button(ElementName("cmdCodes", index++), caption, &frmCA);
-        button->setFont(platform::CourierNew(8.25));
-        Place(*button, place.Left, place.Top, width, 255);
-        return button;
-    };
-    const Button* label = makeButton("Label", {120, 7200}, 735);
-    connect(label, &Button::clicked, this, &CodeAssistant::AskForLabelLine);
+    Button* label =
+        MakeKey("cmdCodes", index++, "Label", frmCA_, {120, 7200, 735, height}, [this] { AskForLabelLine(); });
+    label->setFont(platform::CourierNew(8.25));
+    label->setToolTip("Write a label on a line of its own");
     for (const MnemonicButton& mnemonic : layout.Buttons) {
-        const Button* button = makeButton(ToQString(mnemonic.Word), mnemonic.Place, 615);
-        connect(button, &Button::clicked, this, [this, word = mnemonic.Word] { cmdCodes_Click(word); });
+        const QRect place(mnemonic.Place.Left, mnemonic.Place.Top, 615, height);
+        Button* key = MakeKey("cmdCodes", index++, FromLatin1(mnemonic.Word), frmCA_, place,
+                              [this, word = mnemonic.Word] { Take(entry_.ChooseMnemonic(word)); });
+        key->setFont(platform::CourierNew(8.25));
+        key->setToolTip(QString::fromStdString(MnemonicTip(mnemonic.Word)));
     }
 }
 
 void CodeAssistant::InitDigits() {
-    MakeCaption("lblDigits", "Key in a hexadecimal number", {960, 360}, frmCA2);
-    for (int i = 0; i < 16; ++i) {
-        auto* button = new Button(ElementName("cmdDigits", i), QString::number(i, 16).toUpper(), &frmCA2);
-        Place(*button, 1200 + 480 * (i % 4), 720 + 480 * (i / 4), 495, 495);
-        connect(button, &Button::clicked, this, [this, i] { cmdDigits_Click(i); });
+    MakeCaption("lblDigits", "Key in a hexadecimal number", {960, 360}, frmCA2_);
+    for (int i = 0; i < static_cast<int>(cmdDigits_.size()); ++i) {
+        const QRect place(1200 + 480 * (i % 4), 720 + 480 * (i / 4), 495, 495);
+        cmdDigits_[static_cast<std::size_t>(i)] = MakeKey("cmdDigits", i, QString::number(i, 16).toUpper(), frmCA2_,
+                                                          place, [this, i] { Take(entry_.ChooseDigit(i)); });
     }
 }
 
 void CodeAssistant::InitRegisters() {
     constexpr int singleRegisters = 8;
-    MakeCaption("lblRegisters", "8 Bit Registers:", {240, 480}, frmCA3);
-    MakeCaption("lblPairs", "16 Bit Registers:", {240, 1920}, frmCA3);
-    for (int i = 0; i < static_cast<int>(cmdRegs.size()); ++i) {
-        auto* button = new Button(ElementName("cmdRegs", i), registerCaptions[static_cast<std::size_t>(i)], &frmCA3);
-        if (i < singleRegisters)
-            Place(*button, 240 + 480 * i, 840, 495, 495);
-        else
-            Place(*button, 240 + 600 * (i - singleRegisters), 2280, 615, 495);
-        connect(button, &Button::clicked, this, [this, i] { cmdRegs_Click(i); });
-        cmdRegs[static_cast<std::size_t>(i)] = button;
+    MakeCaption("lblRegisters", "8 Bit Registers:", {240, 480}, frmCA3_);
+    MakeCaption("lblPairs", "16 Bit Registers:", {240, 1920}, frmCA3_);
+    for (int i = 0; i < static_cast<int>(cmdRegs_.size()); ++i) {
+        const char* caption = registerCaptions[static_cast<std::size_t>(i)];
+        const QRect place = i < singleRegisters ? QRect(240 + 480 * i, 840, 495, 495)
+                                                : QRect(240 + 600 * (i - singleRegisters), 2280, 615, 495);
+        cmdRegs_[static_cast<std::size_t>(i)] =
+            MakeKey("cmdRegs", i, caption, frmCA3_, place, [this, caption] { Take(entry_.ChooseRegister(caption)); });
     }
+}
+
+// "Label" stands at the foot of its panel, and comes last there.
+QList<QWidget*> CodeAssistant::Keys() const {
+    QList<QWidget*> keys;
+    for (const QGroupBox* panel : {frmCA_, frmCA2_, frmCA3_})
+        for (Button* key : panel->findChildren<Button*>()) keys.append(key);
+    const auto label = std::ranges::find(keys, "cmdCodes1", &QWidget::objectName);
+    const auto firstDigit = std::ranges::find(keys, cmdDigits_[0]);
+    std::rotate(label, label + 1, firstDigit);
+    return keys;
 }
 
 void CodeAssistant::cmdCodeAssistant_Click() {
-    const bool starts = cmdCodeAssistant.text() == startCaption;
-    cmdCodeAssistant.SetCaption(starts ? stopCaption : startCaption);
-    ShowOnly(starts ? frmCA : frmRAM);
-}
-
-void CodeAssistant::cmdCodes_Click(std::string_view mnemonic) {
-    Take(entry.ChooseMnemonic(mnemonic));
-}
-
-void CodeAssistant::cmdDigits_Click(int index) {
-    Take(entry.ChooseDigit(index));
-}
-
-void CodeAssistant::cmdRegs_Click(int index) {
-    Take(entry.ChooseRegister(registerCaptions[static_cast<std::size_t>(index)]));
+    if (IsOn())
+        Stop();
+    else
+        ShowOnly(frmCA_);
+    emit CaptionChanged(IsOn() ? StopCaption : StartCaption);
 }
 
 void CodeAssistant::AskForLabelLine() {
-    const QString answer = platform::AskText(txtCode, "Enter a label:", "Label");
-    txtCode.ReplaceSelection(LabelLine(answer.toStdU16String()));
+    const QString answer = platform::AskText(txtCode_, "Enter a label:", "Label");
+    txtCode_.ReplaceSelection(LabelLine(answer.toStdU16String()));
 }
 
 void CodeAssistant::AskForBranchTarget() {
-    const QString prompt = "Enter a label for " + ToQString(entry.Mnemonic()) + ":";
-    Take(InstructionEntry::ChooseLabel(platform::AskText(txtCode, prompt, "Label").toStdU16String()));
+    const QString prompt = "Enter a label for " + FromLatin1(entry_.Mnemonic()) + ":";
+    Take(InstructionEntry::ChooseLabel(platform::AskText(txtCode_, prompt, "Label").toStdU16String()));
 }
 
 void CodeAssistant::Take(const EntryStep& step) {
-    txtCode.ReplaceSelection(step.Text);
+    txtCode_.ReplaceSelection(step.Text);
     switch (step.Next) {
-        case NextEntry::Mnemonic: return ShowOnly(frmCA);
-        case NextEntry::Digit: return ShowOnly(frmCA2);
+        case NextEntry::Mnemonic: return ShowOnly(frmCA_);
+        case NextEntry::Digit: return ShowOnly(frmCA2_);
         case NextEntry::Label: return AskForBranchTarget();
         case NextEntry::Register:
-            for (std::size_t i = 0; i < cmdRegs.size(); ++i) cmdRegs[i]->setEnabled(entry.IsLive(registerCaptions[i]));
-            return ShowOnly(frmCA3);
+            for (std::size_t i = 0; i < cmdRegs_.size(); ++i)
+                cmdRegs_[i]->setEnabled(entry_.IsLive(registerCaptions[i]));
+            return ShowOnly(frmCA3_);
     }
 }
 
-// Whether the control lies unseen under the panel, as the register boxes do.
-bool CodeAssistant::Covers(const QWidget& panel, const QWidget* control) {
-    const QWidget* client = panel.parentWidget();
-    return control != nullptr && client->isAncestorOf(control) && !panel.isAncestorOf(control) &&
-           panel.geometry().contains(control->mapTo(client, control->rect().center()));
-}
-
-// One of the panels takes the place of the others, and the focus, where one of them had it: left to the toolkit, it
-// would stray to a text box and out of it again, as if the user had been there.
-void CodeAssistant::ShowOnly(QWidget& panel) {
-    panel.show();
-    panel.raise();
-    for (QWidget* other :
-         {&frmRAM, static_cast<QWidget*>(&frmCA), static_cast<QWidget*>(&frmCA2), static_cast<QWidget*>(&frmCA3)}) {
-        if (other == &panel) continue;
-        if (other->isAncestorOf(QApplication::focusWidget())) FocusInto(panel);
+// One of the panels takes the place of all others, and the focus, where one of them had it: Qt would let it stray to a
+// text box and out of it again, as if the user had been there.
+void CodeAssistant::ShowOnly(QWidget* panel) {
+    panel->show();
+    for (QWidget* other : std::initializer_list<QWidget*>{&frmRegs_, &frmRAM_, frmCA_, frmCA2_, frmCA3_}) {
+        if (other == panel) continue;
+        if (other->isAncestorOf(panel->window()->focusWidget())) FocusInto(*panel);
         other->hide();
     }
-    if (Covers(panel, panel.window()->focusWidget())) FocusInto(panel);
+}
+
+void CodeAssistant::Stop() {
+    for (QGroupBox* panel : {frmCA_, frmCA2_, frmCA3_}) {
+        if (panel->isAncestorOf(panel->window()->focusWidget())) txtCode_.setFocus();
+        panel->hide();
+    }
+    frmRegs_.show();
+    frmRAM_.show();
+}
+
+// While a key of the hexadecimal keypad has the focus, the digits of the keyboard press its keys.
+bool CodeAssistant::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return QObject::eventFilter(watched, event);
+    const auto& press = static_cast<const QKeyEvent&>(*event);
+    const bool isPlain = (press.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
+    const int digit = isPlain && press.text().size() == 1 ? m8085::HexDigitValue(press.text().front().unicode()) : -1;
+    if (digit < 0) return QObject::eventFilter(watched, event);
+    Button* key = cmdDigits_[static_cast<std::size_t>(digit)];
+    key->setFocus();
+    key->click();
+    return true;
 }
 
 }  // namespace aids

@@ -1,53 +1,69 @@
 #pragma once
 
 #include <QGroupBox>
-#include <QObject>
 #include <array>
 
 #include "aids/instruction_entry.h"
+#include "aids/mnemonic_buttons.h"
 #include "platform/button.h"
 #include "platform/program_text.h"
 
 namespace aids {
 
-// Panels of buttons that write instructions at the caret. While they are on, they stand in the place of the memory
-// panel. The elements of their button arrays have the array's name and their number as object name: cmdCodes1,
+// Panels of keys that write instructions at the caret. While they are on, they stand in the place of the register and
+// memory panels. The elements of their button arrays have the array's name and their number as object name: cmdCodes1,
 // cmdDigits15. cmdCodes1 is the button "Label", the mnemonics follow from cmdCodes2 on.
 class CodeAssistant : public QObject {
-public:
-    // The panels are made inside the parent, at their place in the main window.
-    CodeAssistant(platform::ProgramText& programText, platform::Button& startButton, QWidget& memoryPanel,
-                  QWidget* parent);
+    Q_OBJECT
 
-    // Starts and stops, as the button's caption says.
+public:
+    static constexpr auto StartCaption = "Start &Code Assistant";
+    static constexpr auto StopCaption = "Stop &Code Assistant";
+
+    // The panels are made inside the parent, at their place in the main window.
+    CodeAssistant(platform::ProgramText& txtCode, QWidget& frmRegs, QWidget& frmRAM, QWidget* parent);
+
+    // Starts where the assistant is off, and stops where it is on.
     void cmdCodeAssistant_Click();
 
+    // All keys, in the order in which the Tab key is to run through them.
+    QList<QWidget*> Keys() const;
+
+signals:
+    // The caption that the button which starts and stops is to bear from now on.
+    void CaptionChanged(const QString& caption);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    QGroupBox* MakePanel(const char* name, const QString& caption, int width, int height, QWidget* parent);
+    platform::Button* MakeKey(const char* array, int index, const QString& caption, QWidget* panel, const QRect& place,
+                              std::function<void()> press);
     void InitCodeAssistant();
     void InitDigits();
     void InitRegisters();
 
-    void cmdCodes_Click(std::string_view mnemonic);
-    void cmdDigits_Click(int index);
-    void cmdRegs_Click(int index);
     void AskForLabelLine();
     void AskForBranchTarget();
 
+    bool IsOn() const { return frmRAM_.isHidden(); }
     void Take(const EntryStep& step);
-    void ShowOnly(QWidget& panel);
-    static bool Covers(const QWidget& panel, const QWidget* control);
+    void Stop();
+    void ShowOnly(QWidget* panel);
 
     static constexpr std::array<const char*, 13> registerCaptions = {"A", "B",  "C",  "D",  "E",  "H",  "L",
                                                                      "M", "BC", "DE", "HL", "SP", "PSW"};
 
-    platform::ProgramText& txtCode;
-    platform::Button& cmdCodeAssistant;
-    QWidget& frmRAM;
-    QGroupBox& frmCA;
-    QGroupBox& frmCA2;
-    QGroupBox& frmCA3;
-    std::array<platform::Button*, registerCaptions.size()> cmdRegs{};
-    InstructionEntry entry;
+    platform::ProgramText& txtCode_;
+    QWidget& frmRegs_;
+    QWidget& frmRAM_;
+    QGroupBox* frmCA_;
+    QGroupBox* frmCA2_;
+    QGroupBox* frmCA3_;
+    std::array<platform::Button*, 16> cmdDigits_{};
+    std::array<platform::Button*, registerCaptions.size()> cmdRegs_{};
+    InstructionEntry entry_;
 };
 
 }  // namespace aids

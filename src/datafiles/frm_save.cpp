@@ -22,28 +22,40 @@ constexpr int firstAddress = Qt::UserRole;
 constexpr int lastAddress = Qt::UserRole + 1;
 
 void PlaceLabel(const char* name, const QString& text, QWidget* parent, int left, int top, int width, int height) {
-    auto& label = *new QLabel(text, parent);
-    label.setObjectName(name);
-    Place(label, left, top, width, height);
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(name);
+    Place(*label, left, top, width, height);
 }
 
 }  // namespace
 
-frmSave::frmSave(const m8085::MemoryBytes& memoryBytes, QWidget& window) : QDialog(&window), memory(memoryBytes) {
+frmSave::frmSave(const m8085::MemoryBytes& memory, QWidget& window) : QDialog(&window), memory_(memory) {
     setObjectName("frmSave");
     setWindowTitle("Save To Data File");
     setWindowIcon(window.windowIcon());
     setFont(platform::WindowFont());
-    setAttribute(Qt::WA_DeleteOnClose);
     PlaceControls();
     ConnectControls();
-    EnableRemove();
-    Text1.setFocus();
 }
 
 // The focus moves about while the controls are taken down.
 frmSave::~frmSave() {
     disconnect(qApp, nullptr, this, nullptr);
+}
+
+void frmSave::Open() {
+    if (!isVisible()) Form_Load();
+    showNormal();
+    raise();
+    activateWindow();
+}
+
+void frmSave::Form_Load() {
+    for (QLineEdit* box : {&Text1, &Text2, &Text3}) box->clear();
+    List1.clear();
+    cDialog = {};
+    EnableRemove();
+    Text1.setFocus();
 }
 
 void frmSave::PlaceControls() {
@@ -95,9 +107,9 @@ void frmSave::EnableRemove() {
 
 void frmSave::Command1_Click() {
     const auto first = memedata::ReadAddress(Text1.text().toStdU16String());
-    if (!first) return Tell("The starting addresss is invalid. Enter a valid hex address (0000 - FFFF).");
+    if (!first) return Refuse(Text1, "The starting addresss is invalid. Enter a valid hex address (0000 - FFFF).");
     const auto last = memedata::ReadAddress(Text2.text().toStdU16String());
-    if (!last) return Tell("The ending addresss is invalid. Enter a valid hex address (0000 - FFFF).");
+    if (!last) return Refuse(Text2, "The ending addresss is invalid. Enter a valid hex address (0000 - FFFF).");
 
     auto* entry = new QListWidgetItem(Text1.text() + " - " + Text2.text(), &List1);
     entry->setData(firstAddress, *first);
@@ -121,15 +133,22 @@ void frmSave::OKButton_Click() {
     const QDateTime now = QDateTime::currentDateTime();
     const QLocale user = QLocale::system();
     const std::string text =
-        memedata::ComposeDataFile(Ranges(), memory, user.toString(now.date(), QLocale::ShortFormat).toStdString(),
+        memedata::ComposeDataFile(Ranges(), memory_, user.toString(now.date(), QLocale::ShortFormat).toStdString(),
                                   user.toString(now.time(), QLocale::LongFormat).toStdString());
     if (const auto reason = files::WriteFile(QFileInfo(path).filesystemFilePath(), text))
         return Tell("The file " + path + " could not be written: " + QString::fromStdString(*reason));
     close();
 }
 
+// The user types the address anew where it was wrong.
+void frmSave::Refuse(QLineEdit& box, const QString& text) {
+    Tell(text);
+    box.setFocus();
+    box.selectAll();
+}
+
 void frmSave::Tell(const QString& text) {
-    platform::ShowMessage(*this, text, platform::ApplicationTitle, platform::Icon::None);
+    platform::ShowMessage(*this, text, QMessageBox::NoIcon);
 }
 
 std::vector<memedata::AddressRange> frmSave::Ranges() const {

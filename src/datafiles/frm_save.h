@@ -12,14 +12,21 @@
 
 namespace datafiles {
 
-// Collects ranges of memory and writes them to a data file. Deletes itself when it is closed.
+// Collects ranges of memory and writes them to a data file. Once closed it stays, hidden, and the next opening finds it
+// empty: a box of its own may still be open over it.
 class frmSave : public QDialog {
+    Q_OBJECT
+
 public:
     // The window is the one that the dialog stands before.
     frmSave(const m8085::MemoryBytes& memory, QWidget& window);
     ~frmSave() override;
 
+    // Shows the dialog, empty, or brings it forward as it is where it is open.
+    void Open();
+
 private:
+    void Form_Load();
     void PlaceControls();
     void ConnectControls();
 
@@ -29,10 +36,11 @@ private:
     void OKButton_Click();
 
     void EnableRemove();
+    void Refuse(QLineEdit& box, const QString& text);
     void Tell(const QString& text);
     std::vector<memedata::AddressRange> Ranges() const;
 
-    const m8085::MemoryBytes& memory;
+    const m8085::MemoryBytes& memory_;
     platform::FileDialog cDialog;
 
     // In the order of the Tab key. Remove comes right behind the list: only from there is it enabled.

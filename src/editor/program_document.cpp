@@ -37,11 +37,10 @@ ProgramDocument::ProgramDocument(QWidget* parent)
 }
 
 bool ProgramDocument::OfferToSave() {
-    using platform::Answer;
     if (!ProgramChanged) return true;
-    const Answer answer = platform::AskYesNoCancel(text, "Program has changed. Save changes?", "Save?");
-    if (answer == Answer::Yes) mnuSave_Click();
-    return answer != Answer::Cancel;
+    const auto answer = platform::AskYesNoCancel(text, "Program has changed. Save changes?", "Save?");
+    if (answer == QMessageBox::Yes) mnuSave_Click();
+    return answer != QMessageBox::Cancel;
 }
 
 // The text goes whatever became of the saving. Emptying it sets the mark, which is then taken away again.
@@ -105,7 +104,7 @@ void ProgramDocument::mnuSelectAll_Click() {
     text.SetSelectionLength(text.Length());
 }
 
-void ProgramDocument::GotoLine(int line) {
+void ProgramDocument::SelectLine(int line) {
     text.SelectLine(line);
 }
 
@@ -121,7 +120,7 @@ void ProgramDocument::txtCode_Change() {
 }
 
 void ProgramDocument::WriteFileName() {
-    emit TitleChanged(platform::ApplicationTitle + (" - [" + ProgramFileName) + (ProgramChanged ? "*]" : "]"));
+    emit TitleChanged(QCoreApplication::applicationName() + (" - [" + ProgramFileName) + (ProgramChanged ? "*]" : "]"));
 }
 
 bool ProgramDocument::WriteProgramFile() {

@@ -36,7 +36,7 @@ public:
     bool OfferToSave();
 
     // Selects a source line, counted from 1; for 0 and for a line that the text does not have it clears the selection.
-    void GotoLine(int line);
+    void SelectLine(int line);
 
     void ClearSelection();
 

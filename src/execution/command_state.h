@@ -5,29 +5,17 @@ namespace execution {
 // What the enabled states of the command buttons say.
 enum class CommandState { NoProgram, ProgramAssembled, Running };
 
-// Which commands can be started.
-struct EnabledCommands {
-    bool Compile;
-    bool Run;
-    bool SlowRun;
-    bool SingleStep;
-    bool Reset;
-    bool Halt;
-    bool CodeAssistant;
-    bool Delay;
-};
+// In which states a command can be started.
+enum class Startable { Always, WhenIdle, WithProgram, DuringRun };
 
-constexpr EnabledCommands EnabledIn(CommandState state) {
-    const bool running = state == CommandState::Running;
-    const bool ready = state == CommandState::ProgramAssembled;
-    return {.Compile = !running,
-            .Run = ready,
-            .SlowRun = ready,
-            .SingleStep = ready,
-            .Reset = ready,
-            .Halt = running,
-            .CodeAssistant = !running,
-            .Delay = !running};
+constexpr bool CanStart(Startable startable, CommandState state) {
+    switch (startable) {
+        case Startable::WhenIdle: return state != CommandState::Running;
+        case Startable::WithProgram: return state == CommandState::ProgramAssembled;
+        case Startable::DuringRun: return state == CommandState::Running;
+        case Startable::Always: break;
+    }
+    return true;
 }
 
 }  // namespace execution

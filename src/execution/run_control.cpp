@@ -2,33 +2,33 @@
 
 #include <utility>
 
-#include "execution/full_speed.h"
 #include "execution/messages.h"
+#include "machine/full_speed.h"
 
 namespace execution {
 
-RunControl::RunControl(m8085::MachineState& machineState, const m8085::CodeMap& sourceLines, RunView runView)
-    : machine(machineState), codeMap(sourceLines), view(std::move(runView)) {}
+RunControl::RunControl(m8085::MachineState& machine, const m8085::CodeMap& codeMap, RunView view)
+    : machine_(machine), codeMap_(codeMap), view_(std::move(view)) {}
 
 // The first instruction is executed whatever the code map says of it; after that an address with no source line ends
 // the run. Where Stop comes in the very yield in which the program ends, Stop decides.
 void RunControl::RunProgram() {
     if (IsRunning()) return;
     StartRun();
-    while (!machine.Halted && !StopRequested) {
-        ExecuteSlice(machine, codeMap, sliceLength);
-        view.Yield();
-        if (WasRefused() || codeMap.LineAt(machine.PC) == 0) break;
+    while (!machine_.Halted && !StopRequested) {
+        ExecuteSlice(machine_, codeMap_, sliceLength_);
+        view_.Yield();
+        if (WasRefused() || codeMap_.LineAt(machine_.PC) == 0) break;
     }
     ShowMachine();
     if (WasRefused()) {
         ReportRefusal();
     } else {
         if (!StopRequested) {
-            view.ShowEndMessage(EndMessage(machine.TStates, RunMicroseconds));
+            view_.ShowEndMessage(EndMessage(machine_.TStates, RunMicroseconds));
             ResetMachine();
         }
-        view.ClearSelection();
+        view_.ClearSelection();
     }
     EndRun();
 }
@@ -38,39 +38,39 @@ void RunControl::SlowRun() {
     if (IsRunning()) return;
     StartRun();
     while (true) {
-        if (machine.Halted) {
-            view.ClearSelection();
-            machine.Halted = false;
+        if (machine_.Halted) {
+            view_.ClearSelection();
+            machine_.Halted = false;
             break;
         }
         if (StopRequested) break;
-        machine.ExecuteInstruction();
+        machine_.ExecuteInstruction();
         ShowMachine();
         if (WasRefused()) {
             ReportRefusal();
             break;
         }
-        GotoLine(codeMap.LineAt(machine.PC));
-        view.Yield();
+        GotoLine(codeMap_.LineAt(machine_.PC));
+        view_.Yield();
     }
     EndRun();
 }
 
 void RunControl::StepProgram() {
     if (IsRunning()) return;
-    if (machine.Halted) {
-        view.ShowEndMessage(EndMessage(machine.TStates, SingleStepMicroseconds));
-        view.ClearSelection();
+    if (machine_.Halted) {
+        view_.ShowEndMessage(EndMessage(machine_.TStates, SingleStepMicroseconds));
+        view_.ClearSelection();
         ResetMachine();
         return;
     }
-    machine.Refused = {};
-    machine.ExecuteInstruction();
+    machine_.Refused = {};
+    machine_.ExecuteInstruction();
     ShowMachine();
     if (WasRefused())
         ReportRefusal();
     else
-        GotoLine(codeMap.LineAt(machine.PC));
+        GotoLine(codeMap_.LineAt(machine_.PC));
 }
 
 void RunControl::Stop() {
@@ -84,7 +84,7 @@ void RunControl::Reset() {
 
 void RunControl::LoseProgram() {
     if (IsRunning())
-        programLost = true;
+        programLost_ = true;
     else
         Enter(CommandState::NoProgram);
 }
@@ -95,51 +95,45 @@ void RunControl::SetAssembled(bool success) {
 
 void RunControl::StartRun() {
     StopRequested = false;
-    programLost = false;
-    machine.Refused = {};
+    programLost_ = false;
+    machine_.Refused = {};
     Enter(CommandState::Running);
 }
 
 void RunControl::EndRun() {
-    Enter(programLost ? CommandState::NoProgram : CommandState::ProgramAssembled);
+    Enter(programLost_ ? CommandState::NoProgram : CommandState::ProgramAssembled);
 }
 
 void RunControl::Enter(CommandState newState) {
-    state = newState;
-    view.ShowCommandState(state);
+    state_ = newState;
+    view_.ShowCommandState(state_);
 }
 
 void RunControl::GotoLine(int line) {
-    if (line == 0) machine.Halted = true;
-    view.GotoLine(line);
+    if (line == 0) machine_.Halted = true;
+    view_.SelectLine(line);
 }
 
 void RunControl::ShowMachine() {
-    view.DisplayRegs();
-    view.RefreshRAMDisplay();
+    view_.DisplayRegs();
+    view_.RefreshRAMDisplay();
 }
 
 bool RunControl::WasRefused() const {
-    return machine.Refused.Reason != m8085::Limit::None;
+    return machine_.Refused.Reason != m8085::Limit::None;
 }
 
 // The machine stays as it is, so that the user can look; the next command tries again from here.
 void RunControl::ReportRefusal() {
-    const int line = codeMap.LineAt(machine.PC);
-    if (line != 0) view.GotoLine(line);
-    view.ShowRefusal(RefusalMessage(machine.Refused));
+    const int line = codeMap_.LineAt(machine_.PC);
+    if (line != 0) view_.SelectLine(line);
+    view_.ShowRefusal(RefusalMessage(machine_.Refused));
 }
 
 void RunControl::ResetMachine() {
-    SetToProgramStart(machine);
-    view.DisplayRegs();
-    machine.Halted = false;
-}
-
-void SetToProgramStart(m8085::MachineState& machine) {
-    machine.PC = m8085::ProgramOrigin;
-    machine.SP = 0xFFF0;
-    machine.TStates = 0;
+    SetToProgramStart(machine_);
+    view_.DisplayRegs();
+    machine_.Halted = false;
 }
 
 }  // namespace execution

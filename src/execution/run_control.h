@@ -13,7 +13,7 @@ namespace execution {
 struct RunView {
     std::function<void()> DisplayRegs;
     std::function<void()> RefreshRAMDisplay;
-    std::function<void(int line)> GotoLine;  // selects a source line, counted from 1; clears the selection for 0
+    std::function<void(int line)> SelectLine;  // selects a source line, counted from 1; clears the selection for 0
     std::function<void()> ClearSelection;
     std::function<void()> Yield;  // handles pending events; any handler may run inside
     std::function<void(const std::string& text)> ShowEndMessage;
@@ -28,7 +28,7 @@ public:
     // Instructions of full-speed running between two looks at the event queue: well under a millisecond's work.
     static constexpr int DefaultSliceLength = 100'000;
 
-    RunControl(m8085::MachineState& machineState, const m8085::CodeMap& sourceLines, RunView runView);
+    RunControl(m8085::MachineState& machine, const m8085::CodeMap& codeMap, RunView view);
 
     // Runs at full speed until HLT, an address with no source line, Stop or a refusal. Yields after each slice.
     void RunProgram();
@@ -52,11 +52,11 @@ public:
     // Shows a source line, counted from 1. Line 0, that of an address with no instruction, halts the machine.
     void GotoLine(int line);
 
-    CommandState State() const { return state; }
-    bool IsRunning() const { return state == CommandState::Running; }
+    CommandState State() const { return state_; }
+    bool IsRunning() const { return state_ == CommandState::Running; }
 
     // At least 1.
-    void SetSliceLength(int instructions) { sliceLength = instructions; }
+    void SetSliceLength(int instructions) { sliceLength_ = instructions; }
 
 private:
     void StartRun();
@@ -67,16 +67,13 @@ private:
     void ReportRefusal();
     void ResetMachine();
 
-    m8085::MachineState& machine;
-    const m8085::CodeMap& codeMap;
-    RunView view;
-    CommandState state = CommandState::NoProgram;
-    int sliceLength = DefaultSliceLength;
+    m8085::MachineState& machine_;
+    const m8085::CodeMap& codeMap_;
+    RunView view_;
+    CommandState state_ = CommandState::NoProgram;
+    int sliceLength_ = DefaultSliceLength;
     bool StopRequested = false;
-    bool programLost = false;
+    bool programLost_ = false;
 };
-
-// PC, SP and TStates as Reset and a successful assembly leave them.
-void SetToProgramStart(m8085::MachineState& machine);
 
 }  // namespace execution

@@ -1,5 +1,7 @@
 #include "panels/byte_editor.h"
 
+#include <algorithm>
+
 #include "machine/number_format.h"
 #include "panels/register_edit.h"
 
@@ -23,14 +25,14 @@ bool AcceptsEditorKey(int KeyAscii, int textLength, int selectionLength) {
     return ValidateInput(KeyAscii) && (!isFull || KeyAscii == Backspace);
 }
 
-std::u16string CutInsertedText(std::u16string_view text, int caret) {
-    const auto place = static_cast<std::size_t>(caret);
-    const std::u16string behind = FirstDigits(text.substr(place), mostDigits);
-    return FirstDigits(text.substr(0, place), mostDigits - behind.size()) + behind;
-}
-
-std::optional<std::uint8_t> ReadEditorText(std::u16string_view text) {
-    return text.empty() ? std::nullopt : ReadRegisterText(text);
+std::optional<std::u16string> CutInsertedText(std::u16string_view before, std::u16string_view text, int caret) {
+    const std::u16string_view front = text.substr(0, static_cast<std::size_t>(caret));
+    const auto inserted = std::ranges::mismatch(front, before).in1;
+    const bool isAllForeign =
+        std::none_of(inserted, front.end(), [](char16_t c) { return m8085::HexDigitValue(c) >= 0; });
+    if (inserted != front.end() && isAllForeign) return std::nullopt;
+    const std::u16string behind = FirstDigits(text.substr(front.size()), mostDigits);
+    return FirstDigits(front, mostDigits - behind.size()) + behind;
 }
 
 }  // namespace panels

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,11 +11,9 @@ namespace panels {
 // Whether a typed character may enter the box, with so many characters in it and so many of them selected.
 bool AcceptsEditorKey(int KeyAscii, int textLength, int selectionLength);
 
-// What remains of a text into which something came past the keys, by pasting or dropping: what typing it would have
-// left. The caret stands right behind what was inserted.
-std::u16string CutInsertedText(std::u16string_view text, int caret);
-
-// The byte that the box's text means; nothing for an empty text. Expects at most two hexadecimal digits.
-std::optional<std::uint8_t> ReadEditorText(std::u16string_view text);
+// What remains of a text into which something may have come past the keys, by pasting or dropping: what typing it would
+// have left. `before` is what the box held until then; the caret stands right behind what was inserted. Nothing if what
+// came in has no digit at all.
+std::optional<std::u16string> CutInsertedText(std::u16string_view before, std::u16string_view text, int caret);
 
 }  // namespace panels

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "panels/byte_editor.h"
-#include "platform/button.h"
+#include "panels/register_edit.h"
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/twips.h"
@@ -26,101 +26,83 @@ constexpr int dataWidth = platform::Pixels(500);
 // The model counts the rows under the header from 0 to 255. The editor does not open on the last one.
 constexpr int lastRow = MemorySnapshot::Rows - 1;
 
-bool IsDataCell(const QModelIndex& cell) {
-    return cell.isValid() && MemorySnapshot::IsDataColumn(cell.column());
-}
-
 }  // namespace
 
-MemoryGrid::MemoryGrid(m8085::MachineState& machine, ColumnList& columnList, std::function<void()> whenCleared,
-                       QWidget* parent)
-    : QGroupBox("Memory", parent), state(machine), columns(columnList), loseProgram(std::move(whenCleared)) {
+MemoryGrid::MemoryGrid(m8085::MachineState& machine, ColumnList& columns, QWidget* parent)
+    : QGroupBox("Memory", parent), machine_(machine), columns_(columns) {
     setObjectName("frmRAM");
     setFont(platform::WindowFont());
-    AddButtons();
     AddGrid();
     AddEditor();
 }
 
-void MemoryGrid::AddButtons() {
-    const auto add = [this](const char* name, const char* caption, int left, int width, void (MemoryGrid::*command)()) {
-        auto* button = new platform::Button(name, caption, this);
-        platform::Place(*button, left, lineTop, width, lineHeight);
-        connect(button, &QPushButton::clicked, this, command);
-    };
-    add("cmdClear", "Clear", 900, 735, &MemoryGrid::cmdClear_Click);
-    add("cmdAdd", "Add Column", 1665, 1305, &MemoryGrid::cmdAdd_Click);
-    add("cmdRemove", "Remove Column", 3000, 1575, &MemoryGrid::cmdRemove_Click);
-}
-
 void MemoryGrid::AddGrid() {
-    grdRAM = new platform::Grid("grdRAM", this);
-    grdRAM->setAccessibleName("Memory and ports");
-    platform::Place(*grdRAM, 0, 480, 4575, 5055);
-    model = new MemoryModel(grdRAM);
-    grdRAM->setModel(model);
-    connect(grdRAM, &platform::Grid::LeaveCell, this, &MemoryGrid::grdRAM_LeaveCell);
-    connect(grdRAM, &platform::Grid::RowColChange, this, &MemoryGrid::grdRAM_RowColChange);
-    connect(grdRAM, &platform::Grid::Scrolled, this, &MemoryGrid::grdRAM_Scroll);
+    grdRAM_ = new platform::Grid("grdRAM", this);
+    grdRAM_->setAccessibleName("Memory and ports");
+    platform::Place(*grdRAM_, 0, 480, 4575, 5055);
+    model_ = new MemoryModel(grdRAM_);
+    grdRAM_->setModel(model_);
+    connect(grdRAM_, &platform::Grid::LeaveCell, this, &MemoryGrid::grdRAM_LeaveCell);
+    connect(grdRAM_, &platform::Grid::RowColChange, this, &MemoryGrid::grdRAM_RowColChange);
+    connect(grdRAM_, &platform::Grid::Scrolled, this, &MemoryGrid::grdRAM_Scroll);
 }
 
 void MemoryGrid::AddEditor() {
-    txtEdit = new platform::TextBox("txtEdit", this);
-    txtEdit->setAccessibleName("Byte");
-    txtEdit->setText("00");
-    txtEdit->setFrame(false);
-    txtEdit->setTextMargins(1, 0, 0, 0);
-    txtEdit->setFocusPolicy(Qt::ClickFocus);
-    txtEdit->hide();
-    txtEdit->installEventFilter(this);
-    txtEdit->SetKeyFilter([this](int character) {
-        return AcceptsEditorKey(character, static_cast<int>(txtEdit->text().size()),
-                                static_cast<int>(txtEdit->selectedText().size()));
+    txtEdit_ = new platform::TextBox("txtEdit", this);
+    txtEdit_->setAccessibleName("Byte");
+    SetEditorText("00");
+    txtEdit_->setFrame(false);
+    txtEdit_->setTextMargins(1, 0, 0, 0);
+    txtEdit_->setFocusPolicy(Qt::ClickFocus);
+    txtEdit_->hide();
+    txtEdit_->installEventFilter(this);
+    txtEdit_->SetKeyFilter([this](int character) {
+        return AcceptsEditorKey(character, static_cast<int>(txtEdit_->text().size()),
+                                static_cast<int>(txtEdit_->selectedText().size()));
     });
-    connect(txtEdit, &QLineEdit::textEdited, this, &MemoryGrid::txtEdit_Edited);
-    connect(txtEdit, &platform::TextBox::KeyReleased, this, &MemoryGrid::txtEdit_KeyUp);
+    connect(txtEdit_, &QLineEdit::textEdited, this, &MemoryGrid::txtEdit_Edited);
+    connect(txtEdit_, &platform::TextBox::KeyReleased, this, &MemoryGrid::txtEdit_KeyUp);
 }
 
 void MemoryGrid::FormatGrid() {
-    const QScopedValueRollback formatting(formattingGrid, true);
+    const QScopedValueRollback formatting(formattingGrid_, true);
     // The cell under the editor is not the current one any more.
     HideEditor();
-    model->FormatFor(columns);
-    for (int column = 0; column < model->columnCount(); ++column)
-        grdRAM->setColumnWidth(column, MemorySnapshot::IsDataColumn(column) ? dataWidth : addressWidth);
-    grdRAM->SetCurrentCellInPlace(model->index(lastRow, model->columnCount() - 1));
+    model_->FormatFor(columns_);
+    for (int column = 0; column < model_->columnCount(); ++column)
+        grdRAM_->setColumnWidth(column, MemorySnapshot::IsDataColumn(column) ? dataWidth : addressWidth);
+    grdRAM_->SetCurrentCellInPlace(model_->index(lastRow, model_->columnCount() - 1));
 }
 
 void MemoryGrid::RefreshRAMDisplay() {
-    model->TakeFrom(state, columns);
-    GiveEditorTheCurrentByte();
+    model_->TakeFrom(machine_);
+    GiveEditorItsByte();
 }
 
 void MemoryGrid::RefreshCurrentCell() {
-    const QModelIndex cell = grdRAM->currentIndex();
-    if (!IsDataCell(cell)) return;
-    model->SetByte(cell, model->Cells().LiveByte(state, cell.row(), cell.column()));
-    GiveEditorTheCurrentByte();
+    for (const QModelIndex& cell : {grdRAM_->currentIndex(), QModelIndex(editorCell_)})
+        if (MemoryModel::IsDataCell(cell)) model_->TakeByte(machine_, cell);
+    GiveEditorItsByte();
 }
 
 void MemoryGrid::cmdClear_Click() {
-    state.Memory.fill(0);
+    machine_.Memory.fill(0);
     RefreshRAMDisplay();
-    loseProgram();
+    emit Cleared();
 }
 
 void MemoryGrid::cmdAdd_Click() {
     constexpr auto title = "Add Column";
-    if (!columns.CanAdd()) return;
+    if (!columns_.CanAdd()) return;
     const QString answer = platform::AskText(*this, "Enter starting address", title);
-    switch (columns.Add(answer.toStdString())) {
+    switch (columns_.Add(answer.toStdString())) {
         case AddResult::Added:
             FormatGrid();
             RefreshRAMDisplay();
             break;
         case AddResult::OutOfRange:
-            platform::ShowMessage(*this, "The starting address must be between 0 and FEFF", title,
-                                  platform::Icon::Information);
+            platform::ShowMessage(*this, "The starting address must be between 0 and FEFF", QMessageBox::Information,
+                                  title);
             break;
         case AddResult::NoNumber:
         case AddResult::Full: break;
@@ -128,98 +110,106 @@ void MemoryGrid::cmdAdd_Click() {
 }
 
 void MemoryGrid::cmdRemove_Click() {
-    if (!columns.CanRemove()) return;
-    const QString options = QString::fromStdString(columns.Options());
+    if (!columns_.CanRemove()) return;
+    const QString options = QString::fromStdString(columns_.Options());
     const QString answer =
         platform::AskText(*this, "Enter a starting address. Your options are:\r\n" + options, "Remove Column");
-    if (!columns.Remove(answer.toStdString())) return;
+    if (!columns_.Remove(answer.toStdString())) return;
     FormatGrid();
     RefreshRAMDisplay();
 }
 
-// Commits the editor's text to the cell that is left, whichever cell it came from and whether or not it is in view.
 void MemoryGrid::grdRAM_LeaveCell(const QModelIndex& cell) {
-    if (formattingGrid || !IsDataCell(cell)) return;
-    const std::optional<std::uint8_t> byte = ReadEditorText(txtEdit->text().toStdU16String());
-    if (byte) model->Cells().Store(state, cell.row(), cell.column(), *byte);
-    model->SetByte(cell, byte.value_or(0));
+    if (!formattingGrid_ && !txtEdit_->text().isEmpty()) StorePendingText(cell);
 }
 
 void MemoryGrid::grdRAM_RowColChange(const QModelIndex& cell) {
-    if (formattingGrid) return;
-    if (!IsDataCell(cell)) {
+    if (formattingGrid_) return;
+    if (!MemoryModel::IsDataCell(cell)) {
         HideEditor();
         return;
     }
-    if (cell.row() == lastRow) return;
+    model_->TakeByte(machine_, cell);
+    // An editor that is open stays where it is, over the row above, and what it holds goes into the last row.
+    const bool staysOpen = cell.row() == lastRow;
+    textIsPending_ = staysOpen;
+    if (staysOpen) return;
     ScrollBeforeTheEdge(cell.row());
     ShowEditorOver(cell);
-    keyHeldFromGrid = grdRAM->MovingKey();
+    keyHeldFromGrid_ = grdRAM_->MovingKey();
 }
 
 // A row of data stays in view above and below the current one. Above the first row is the header.
 void MemoryGrid::ScrollBeforeTheEdge(int row) {
-    if (!grdRAM->RowIsVisible(row + 1)) grdRAM->SetTopRow(grdRAM->TopRow() + 1);
-    if (row > 0 && !grdRAM->RowIsVisible(row - 1)) grdRAM->SetTopRow(grdRAM->TopRow() - 1);
+    if (!grdRAM_->RowIsVisible(row + 1)) grdRAM_->SetTopRow(grdRAM_->TopRow() + 1);
+    if (row > 0 && !grdRAM_->RowIsVisible(row - 1)) grdRAM_->SetTopRow(grdRAM_->TopRow() - 1);
 }
 
 void MemoryGrid::ShowEditorOver(const QModelIndex& cell) {
-    const QRect place = grdRAM->visualRect(cell);
-    txtEdit->setGeometry(QRect(grdRAM->viewport()->mapTo(this, place.topLeft()), place.size()));
-    txtEdit->show();
+    const QRect place = grdRAM_->visualRect(cell);
+    txtEdit_->setGeometry(QRect(grdRAM_->viewport()->mapTo(this, place.topLeft()), place.size()));
+    txtEdit_->show();
     const QModelIndex address = cell.siblingAtColumn(cell.column() - 1);
-    const QString kind = model->headerData(address.column(), Qt::Horizontal, Qt::DisplayRole).toString();
-    txtEdit->setAccessibleName(kind + ' ' + TextOf(address));
-    txtEdit->setText(TextOf(cell));
-    txtEdit->setFocus();
-    txtEdit->selectAll();
+    const QString kind = model_->headerData(address.column(), Qt::Horizontal, Qt::DisplayRole).toString();
+    txtEdit_->setAccessibleName(kind + ' ' + TextOf(address));
+    editorCell_ = cell;
+    SetEditorText(TextOf(cell));
+    txtEdit_->setFocus();
+    txtEdit_->selectAll();
 }
 
 void MemoryGrid::HideEditor() {
-    if (window()->focusWidget() == txtEdit) grdRAM->setFocus();
-    txtEdit->hide();
+    if (window()->focusWidget() == txtEdit_) grdRAM_->setFocus();
+    txtEdit_->hide();
 }
 
 void MemoryGrid::grdRAM_Scroll() {
-    if (!formattingGrid) HideEditor();
+    if (!formattingGrid_) HideEditor();
 }
 
 void MemoryGrid::txtEdit_Edited() {
-    const std::u16string text = txtEdit->text().toStdU16String();
-    const std::u16string cut = CutInsertedText(text, txtEdit->cursorPosition());
-    if (cut != text) txtEdit->setText(QString::fromStdU16String(cut));
-    StoreEditorText();
+    const std::u16string text = txtEdit_->text().toStdU16String();
+    const auto cut = CutInsertedText(editorText_.toStdU16String(), text, txtEdit_->cursorPosition());
+    if (cut != text) txtEdit_->setText(cut ? QString::fromStdU16String(*cut) : editorText_);
+    if (!cut) return;
+    editorText_ = txtEdit_->text();
+    textIsPending_ = true;
+    StorePendingText(grdRAM_->currentIndex());
 }
 
 void MemoryGrid::txtEdit_KeyUp(int key) {
-    StoreEditorText();
+    StorePendingText(grdRAM_->currentIndex());
     // A key that moved here from the grid and is only now released has done its work.
-    const bool isHeldFromGrid = key == std::exchange(keyHeldFromGrid, 0);
-    const QModelIndex cell = grdRAM->currentIndex();
-    if (isHeldFromGrid || !IsDataCell(cell)) return;
-    if (key == Qt::Key_Up && cell.row() > 0) grdRAM->setCurrentIndex(cell.siblingAtRow(cell.row() - 1));
-    if (key == Qt::Key_Down && cell.row() < lastRow) grdRAM->setCurrentIndex(cell.siblingAtRow(cell.row() + 1));
+    const bool isHeldFromGrid = key == std::exchange(keyHeldFromGrid_, 0);
+    const QModelIndex cell = grdRAM_->currentIndex();
+    if (isHeldFromGrid || !MemoryModel::IsDataCell(cell)) return;
+    if (key == Qt::Key_Up && cell.row() > 0) grdRAM_->setCurrentIndex(cell.siblingAtRow(cell.row() - 1));
+    if (key == Qt::Key_Down && cell.row() < lastRow) grdRAM_->setCurrentIndex(cell.siblingAtRow(cell.row() + 1));
 }
 
 QString MemoryGrid::TextOf(const QModelIndex& cell) const {
     return cell.data(Qt::DisplayRole).toString();
 }
 
-// What is being typed stays as it is, with its caret, while it means the byte that the cell shows.
-void MemoryGrid::GiveEditorTheCurrentByte() {
-    const QModelIndex cell = grdRAM->currentIndex();
-    if (!IsDataCell(cell)) return;
-    const std::uint8_t typed = ReadEditorText(txtEdit->text().toStdU16String()).value_or(0);
-    if (typed == model->Cells().Byte(cell.row(), cell.column())) return;
-    txtEdit->setText(TextOf(cell));
-    txtEdit->selectAll();
+void MemoryGrid::SetEditorText(const QString& text) {
+    editorText_ = text;
+    txtEdit_->setText(text);
 }
 
-void MemoryGrid::StoreEditorText() {
-    const QModelIndex cell = grdRAM->currentIndex();
-    if (!IsDataCell(cell)) return;
-    const std::optional<std::uint8_t> byte = ReadEditorText(txtEdit->text().toStdU16String());
-    model->Cells().Store(state, cell.row(), cell.column(), byte.value_or(0));
+// What is being typed stays as it is, with its caret, while it means the byte that the editor's cell shows.
+void MemoryGrid::GiveEditorItsByte() {
+    textIsPending_ = false;
+    if (!editorCell_.isValid() || ReadByteText(editorText_.toStdU16String()) == model_->Byte(editorCell_)) return;
+    SetEditorText(TextOf(editorCell_));
+    txtEdit_->selectAll();
+}
+
+// Puts what the editor holds into a cell, if it has been typed there since the editor took its byte. No cell but its
+// own takes the text of a hidden editor.
+void MemoryGrid::StorePendingText(const QModelIndex& cell) {
+    if (!textIsPending_ || !MemoryModel::IsDataCell(cell) || (txtEdit_->isHidden() && cell != editorCell_)) return;
+    const std::optional<std::uint8_t> byte = ReadByteText(editorText_.toStdU16String());
+    if (byte) model_->Store(machine_, cell, *byte);
 }
 
 // The grid fills the frame and has an edge of its own, so the frame draws no more than its caption.
@@ -229,10 +219,24 @@ void MemoryGrid::paintEvent(QPaintEvent*) {
     painter.drawItemText(line, Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(), title(), QPalette::WindowText);
 }
 
+// Tab leads on from byte to byte, row by row, and beyond the last one to the grid. Were it to lead into the program
+// text, the next digits would be typed there.
+bool MemoryGrid::focusNextPrevChild(bool next) {
+    if (!txtEdit_->hasFocus()) return QGroupBox::focusNextPrevChild(next);
+    const QModelIndex from = grdRAM_->currentIndex();
+    const int bytesInRow = model_->columnCount() / 2;
+    const int to = from.row() * bytesInRow + from.column() / 2 + (next ? 1 : -1);
+    if (to >= 0 && to < lastRow * bytesInRow)
+        grdRAM_->setCurrentIndex(model_->index(to / bytesInRow, 2 * (to % bytesInRow) + 1));
+    else
+        grdRAM_->setFocus();
+    return true;
+}
+
 // The wheel over the editor scrolls the grid under it.
 bool MemoryGrid::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != txtEdit || event->type() != QEvent::Wheel) return QGroupBox::eventFilter(watched, event);
-    QCoreApplication::sendEvent(grdRAM->viewport(), event);
+    if (watched != txtEdit_ || event->type() != QEvent::Wheel) return QGroupBox::eventFilter(watched, event);
+    QCoreApplication::sendEvent(grdRAM_->viewport(), event);
     return true;
 }
 

@@ -2,7 +2,6 @@
 
 #include <QGroupBox>
 #include <QModelIndex>
-#include <functional>
 
 #include "machine/machine_state.h"
 #include "panels/column_list.h"
@@ -14,37 +13,39 @@ namespace panels {
 
 // Shows ranges of memory and all ports side by side, and lets the user type over any byte shown. The grid only
 // displays, and shows what the latest RefreshRAMDisplay found. The one text box txtEdit is moved over the cell being
-// edited; what is typed there goes into the machine at once, digit by digit.
+// edited, which takes the machine's byte first; what is typed there goes into the machine at once, digit by digit.
 class MemoryGrid : public QGroupBox {
     Q_OBJECT
 
 public:
-    // whenCleared is called when Clear has wiped the assembled program from memory.
-    MemoryGrid(m8085::MachineState& machine, ColumnList& columnList, std::function<void()> whenCleared,
-               QWidget* parent);
+    MemoryGrid(m8085::MachineState& machine, ColumnList& columns, QWidget* parent);
 
-    // Sets the grid up for the columns of the list, with cells that are empty until RefreshRAMDisplay fills them. The
-    // last row of the last column becomes current.
+    // Sets the grid up for the columns of the list, with bytes that RefreshRAMDisplay has yet to take from the machine.
+    // The last row of the last column becomes current.
     void FormatGrid();
 
-    // Rewrites all cells from the machine, and gives the editor the text of the current cell.
+    // Rewrites all cells from the machine, and gives the editor the byte of its cell.
     void RefreshRAMDisplay();
 
-    // The commands of the buttons and of their twins in the Memory menu.
-    // Rewrites the current cell alone, for a command that changes memory and leaves the grid as it is: the editor over
-    // the cell must not write an old byte back when a key is released or the cell is left.
+    // Does the same for the current cell and the editor alone, for a command that changes memory and leaves the grid as
+    // it is: what was typed before must not be written over the command's byte when a key is released or the cell left.
     void RefreshCurrentCell();
 
+    // The commands of the buttons and of their twins in the Memory menu.
     void cmdClear_Click();
     void cmdAdd_Click();
     void cmdRemove_Click();
 
+signals:
+    // Clear has wiped the assembled program from memory.
+    void Cleared();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void AddButtons();
     void AddGrid();
     void AddEditor();
 
@@ -58,18 +59,21 @@ private:
     void ScrollBeforeTheEdge(int row);
     void ShowEditorOver(const QModelIndex& cell);
     void HideEditor();
-    void GiveEditorTheCurrentByte();
-    void StoreEditorText();
+    void SetEditorText(const QString& text);
+    void GiveEditorItsByte();
+    void StorePendingText(const QModelIndex& cell);
 
-    m8085::MachineState& state;
-    ColumnList& columns;
-    std::function<void()> loseProgram;
+    m8085::MachineState& machine_;
+    ColumnList& columns_;
 
-    MemoryModel* model = nullptr;
-    platform::Grid* grdRAM = nullptr;
-    platform::TextBox* txtEdit = nullptr;
-    bool formattingGrid = false;
-    int keyHeldFromGrid = 0;
+    MemoryModel* model_ = nullptr;
+    platform::Grid* grdRAM_ = nullptr;
+    platform::TextBox* txtEdit_ = nullptr;
+    QPersistentModelIndex editorCell_;  // the cell that the editor was opened over last
+    QString editorText_;                // what the editor held at its latest change
+    bool textIsPending_ = false;        // key releases and leaving the cell store the editor's text
+    bool formattingGrid_ = false;
+    int keyHeldFromGrid_ = 0;
 };
 
 }  // namespace panels

@@ -7,16 +7,28 @@
 namespace panels {
 
 MemoryModel::MemoryModel(QObject* parent)
-    : QAbstractTableModel(parent), addressFont(platform::WindowFont()), dataFont(platform::SansSerif(8.25)) {}
+    : QAbstractTableModel(parent), addressFont_(platform::WindowFont()), dataFont_(platform::SansSerif(8.25)) {}
 
 void MemoryModel::FormatFor(const ColumnList& list) {
     beginResetModel();
-    cells.FormatFor(list);
+    cells_.FormatFor(list);
     endResetModel();
 }
 
-void MemoryModel::TakeFrom(const m8085::MachineState& machine, const ColumnList& list) {
-    const std::vector<MemorySnapshot::DataCell> changed = cells.TakeFrom(machine, list);
+void MemoryModel::TakeFrom(const m8085::MachineState& machine) {
+    Repaint(cells_.TakeFrom(machine));
+}
+
+void MemoryModel::TakeByte(const m8085::MachineState& machine, const QModelIndex& cell) {
+    cells_.TakeByte(machine, CellAt(cell));
+    emit dataChanged(cell, cell);
+}
+
+void MemoryModel::Store(m8085::MachineState& machine, const QModelIndex& cell, std::uint8_t byte) {
+    Repaint(cells_.Store(machine, CellAt(cell), byte));
+}
+
+void MemoryModel::Repaint(const std::vector<MemorySnapshot::Cell>& changed) {
     // One step of the machine changes very few bytes, and painting their cells alone takes a tenth of the time.
     constexpr std::size_t few = 16;
     if (changed.size() > few) {
@@ -29,26 +41,21 @@ void MemoryModel::TakeFrom(const m8085::MachineState& machine, const ColumnList&
     }
 }
 
-void MemoryModel::SetByte(const QModelIndex& cell, std::uint8_t byte) {
-    cells.SetByte(cell.row(), cell.column(), byte);
-    emit dataChanged(cell, cell);
-}
-
 int MemoryModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : MemorySnapshot::Rows;
 }
 
 int MemoryModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : cells.Columns();
+    return parent.isValid() ? 0 : cells_.Columns();
 }
 
 QVariant MemoryModel::data(const QModelIndex& cell, int role) const {
-    const bool isData = MemorySnapshot::IsDataColumn(cell.column());
+    const bool isData = IsDataCell(cell);
     switch (role) {
-        case Qt::DisplayRole: return QString::fromStdString(cells.Text(cell.row(), cell.column()));
+        case Qt::DisplayRole: return QString::fromStdString(cells_.Text(CellAt(cell)));
         case Qt::BackgroundRole: return isData ? QColor(253, 255, 199) : QColor(228, 255, 204);
         case Qt::ForegroundRole: return QColor(Qt::black);
-        case Qt::FontRole: return isData ? dataFont : addressFont;
+        case Qt::FontRole: return isData ? dataFont_ : addressFont_;
         case Qt::TextAlignmentRole: return int(Qt::AlignLeft | Qt::AlignVCenter);
         default: return {};
     }
@@ -59,7 +66,7 @@ QVariant MemoryModel::headerData(int section, Qt::Orientation orientation, int r
     if (role == Qt::TextAlignmentRole) return int(Qt::AlignLeft | Qt::AlignVCenter);
     if (role != Qt::DisplayRole) return {};
     if (MemorySnapshot::IsDataColumn(section)) return "Data";
-    return section == cells.Columns() - 2 ? "IO Port" : "Address";
+    return cells_.IsPort(section) ? "IO Port" : "Address";
 }
 
 }  // namespace panels

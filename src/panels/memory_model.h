@@ -14,12 +14,18 @@ class MemoryModel : public QAbstractTableModel {
 public:
     explicit MemoryModel(QObject* parent);
 
-    const MemorySnapshot& Cells() const { return cells; }
+    static bool IsDataCell(const QModelIndex& cell) {
+        return cell.isValid() && MemorySnapshot::IsDataColumn(cell.column());
+    }
+
+    // The byte that the data cell shows.
+    std::uint8_t Byte(const QModelIndex& cell) const { return cells_.Byte(CellAt(cell)); }
 
     // These change the snapshot as its own operations do, and have the cells painted.
     void FormatFor(const ColumnList& list);
-    void TakeFrom(const m8085::MachineState& machine, const ColumnList& list);
-    void SetByte(const QModelIndex& cell, std::uint8_t byte);
+    void TakeFrom(const m8085::MachineState& machine);
+    void TakeByte(const m8085::MachineState& machine, const QModelIndex& cell);
+    void Store(m8085::MachineState& machine, const QModelIndex& cell, std::uint8_t byte);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -27,9 +33,12 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    MemorySnapshot cells;
-    QFont addressFont;
-    QFont dataFont;
+    static MemorySnapshot::Cell CellAt(const QModelIndex& cell) { return {cell.row(), cell.column()}; }
+    void Repaint(const std::vector<MemorySnapshot::Cell>& changed);
+
+    MemorySnapshot cells_;
+    QFont addressFont_;
+    QFont dataFont_;
 };
 
 }  // namespace panels

@@ -1,60 +1,54 @@
 #include "panels/memory_snapshot.h"
 
-#include <cassert>
-
 #include "machine/number_format.h"
 
 namespace panels {
 
 void MemorySnapshot::FormatFor(const ColumnList& list) {
-    pairs.assign(static_cast<std::size_t>(list.ColCount()) + 1, Pair{});
-    isEmpty = true;
+    pairs_.clear();
+    for (int index = 0; index < list.ColCount(); ++index)
+        pairs_.push_back({.IsPort = false, .Start = list.StartAddress(index), .Bytes = {}});
+    pairs_.emplace_back();
 }
 
-std::vector<MemorySnapshot::DataCell> MemorySnapshot::TakeFrom(const m8085::MachineState& machine,
-                                                               const ColumnList& list) {
-    assert(Columns() == 2 * list.ColCount() + 2);
-    std::vector<DataCell> changed;
-    for (int index = 0; index <= list.ColCount(); ++index) {
-        const bool isPort = index == list.ColCount();
-        Pair& pair = pairs[static_cast<std::size_t>(index)];
-        pair.Start = isPort ? 0 : list.StartAddress(index);
-        const std::uint8_t* bytes = isPort ? machine.Ports.data() : machine.Memory.data() + pair.Start;
+std::vector<MemorySnapshot::Cell> MemorySnapshot::TakeFrom(const m8085::MachineState& machine) {
+    std::vector<Cell> changed;
+    for (int column = 1; Pair & pair : pairs_) {
+        const std::uint8_t* bytes = BytesBehind(pair, machine);
         for (int row = 0; row < Rows; ++row) {
             std::uint8_t& shown = pair.Bytes[static_cast<std::size_t>(row)];
-            if (isEmpty || shown != bytes[row]) changed.push_back({row, 2 * index + 1});
+            if (shown != bytes[row]) changed.push_back({row, column});
             shown = bytes[row];
         }
+        column += 2;
     }
-    isEmpty = false;
     return changed;
 }
 
-std::string MemorySnapshot::Text(int row, int column) const {
-    if (isEmpty) return {};
-    if (IsDataColumn(column)) return m8085::FormatHexByte(Byte(row, column));
-    if (IsPort(column)) return m8085::FormatHexByte(static_cast<std::uint8_t>(row));
-    return m8085::FormatHexLong(PairOf(column).Start + row);
+void MemorySnapshot::TakeByte(const m8085::MachineState& machine, Cell cell) {
+    Pair& pair = PairOf(cell);
+    pair.Bytes[static_cast<std::size_t>(cell.Row)] = BytesBehind(pair, machine)[cell.Row];
 }
 
-std::size_t MemorySnapshot::AddressOf(int row, int column) const {
-    const std::int32_t address = PairOf(column).Start + row;
-    return static_cast<std::size_t>(address);
+std::vector<MemorySnapshot::Cell> MemorySnapshot::Store(m8085::MachineState& machine, Cell cell, std::uint8_t byte) {
+    std::uint8_t* const target = BytesBehind(PairOf(cell), machine) + cell.Row;
+    *target = byte;
+    std::vector<Cell> showing;
+    for (int column = 1; Pair & pair : pairs_) {
+        if (pair.IsPort == PairOf(cell).IsPort) {
+            const std::ptrdiff_t row = target - BytesBehind(pair, machine);
+            if (row >= 0 && row < Rows) showing.push_back({static_cast<int>(row), column});
+        }
+        column += 2;
+    }
+    for (const Cell twin : showing) TakeByte(machine, twin);
+    return showing;
 }
 
-std::uint8_t MemorySnapshot::LiveByte(const m8085::MachineState& machine, int row, int column) const {
-    if (isEmpty) return 0;
-    const std::size_t address = AddressOf(row, column);
-    return IsPort(column) ? machine.Ports[address] : machine.Memory[address];
-}
-
-void MemorySnapshot::Store(m8085::MachineState& machine, int row, int column, std::uint8_t byte) const {
-    if (isEmpty) return;
-    const std::size_t address = AddressOf(row, column);
-    if (IsPort(column))
-        machine.Ports[address] = byte;
-    else
-        machine.Memory[address] = byte;
+std::string MemorySnapshot::Text(Cell cell) const {
+    if (IsDataColumn(cell.Column)) return m8085::FormatHexByte(Byte(cell));
+    if (IsPort(cell.Column)) return m8085::FormatHexByte(static_cast<std::uint8_t>(cell.Row));
+    return m8085::FormatHexLong(PairOf(cell).Start + cell.Row);
 }
 
 }  // namespace panels

@@ -17,49 +17,52 @@ class MemorySnapshot {
 public:
     static constexpr int Rows = 256;
 
-    int Columns() const { return static_cast<int>(2 * pairs.size()); }
-
-    // Makes the pairs of a list and the ports, with empty cells.
-    void FormatFor(const ColumnList& list);
-
-    struct DataCell {
+    struct Cell {
         int Row;
         int Column;
     };
 
-    // Takes all cells from the machine and tells which data cells have changed: all of them where the cells were empty.
-    // Expects a snapshot formatted for this list.
-    std::vector<DataCell> TakeFrom(const m8085::MachineState& machine, const ColumnList& list);
+    int Columns() const { return static_cast<int>(2 * pairs_.size()); }
 
-    std::string Text(int row, int column) const;
+    // Makes the pairs of a list and the ports. Every byte is 0 until it is taken from the machine.
+    void FormatFor(const ColumnList& list);
+
+    // Takes all bytes from the machine and tells which data cells have changed.
+    std::vector<Cell> TakeFrom(const m8085::MachineState& machine);
+
+    // Takes the byte of one data cell alone.
+    void TakeByte(const m8085::MachineState& machine, Cell cell);
+
+    // Puts a byte into the machine, at the address that the data cell shows on its left: into memory, or into the ports
+    // from the last column. Returns all cells that show this address; they have taken the byte.
+    std::vector<Cell> Store(m8085::MachineState& machine, Cell cell, std::uint8_t byte);
 
     static bool IsDataColumn(int column) { return column % 2 == 1; }
+    bool IsPort(int column) const { return column >= Columns() - 2; }
 
-    // The byte that the data cell shows, and changing it; the machine is not concerned.
-    std::uint8_t Byte(int row, int column) const { return PairOf(column).Bytes[static_cast<std::size_t>(row)]; }
-    void SetByte(int row, int column, std::uint8_t byte) {
-        pairs[static_cast<std::size_t>(column / 2)].Bytes[static_cast<std::size_t>(row)] = byte;
-    }
+    // What the cell shows: an address, or a byte.
+    std::string Text(Cell cell) const;
 
-    // The byte that the machine has now where the data cell shows one; 0 for an empty cell.
-    std::uint8_t LiveByte(const m8085::MachineState& machine, int row, int column) const;
-
-    // Puts a byte where the data cell shows one: into memory, or into the ports from the last column, at the address
-    // shown on its left. An empty cell shows none, and nothing is stored.
-    void Store(m8085::MachineState& machine, int row, int column, std::uint8_t byte) const;
+    // The byte that the data cell shows.
+    std::uint8_t Byte(Cell cell) const { return PairOf(cell).Bytes[static_cast<std::size_t>(cell.Row)]; }
 
 private:
     struct Pair {
+        bool IsPort = true;
         std::int32_t Start = 0;
         std::array<std::uint8_t, Rows> Bytes{};
     };
 
-    const Pair& PairOf(int column) const { return pairs[static_cast<std::size_t>(column / 2)]; }
-    std::size_t AddressOf(int row, int column) const;
-    bool IsPort(int column) const { return column >= Columns() - 2; }
+    // Where the machine, which may be a constant one, keeps the bytes that a pair shows.
+    template <class Machine>
+    static auto* BytesBehind(const Pair& pair, Machine& machine) {
+        return pair.IsPort ? machine.Ports.data() : machine.Memory.data() + pair.Start;
+    }
 
-    std::vector<Pair> pairs;
-    bool isEmpty = true;
+    const Pair& PairOf(Cell cell) const { return pairs_[static_cast<std::size_t>(cell.Column / 2)]; }
+    Pair& PairOf(Cell cell) { return pairs_[static_cast<std::size_t>(cell.Column / 2)]; }
+
+    std::vector<Pair> pairs_;
 };
 
 }  // namespace panels

@@ -8,13 +8,9 @@ bool ValidateInput(int KeyCode) {
     return KeyCode == Backspace || m8085::HexDigitValue(static_cast<char32_t>(KeyCode)) >= 0;
 }
 
-std::u16string SafeString(std::u16string_view str) {
-    return std::u16string(str.empty() ? u"0" : str);
-}
-
-std::optional<std::uint8_t> ReadRegisterText(std::u16string_view text) {
+std::optional<std::uint8_t> ReadByteText(std::u16string_view text) {
     int value = 0;
-    for (const char16_t character : SafeString(text).substr(0, 2)) {
+    for (const char16_t character : text.substr(0, 2)) {
         const int digit = m8085::HexDigitValue(character);
         if (digit < 0) return std::nullopt;
         value = value * 16 + digit;

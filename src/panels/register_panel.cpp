@@ -54,14 +54,10 @@ constexpr QRect RightLabel(int row) {
     return {rightLabel, RowTop(row), leftLabelWidth, rowHeight};
 }
 
-QString ToQString(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
 // A box or button that shows the text already keeps its caret, and is not painted again.
 template <class Control>
 void Show(Control& control, const std::string& text) {
-    if (const QString shown = ToQString(text); control.text() != shown) control.setText(shown);
+    if (const QString shown = QString::fromStdString(text); control.text() != shown) control.setText(shown);
 }
 
 void FixColours(QWidget& box) {
@@ -74,7 +70,7 @@ void FixColours(QWidget& box) {
 }  // namespace
 
 RegisterPanel::RegisterPanel(m8085::MachineState& machine, QWidget& txtCode, QWidget* parent)
-    : QGroupBox("8085 Registers", parent), state(machine), programText(txtCode) {
+    : QGroupBox("8085 Registers", parent), machine_(machine), txtCode_(txtCode) {
     setObjectName("frmRegs");
     setFont(platform::WindowFont());
     AddRegisters();
@@ -89,18 +85,18 @@ void RegisterPanel::AddRegisters() {
         box->SetKeyFilter(ValidateInput);
         const RegisterBox registerBox{box, member};
         connect(box, &platform::TextBox::LostFocus, this, [this, registerBox] { RegisterLostFocus(registerBox); });
-        registerBoxes.push_back(registerBox);
+        registerBoxes_.push_back(registerBox);
     };
     addRegister("A", LeftBox(0), &Registers::A);
-    txtF = AddReadOnlyBox("txtF", "Flag byte F", RightBox(0));
+    txtF_ = AddReadOnlyBox("txtF", "Flag byte F", RightBox(0));
     addRegister("B", LeftBox(1), &Registers::B);
     addRegister("C", RightBox(1), &Registers::C);
     addRegister("D", LeftBox(2), &Registers::D);
     addRegister("E", RightBox(2), &Registers::E);
     addRegister("H", LeftBox(3), &Registers::H);
     addRegister("L", RightBox(3), &Registers::L);
-    txtPC = AddReadOnlyBox("txtPC", "Program counter PC", WideBox(4));
-    txtSP = AddReadOnlyBox("txtSP", "Stack pointer SP", WideBox(5));
+    txtPC_ = AddReadOnlyBox("txtPC", "Program counter PC", WideBox(4));
+    txtSP_ = AddReadOnlyBox("txtSP", "Stack pointer SP", WideBox(5));
 
     const char* const leftLabels[] = {"A", "B", "D", "H", "PC", "SP"};
     const char* const rightLabels[] = {"F", "C", "E", "L"};
@@ -128,7 +124,7 @@ void RegisterPanel::AddFlags() {
         button->setAccessibleName(bit.AccessibleName);
         button->setGeometry(left, RowTop(1), flagPitch - 1, flagPitch - 1);
         connect(button, &QPushButton::clicked, this, [this, flag = bit.Flag] { ToggleFlag(flag); });
-        if (bit.Flag) flagButtons.push_back({button, bit.Flag});
+        if (bit.Flag) flagButtons_.push_back({button, bit.Flag});
         left += flagPitch;
     }
     auto* hint = new QLabel("Click buttons to toggle flags", this);
@@ -141,8 +137,8 @@ void RegisterPanel::AddTStates() {
     constexpr int labelWidth = 58;
     AddLabel("T-states:", {flags, RowTop(5), labelWidth, rowHeight}, Qt::AlignLeft);
     const int left = flags + labelWidth;
-    txtTstates = AddReadOnlyBox("txtTstates", "T-states", {left, RowTop(5), rightEdge - left, rowHeight});
-    txtTstates->setAlignment(Qt::AlignLeft);
+    txtTstates_ = AddReadOnlyBox("txtTstates", "T-states", {left, RowTop(5), rightEdge - left, rowHeight});
+    txtTstates_->setAlignment(Qt::AlignLeft);
 }
 
 QLabel* RegisterPanel::AddLabel(const QString& text, const QRect& place, Qt::Alignment alignment) {
@@ -169,24 +165,24 @@ platform::TextBox* RegisterPanel::AddReadOnlyBox(const QString& name, const QStr
 }
 
 void RegisterPanel::DisplayRegs() {
-    for (const RegisterBox& box : registerBoxes) Show(*box.Box, FormatHexByte(state.*box.Register));
-    for (const FlagButton& button : flagButtons) Show(*button.Button, FormatBool(state.*button.Flag));
-    Show(*txtF, FormatHexByte(state.GetFlagByte()));
-    Show(*txtPC, FormatHexLong(state.PC));
-    Show(*txtSP, FormatHexLong(state.SP));
-    Show(*txtTstates, std::to_string(state.TStates));
+    for (const RegisterBox& box : registerBoxes_) Show(*box.Box, FormatHexByte(machine_.*box.Register));
+    for (const FlagButton& button : flagButtons_) Show(*button.Button, FormatBool(machine_.*button.Flag));
+    Show(*txtF_, FormatHexByte(machine_.GetFlagByte()));
+    Show(*txtPC_, FormatHexLong(machine_.PC));
+    Show(*txtSP_, FormatHexLong(machine_.SP));
+    Show(*txtTstates_, std::to_string(machine_.TStates));
 }
 
 void RegisterPanel::RegisterLostFocus(const RegisterBox& registerBox) {
-    if (const auto value = ReadRegisterText(registerBox.Box->text().toStdU16String()))
-        state.*registerBox.Register = *value;
-    Show(*registerBox.Box, FormatHexByte(state.*registerBox.Register));
+    if (const auto value = ReadByteText(registerBox.Box->text().toStdU16String()))
+        machine_.*registerBox.Register = *value;
+    Show(*registerBox.Box, FormatHexByte(machine_.*registerBox.Register));
 }
 
 void RegisterPanel::ToggleFlag(bool m8085::Registers::*flag) {
-    programText.setFocus();
+    txtCode_.setFocus();
     if (flag == nullptr) return;
-    state.*flag = !(state.*flag);
+    machine_.*flag = !(machine_.*flag);
     DisplayRegs();
 }
 

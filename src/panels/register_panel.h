@@ -44,14 +44,14 @@ private:
     void RegisterLostFocus(const RegisterBox& registerBox);
     void ToggleFlag(bool m8085::Registers::*flag);
 
-    m8085::MachineState& state;
-    QWidget& programText;
-    std::vector<RegisterBox> registerBoxes;
-    std::vector<FlagButton> flagButtons;
-    platform::TextBox* txtF = nullptr;
-    platform::TextBox* txtPC = nullptr;
-    platform::TextBox* txtSP = nullptr;
-    platform::TextBox* txtTstates = nullptr;
+    m8085::MachineState& machine_;
+    QWidget& txtCode_;
+    std::vector<RegisterBox> registerBoxes_;
+    std::vector<FlagButton> flagButtons_;
+    platform::TextBox* txtF_ = nullptr;
+    platform::TextBox* txtPC_ = nullptr;
+    platform::TextBox* txtSP_ = nullptr;
+    platform::TextBox* txtTstates_ = nullptr;
 };
 
 }  // namespace panels

@@ -15,11 +15,11 @@ Button::Button(const QString& name, const QString& caption, QWidget* parent) : Q
 void Button::SetCaption(const QString& caption) {
     setText(caption);
     setAccessibleName(QString(caption).remove('&'));
-    if (!hasAccessKey) setShortcut({});
+    if (!hasAccessKey_) setShortcut({});
 }
 
 void Button::GiveUpAccessKey() {
-    hasAccessKey = false;
+    hasAccessKey_ = false;
     setShortcut({});
 }
 
@@ -27,6 +27,14 @@ bool Button::event(QEvent* event) {
     if (event->type() == QEvent::Shortcut && !static_cast<QShortcutEvent*>(event)->isAmbiguous())
         setFocus(Qt::ShortcutFocusReason);
     return QPushButton::event(event);
+}
+
+// Qt leaves Enter to the default button of a dialog.
+void Button::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QPushButton::keyPressEvent(event);
 }
 
 }  // namespace platform

@@ -5,7 +5,7 @@
 namespace platform {
 
 // A button that takes the focus before its command runs, by mouse and by access key alike, so that a text box with
-// the focus has given up its text by then.
+// the focus has given up its text by then. Enter presses it as a blank does.
 class Button : public QPushButton {
     Q_OBJECT
 
@@ -20,9 +20,10 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    bool hasAccessKey = true;
+    bool hasAccessKey_ = true;
 };
 
 }  // namespace platform

@@ -2,39 +2,35 @@
 
 #include <QInputDialog>
 #include <QLabel>
-#include <QMessageBox>
+#include <algorithm>
 
 namespace platform {
 
 namespace {
 
-QMessageBox::Icon ToQt(Icon icon) {
-    switch (icon) {
-        case Icon::None: return QMessageBox::NoIcon;
-        case Icon::Information: return QMessageBox::Information;
-        case Icon::Question: return QMessageBox::Question;
-        case Icon::Critical: return QMessageBox::Critical;
-    }
-    return QMessageBox::NoIcon;
+// A text goes on one line as far as there is room for it: Qt would break it sooner, at a hyphen too.
+void GiveRoom(QLabel& label) {
+    constexpr int mostPixels = 640;
+    const int needed = label.fontMetrics().horizontalAdvance(label.text());
+    label.setMinimumWidth(std::min(needed + 1, mostPixels));
+}
+
+QMessageBox::StandardButton Ask(QWidget& control, const QString& text, QMessageBox::Icon icon, const QString& caption,
+                                QMessageBox::StandardButtons buttons) {
+    QMessageBox box(icon, caption, text, buttons, control.window());
+    box.setTextFormat(Qt::PlainText);
+    GiveRoom(*box.findChild<QLabel*>("qt_msgbox_label"));
+    return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
 }  // namespace
 
-void ShowMessage(QWidget& control, const QString& text, const QString& caption, Icon icon) {
-    QMessageBox box(ToQt(icon), caption, text, QMessageBox::Ok, control.window());
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+void ShowMessage(QWidget& control, const QString& text, QMessageBox::Icon icon, const QString& caption) {
+    Ask(control, text, icon, caption, QMessageBox::Ok);
 }
 
-Answer AskYesNoCancel(QWidget& control, const QString& text, const QString& caption) {
-    QMessageBox box(QMessageBox::Question, caption, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-                    control.window());
-    box.setTextFormat(Qt::PlainText);
-    switch (box.exec()) {
-        case QMessageBox::Yes: return Answer::Yes;
-        case QMessageBox::No: return Answer::No;
-        default: return Answer::Cancel;
-    }
+QMessageBox::StandardButton AskYesNoCancel(QWidget& control, const QString& text, const QString& caption) {
+    return Ask(control, text, QMessageBox::Question, caption, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
 }
 
 QString AskText(QWidget& control, const QString& prompt, const QString& caption) {

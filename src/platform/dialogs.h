@@ -1,19 +1,15 @@
 #pragma once
 
-#include <QString>
-
-class QWidget;
+#include <QCoreApplication>
+#include <QMessageBox>
 
 namespace platform {
 
-inline constexpr auto ApplicationTitle = "Velmora";
-
-enum class Icon { None, Information, Question, Critical };
-enum class Answer { Yes, No, Cancel };
-
-// Modal boxes over the window that the control belongs to.
-void ShowMessage(QWidget& control, const QString& text, const QString& caption, Icon icon);
-Answer AskYesNoCancel(QWidget& control, const QString& text, const QString& caption);
+// Modal boxes over the window that the control belongs to, which must outlive them. Their texts are plain, whatever
+// signs are in them.
+void ShowMessage(QWidget& control, const QString& text, QMessageBox::Icon icon,
+                 const QString& caption = QCoreApplication::applicationName());
+QMessageBox::StandardButton AskYesNoCancel(QWidget& control, const QString& text, const QString& caption);
 
 // The empty text when it is cancelled.
 QString AskText(QWidget& control, const QString& prompt, const QString& caption);

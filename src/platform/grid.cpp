@@ -84,7 +84,7 @@ void Grid::keyPressEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    const QScopedValueRollback moving(movingKey, event->key());
+    const QScopedValueRollback moving(movingKey_, event->key());
     QTableView::keyPressEvent(event);
 }
 

@@ -23,7 +23,7 @@ public:
     void SetCurrentCellInPlace(const QModelIndex& cell);
 
     // The cursor key whose press is moving the current cell just now, or 0.
-    int MovingKey() const { return movingKey; }
+    int MovingKey() const { return movingKey_; }
 
 signals:
     // The current cell has moved: first from the old cell, then to the new one. A cell that is not there any more, or
@@ -39,7 +39,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
-    int movingKey = 0;
+    int movingKey_ = 0;
 };
 
 }  // namespace platform

@@ -8,6 +8,12 @@ namespace platform {
 
 Style::Style() : QProxyStyle(QStyleFactory::create("Fusion")) {}
 
+int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                     QStyleHintReturn* returnData) const {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returnData);
+}
+
 void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                const QWidget* widget) const {
     const auto* frame = qstyleoption_cast<const QStyleOptionGroupBox*>(option);

@@ -22,7 +22,11 @@ TextBox::~TextBox() {
 }
 
 void TextBox::keyPressEvent(QKeyEvent* event) {
-    if (acceptsKey && IsCharacterKey(*event) && !acceptsKey(event->text().front().unicode())) {
+    if (IsCharacterKey(*event) && IsAltHeld(*event)) {
+        event->ignore();
+        return;
+    }
+    if (acceptsKey_ && IsCharacterKey(*event) && !acceptsKey_(event->text().front().unicode())) {
         event->accept();
         return;
     }
@@ -36,7 +40,7 @@ void TextBox::keyReleaseEvent(QKeyEvent* event) {
 
 void TextBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    holdsFocus = true;
+    holdsFocus_ = true;
 }
 
 // The box may have lost the keys long before, to a menu or to a message box. What counts is that another control of its
@@ -44,7 +48,7 @@ void TextBox::focusInEvent(QFocusEvent* event) {
 void TextBox::FollowFocus(const QWidget* focused) {
     const bool elsewhere = focused != nullptr && focused != this && focused->window() == window() &&
                            qobject_cast<const QMenuBar*>(focused) == nullptr;
-    if (elsewhere && std::exchange(holdsFocus, false)) emit LostFocus();
+    if (elsewhere && std::exchange(holdsFocus_, false)) emit LostFocus();
 }
 
 }  // namespace platform

@@ -6,7 +6,8 @@
 namespace platform {
 
 // A single-line text box whose key presses can be filtered and which tells when the focus has gone to another control
-// of its window. Opening a menu and switching to another window do not take the focus away.
+// of its window. Opening a menu and switching to another window do not take the focus away. A character pressed with
+// Alt is left to the window, whose access key it may be, and never typed.
 class TextBox : public QLineEdit {
     Q_OBJECT
 
@@ -16,7 +17,7 @@ public:
 
     // Asked before a key press puts a character into the box, with Backspace (8), Enter (13), Esc (27) and the other
     // control characters included; false drops the character. Keys without a character (Delete, arrows) pass by.
-    void SetKeyFilter(std::function<bool(int character)> filter) { acceptsKey = std::move(filter); }
+    void SetKeyFilter(std::function<bool(int character)> filter) { acceptsKey_ = std::move(filter); }
 
 signals:
     void LostFocus();
@@ -30,8 +31,8 @@ protected:
 private:
     void FollowFocus(const QWidget* focused);
 
-    std::function<bool(int character)> acceptsKey;
-    bool holdsFocus = false;  // of all the controls of its window it had the focus last
+    std::function<bool(int character)> acceptsKey_;
+    bool holdsFocus_ = false;  // of all the controls of its window it had the focus last
 };
 
 }  // namespace platform

@@ -1,15 +1,16 @@
 #include "shell/frm_main.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScrollArea>
 #include <QShortcut>
 #include <algorithm>
+#include <utility>
 
-#include "platform/dialogs.h"
+#include "commands/run_view.h"
 #include "platform/fonts.h"
-#include "platform/process.h"
 #include "platform/twips.h"
 #include "shell/main_menu.h"
 #include "shell/settings.h"
@@ -21,164 +22,129 @@ namespace {
 constexpr int clientWidth = 11880;
 constexpr int clientHeight = 8310;
 
-QWidget& MakeClient() {
-    auto* client = new QWidget;
+QWidget* MakeClient(QWidget* window) {
+    auto* client = new QWidget(window);
     client->setObjectName("client");
     client->setFont(platform::WindowFont());
     // The border of the hexadecimal keypad stands a pixel beyond the right edge.
     client->setFixedSize(platform::Pixels(clientWidth) + 1, platform::Pixels(clientHeight));
-    return *client;
-}
-
-MenuEntry Separator(const QString& name) {
-    return {name, {}, {}, {}};
+    return client;
 }
 
 // Shows the client at its top left, and scrolls where it does not fit; by the wheel and the bars, but not by cursor
 // keys that a control had no use for.
 class ClientArea : public QScrollArea {
 public:
-    ClientArea(QWidget& content, QWidget* parent) : QScrollArea(parent) {
+    ClientArea(QWidget* client, QWidget* parent) : QScrollArea(parent) {
         setFrameShape(QFrame::NoFrame);
         setFocusPolicy(Qt::NoFocus);
         setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        setWidget(&content);
+        setWidget(client);
     }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
 };
 
+// From left to right.
+QList<QWidget*> ButtonsOf(const QWidget& parent) {
+    QList<QWidget*> buttons;
+    for (platform::Button* button : parent.findChildren<platform::Button*>(Qt::FindDirectChildrenOnly))
+        buttons.append(button);
+    std::ranges::sort(buttons, {}, &QWidget::x);
+    return buttons;
+}
+
 }  // namespace
 
 frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::function<void()> showAbout,
-                 std::function<void()> endOfProcess)
-    : client(MakeClient()),
-      columns(ReadColumns()),
-      buttons(&client),
-      document(&client),
-      registerPanel(*new panels::RegisterPanel(machine, document.txtCode(), &client)),
-      memoryGrid(*new panels::MemoryGrid(
-          machine, columns, [this] { runCommands.LoseProgram(); }, &client)),
-      runCommands(machine, codeMap, buttons, document, registerPanel, memoryGrid),
-      assembleCommand(machine, codeMap, buttons.cmdCompile, document, runCommands, registerPanel, memoryGrid),
-      codeAssistant(document.txtCode(), buttons.cmdCodeAssistant, memoryGrid, &client),
-      delayDesigner(document.txtCode()),
-      dataFiles(
-          machine, document.cDialog(), [this] { memoryGrid.RefreshRAMDisplay(); }, client),
-      endProcess(std::move(endOfProcess)) {
+                 std::function<void()> endProcess)
+    : showAbout_(std::move(showAbout)),
+      endProcess_(std::move(endProcess)),
+      client_(MakeClient(this)),
+      columns_(ReadColumns()),
+      document_(client_),
+      registerPanel_(machine, document_.txtCode(), client_),
+      memoryGrid_(machine, columns_, client_),
+      runControl_(machine, codeMap, commands::ViewOn(buttons_, document_, registerPanel_, memoryGrid_)),
+      assembleCommand_(machine, codeMap, document_, runControl_, registerPanel_, memoryGrid_),
+      dataFileCommands_(machine, document_.cDialog(), memoryGrid_),
+      codeAssistant_(document_.txtCode(), registerPanel_, memoryGrid_, client_),
+      delayDesigner_(document_.txtCode()) {
     setObjectName("frmMain");
-    setWindowTitle(platform::ApplicationTitle);
+    setWindowTitle(QCoreApplication::applicationName());
+    menuBar()->setFont(platform::SansSerif(9));
+    BuildCommands(*this, CommandTable(), buttons_);
     PlaceControls();
-    BuildMenus(std::move(showAbout));
-    resize(client.size().grownBy({0, 0, 0, menuBar()->sizeHint().height()}));
+    resize(client_->size().grownBy({0, 0, 0, menuBar()->sizeHint().height()}));
 
-    connect(&document, &editor::ProgramDocument::TitleChanged, this, &frmMain::SetTitle);
-    connect(&document, &editor::ProgramDocument::TextChanged, this, [this] { runCommands.LoseProgram(); });
-    connect(&buttons.cmdDelay, &QPushButton::clicked, this, [this] { delayDesigner.cmdDelay_Click(); });
+    connect(&document_, &editor::ProgramDocument::TitleChanged, this, &frmMain::SetTitle);
+    connect(&document_, &editor::ProgramDocument::TextChanged, this, [this] { runControl_.LoseProgram(); });
+    connect(&memoryGrid_, &panels::MemoryGrid::Cleared, this, [this] { runControl_.LoseProgram(); });
+    connect(&codeAssistant_, &aids::CodeAssistant::CaptionChanged, findChild<platform::Button*>("cmdCodeAssistant"),
+            &platform::Button::SetCaption);
+    connect(new QShortcut(QKeySequence("F6"), this), &QShortcut::activated, this,
+            &frmMain::SwitchBetweenEditorAndControls);
 
-    memoryGrid.FormatGrid();
-    registerPanel.DisplayRegs();
-    memoryGrid.RefreshRAMDisplay();
-    document.mnuNew_Click();
-    document.cDialog().SetInitialDirectory(platform::ProgramDirectory());
+    memoryGrid_.FormatGrid();
+    registerPanel_.DisplayRegs();
+    memoryGrid_.RefreshRAMDisplay();
+    document_.mnuNew_Click();
+    document_.cDialog().SetInitialDirectory(QCoreApplication::applicationDirPath());
 
-    document.txtCode().setFocus();
+    document_.txtCode().setFocus();
     qApp->installEventFilter(this);
 }
 
 // The layout is fixed at the top left of the window; where the window is smaller it scrolls.
 void frmMain::PlaceControls() {
-    using platform::Place;
-    Place(buttons.cmdCompile, 120, 120, 1335, 375);
-    Place(buttons.cmdSingleStep, 1440, 120, 1335, 375);
-    Place(buttons.cmdRun, 2760, 120, 1335, 375);
-    Place(buttons.cmdSlowRun, 4080, 120, 1335, 375);
-    Place(buttons.cmdHalt, 5400, 120, 1335, 375);
-    Place(buttons.cmdReset, 6720, 120, 1335, 375);
-    Place(buttons.cmdCodeAssistant, 8040, 120, 2055, 375);
-    Place(buttons.cmdDelay, 10080, 120, 1695, 375);
-    Place(document.txtCode(), 120, 600, 6975, 7575);
-    Place(registerPanel, 7200, 600, 4575, 1935);
-    Place(memoryGrid, 7200, 2640, 4575, 5535);
+    platform::Place(document_.txtCode(), 120, 600, 6975, 7575);
+    platform::Place(registerPanel_, 7200, 600, 4575, 1935);
+    platform::Place(memoryGrid_, 7200, 2640, 4575, 5535);
 
-    // The editor comes first, then what the eye meets next.
-    QWidget* previous = &document.txtCode();
-    for (QWidget* button : buttons.All()) QWidget::setTabOrder(std::exchange(previous, button), button);
+    // The editor comes first, then what the eye meets next. The keys of the Code Assistant follow their button, and the
+    // grid its buttons.
+    QWidget* previous = &document_.txtCode();
+    const auto append = [&previous](QWidget* control) {
+        QWidget::setTabOrder(std::exchange(previous, control), control);
+    };
+    for (QWidget* button : ButtonsOf(*client_)) {
+        append(button);
+        if (button->objectName() == "cmdCodeAssistant") std::ranges::for_each(codeAssistant_.Keys(), append);
+    }
+    for (QWidget* control : registerPanel_.findChildren<QWidget*>())
+        if (control->focusPolicy() != Qt::NoFocus) append(control);
+    std::ranges::for_each(ButtonsOf(memoryGrid_), append);
+    append(memoryGrid_.findChild<platform::Grid*>());
 
-    setCentralWidget(new ClientArea(client, this));
-}
-
-void frmMain::BuildMenus(std::function<void()> showAbout) {
-    menuBar()->setFont(platform::SansSerif(9));
-    AddMenu(*this, "mnuFile", "&File",
-            {{"mnuNew", "&New", QKeySequence("Ctrl+N"), [this] { document.mnuNew_Click(); }},
-             Separator("mnuSep1"),
-             {"mnuOpen", "&Open...", QKeySequence("Ctrl+O"), [this] { document.mnuOpen_Click(); }},
-             {"mnuSave", "&Save", QKeySequence("Ctrl+S"), [this] { document.mnuSave_Click(); }},
-             {"mnuSaveAs", "Save &As...", {}, [this] { document.mnuSaveAs_Click(); }},
-             Separator("mnuSep6"),
-             {"mnuExit", "Exit", {}, [this] { mnuExit_Click(); }}});
-    AddMenu(*this, "mnuEdit", "&Edit",
-            {{"mnuCut", "Cu&t", QKeySequence("Ctrl+X"), [this] { document.mnuCut_Click(); }},
-             {"mnuCopy", "&Copy", QKeySequence("Ctrl+C"), [this] { document.mnuCopy_Click(); }},
-             {"mnuPaste", "&Paste", QKeySequence("Ctrl+V"), [this] { document.mnuPaste_Click(); }},
-             Separator("mnuSep3"),
-             {"mnuSelectAll", "&Select All", QKeySequence("Ctrl+A"), [this] { document.mnuSelectAll_Click(); }}});
-    QMenu& cpu = AddMenu(*this, "mnuCPU", "&CPU",
-                         {{"mnuCompile", "&Assemble", QKeySequence("F4"), [this] { assembleCommand.Assemble(); }},
-                          Separator("mnuSep4"),
-                          {"mnuRun", "&Run", QKeySequence("F5"), [this] { runCommands.RunProgram(); }},
-                          {"mnuSlowRun", "S&low Run", QKeySequence("F3"), [this] { runCommands.cmdSlowRun_Click(); }},
-                          {"mnuSingleStep", "&Single Step", QKeySequence("F8"), [this] { runCommands.StepProgram(); }},
-                          Separator("mnuSep5"),
-                          {"mnuHalt", "&Stop", {}, [this] { runCommands.cmdHalt_Click(); }},
-                          {"mnuReset", "&Reset", {}, [this] { runCommands.cmdReset_Click(); }}});
-    QMenu& tools =
-        AddMenu(*this, "mnuTools", "&Tools",
-                {{"mnuCalculator", "C&alculator", {}, [this] { mnuCalculator_Click(); }},
-                 {"mnuDelay", "&Delay Designer", {}, [this] { delayDesigner.cmdDelay_Click(); }},
-                 {"mnuCodeAssistant", "&Code Assistant", {}, [this] { codeAssistant.cmdCodeAssistant_Click(); }}});
-    AddMenu(*this, "mnuMemory", "&Memory",
-            {{"mnuMemoryClear", "&Clear", {}, [this] { memoryGrid.cmdClear_Click(); }},
-             {"mnuMemoryAdd", "&Add Column", {}, [this] { memoryGrid.cmdAdd_Click(); }},
-             {"mnuMemoryRemove", "&Remove Column", {}, [this] { memoryGrid.cmdRemove_Click(); }},
-             Separator("mnuSep2"),
-             {"mnuLoadData", "&Load Data File", {}, [this] { dataFiles.mnuLoadData_Click(); }},
-             {"mnuSaveData", "&Save To Data File...", {}, [this] { dataFiles.mnuSaveData_Click(); }}});
-    AddMenuBarCommand(*this, {"mnuAbout", "&About", {}, std::move(showAbout)});
-
-    MirrorButton(cpu, "mnuCompile", buttons.cmdCompile);
-    MirrorButton(cpu, "mnuReset", buttons.cmdReset);
-    MirrorButton(cpu, "mnuHalt", buttons.cmdHalt);
-    MirrorButton(cpu, "mnuRun", buttons.cmdRun);
-    MirrorButton(cpu, "mnuSlowRun", buttons.cmdSlowRun);
-    MirrorButton(cpu, "mnuSingleStep", buttons.cmdSingleStep);
-    MirrorButton(tools, "mnuDelay", buttons.cmdDelay);
-    MirrorButton(tools, "mnuCodeAssistant", buttons.cmdCodeAssistant);
-    KeepMenuAccessKeys(*menuBar(), client);
-
-    connect(new QShortcut(QKeySequence("F6"), this), &QShortcut::activated, this,
-            &frmMain::SwitchBetweenEditorAndControls);
+    setCentralWidget(new ClientArea(client_, this));
 }
 
 // A second call while the save question of the first is open, as at the end of the session, asks no more.
 void frmMain::mnuExit_Click() {
-    if (!std::exchange(exiting, true)) document.mnuNew_Click();
-    SaveColumns(columns);
-    endProcess();
+    if (!std::exchange(exiting_, true)) document_.mnuNew_Click();
+    SaveColumns(columns_);
+    endProcess_();
 }
 
 void frmMain::CommitSession(QSessionManager& manager) {
-    SaveColumns(columns);
+    SaveColumns(columns_);
     if (!manager.allowsInteraction()) return;
-    document.OfferToSave();
+    document_.OfferToSave();
     manager.release();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
     event->accept();
     mnuExit_Click();
+}
+
+// Only what no control had a use for comes here: a text box keeps its Escape.
+void frmMain::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && runControl_.IsRunning())
+        runControl_.Stop();
+    else
+        QMainWindow::keyPressEvent(event);
 }
 
 bool frmMain::IsEditKey(const QKeyEvent& event) const {
@@ -197,26 +163,19 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-void frmMain::mnuCalculator_Click() {
-    const QStringList programs = platform::CalculatorPrograms();
-    if (platform::StartAnyProgram(programs)) return;
-    platform::ShowMessage(client, "No calculator could be started. Tried: " + programs.join(", ") + ".",
-                          platform::ApplicationTitle, platform::Icon::Information);
-}
-
-// "[*]" in a path is meant as it stands, and not as the toolkit's place for a mark of its own.
+// "[*]" in a path is meant as it stands, and not as Qt's place for a mark of its own.
 void frmMain::SetTitle(QString title) {
     setWindowTitle(title.replace("[*]", "[*][*]"));
 }
 
 // Tab types a tab in the editor, so this key is the way out of it by keyboard, and back.
 void frmMain::SwitchBetweenEditorAndControls() {
-    if (!document.txtCode().hasFocus()) {
-        document.txtCode().setFocus();
+    if (!document_.txtCode().hasFocus()) {
+        document_.txtCode().setFocus();
         return;
     }
-    const auto all = buttons.All();
-    (*std::ranges::find_if(all, [](const QWidget* button) { return button->isEnabled(); }))->setFocus();
+    const QList<QWidget*> row = ButtonsOf(*client_);
+    (*std::ranges::find_if(row, &QWidget::isEnabled))->setFocus();
 }
 
 }  // namespace shell

@@ -6,18 +6,19 @@
 
 #include "aids/code_assistant.h"
 #include "aids/delay_designer.h"
-#include "assembler/assemble_command.h"
-#include "datafiles/data_files.h"
+#include "commands/assemble_command.h"
+#include "commands/command_buttons.h"
+#include "commands/data_file_commands.h"
 #include "editor/program_document.h"
-#include "execution/command_buttons.h"
-#include "execution/run_commands.h"
+#include "execution/run_control.h"
 #include "panels/column_list.h"
 #include "panels/memory_grid.h"
 #include "panels/register_panel.h"
 
 namespace shell {
 
-// The main window: puts the components together, gives their controls their places, and builds the menus.
+// The main window: puts the components together, gives their controls their places, and makes the commands of its
+// table.
 class frmMain : public QMainWindow {
     Q_OBJECT
 
@@ -35,30 +36,30 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    std::vector<commands::Menu> CommandTable();
     void PlaceControls();
-    void BuildMenus(std::function<void()> showAbout);
-    void mnuCalculator_Click();
     void SetTitle(QString title);
     void SwitchBetweenEditorAndControls();
-
     bool IsEditKey(const QKeyEvent& event) const;
 
-    QWidget& client;
-    panels::ColumnList columns;
-    execution::CommandButtons buttons;
-    editor::ProgramDocument document;
-    panels::RegisterPanel& registerPanel;
-    panels::MemoryGrid& memoryGrid;
-    execution::RunCommands runCommands;
-    assembler::AssembleCommand assembleCommand;
-    aids::CodeAssistant codeAssistant;
-    aids::DelayDesigner delayDesigner;
-    datafiles::DataFiles dataFiles;
-    std::function<void()> endProcess;
-    bool exiting = false;
+    std::function<void()> showAbout_;
+    std::function<void()> endProcess_;
+    QWidget* client_;
+    panels::ColumnList columns_;
+    commands::CommandButtons buttons_;
+    editor::ProgramDocument document_;
+    panels::RegisterPanel registerPanel_;
+    panels::MemoryGrid memoryGrid_;
+    execution::RunControl runControl_;
+    commands::AssembleCommand assembleCommand_;
+    commands::DataFileCommands dataFileCommands_;
+    aids::CodeAssistant codeAssistant_;
+    aids::DelayDesigner delayDesigner_;
+    bool exiting_ = false;
 };
 
 }  // namespace shell

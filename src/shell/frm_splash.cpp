@@ -1,14 +1,18 @@
 #include "shell/frm_splash.h"
 
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QUrl>
 
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/keys.h"
-#include "platform/process.h"
 #include "platform/twips.h"
 
 namespace shell {
@@ -18,8 +22,18 @@ namespace {
 constexpr int clientWidth = 6750;
 constexpr int clientHeight = 4515;
 constexpr int showMilliseconds = 2500;
+constexpr int frameWidth = 5;  // pixels
 
-const QString pageAddress = QStringLiteral("https://www.velmora.example");
+// The user guide that was installed beside the program, or else the page in the web.
+QUrl PageAddress() {
+    const QFileInfo guide(QCoreApplication::applicationDirPath() + "/../share/doc/velmora/user-guide.html");
+    return guide.isFile() ? QUrl::fromLocalFile(guide.canonicalFilePath()) : QUrl("https://www.velmora.example");
+}
+
+// As it fits into a width in pixels: the end of a path tells more than its middle.
+QString ShownAddress(const QUrl& address, const QFont& font, int width) {
+    return QFontMetrics(font).elidedText(address.toString(QUrl::PreferLocalFile), Qt::ElideMiddle, width);
+}
 
 // The blue share grows from 100 at the top to 200 at the foot.
 void PaintGradient(QPainter& painter) {
@@ -39,22 +53,24 @@ frmSplash::frmSplash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) 
 
     setObjectName("frmSplash");
     setAccessibleName("About Velmora");
-    setWindowTitle(platform::ApplicationTitle);
     setFixedSize(platform::Pixels(clientWidth), platform::Pixels(clientHeight));
     setMouseTracking(true);
 
     constexpr int nameLeft = 240;
+    const QString productName = QCoreApplication::applicationName();
+    setWindowTitle(productName);
     const int nameWidth = platform::Pixels(clientWidth - 3 * nameLeft);
-    AddLabel("Label1", platform::ApplicationTitle, platform::Display(75, platform::ApplicationTitle, nameWidth),
-             QColor(0, 0, 255), nameLeft, 360);
-    AddLabel("Label3", "Version 6.2", Verdana(12, Weight::Bold), QColor(192, 0, 192), 4680, 2040);
+    AddLabel("Label1", productName, platform::Display(75, productName, nameWidth), QColor(0, 0, 255), nameLeft, 360);
+    AddLabel("Label3", "Version " VELMORA_VERSION, Verdana(12, Weight::Bold), QColor(192, 0, 192), 4680, 2040);
     Label7 = &AddLabel("Label7", "Free software under the MIT licence", Verdana(9.75), QColor(64, 0, 0), 2640, 2760);
     AddLabel("Label2", "The Velmora developers", Verdana(11.25, Weight::Bold), QColor(0, 128, 0), 3120, 3360);
     AddLabel("Label4", "mail: hello@velmora.example", CourierNew(9.75), QColor(192, 0, 0), 3240, 3840);
     Label6 = &AddLabel("Label6", "webpage:", CourierNew(9.75), QColor(192, 0, 0), 960, 4080);
     QFont link = CourierNew(9.75);
     link.setUnderline(true);
-    Label5 = &AddLabel("Label5", pageAddress, link, QColor(0, 0, 255), 2040, 4080);
+    constexpr int linkLeft = 2040;
+    const QString address = ShownAddress(PageAddress(), link, platform::Pixels(6720 - linkLeft) - frameWidth);
+    Label5 = &AddLabel("Label5", address, link, QColor(0, 0, 255), linkLeft, 4080);
 
     Timer1.setSingleShot(true);
     connect(&Timer1, &QTimer::timeout, this, &frmSplash::Timer1_Timer);
@@ -93,7 +109,6 @@ QLabel& frmSplash::AddLabel(const QString& name, const QString& text, const QFon
 
 void frmSplash::paintEvent(QPaintEvent*) {
     constexpr double pixelsPerTwip = 1.0 / 15.0;
-    constexpr int frameWidth = 5;
     QPainter painter(this);
     painter.save();
     painter.scale(pixelsPerTwip, pixelsPerTwip);
@@ -131,9 +146,10 @@ void frmSplash::closeEvent(QCloseEvent* event) {
 }
 
 void frmSplash::Label5_Click() {
-    if (platform::OpenPage(pageAddress)) return;
-    platform::ShowMessage(*this, "The page could not be opened in a browser. Its address is " + pageAddress,
-                          platform::ApplicationTitle, platform::Icon::Information);
+    const QUrl address = PageAddress();
+    if (QDesktopServices::openUrl(address)) return;
+    platform::ShowMessage(*this, "The page could not be opened in a browser. Its address is " + address.toString(),
+                          QMessageBox::Information);
 }
 
 void frmSplash::Timer1_Timer() {

@@ -1,56 +1,63 @@
 #include "shell/main_menu.h"
 
-#include <QMenu>
 #include <QMenuBar>
 #include <QSet>
-#include <algorithm>
-#include <cassert>
 
-#include "platform/button.h"
+#include "platform/menu.h"
 
 namespace shell {
 
 namespace {
 
-QAction& MakeAction(QWidget& owner, const MenuEntry& entry) {
-    auto* action = new QAction(entry.Caption, &owner);
-    action->setObjectName(entry.Name);
-    if (!entry.Command) {
-        action->setSeparator(true);
-        return *action;
+using commands::Command;
+using commands::CommandButtons;
+
+QAction* MakeAction(QWidget& owner, const QString& name, const QString& caption) {
+    auto* action = new QAction(caption, &owner);
+    action->setObjectName(name);
+    return action;
+}
+
+void AddEntry(QMainWindow& window, QMenu& menu, const Command& command, CommandButtons& buttons) {
+    QAction* entry = MakeAction(window, command.Name, command.Caption);
+    menu.addAction(entry);
+    if (!command.Start) {
+        entry->setSeparator(true);
+        return;
     }
-    action->setShortcut(entry.Shortcut);
-    QObject::connect(action, &QAction::triggered, &owner, [command = entry.Command] { command(); });
-    return *action;
+    entry->setShortcut(command.Key);
+    platform::Button* button = command.Button ? buttons.Add(command) : nullptr;
+    QObject::connect(entry, &QAction::triggered, &window, [&buttons, button, start = command.Start] {
+        if (button != nullptr) buttons.NoteStart(button);
+        start();
+    });
+    if (button == nullptr) return;
+    QObject::connect(&menu, &QMenu::aboutToShow, entry, [entry, button] { entry->setEnabled(button->isEnabled()); });
+}
+
+void KeepMenuAccessKeys(QMainWindow& window) {
+    QSet<QKeySequence> taken;
+    for (const QAction* action : window.menuBar()->actions()) taken.insert(QKeySequence::mnemonic(action->text()));
+    for (platform::Button* button : window.findChildren<platform::Button*>())
+        if (taken.contains(button->shortcut())) button->GiveUpAccessKey();
 }
 
 }  // namespace
 
-QMenu& AddMenu(QMainWindow& window, const QString& name, const QString& caption, const QList<MenuEntry>& entries) {
-    QMenu* menu = window.menuBar()->addMenu(caption);
-    menu->setObjectName(name);
-    for (const MenuEntry& entry : entries) menu->addAction(&MakeAction(window, entry));
-    return *menu;
-}
-
-void AddMenuBarCommand(QMainWindow& window, const MenuEntry& entry) {
-    window.menuBar()->addAction(&MakeAction(window, entry));
-}
-
-void MirrorButton(QMenu& menu, const QString& entryName, const QWidget& button) {
-    const auto entries = menu.actions();
-    const auto entry = std::ranges::find_if(
-        entries, [&entryName](const QAction* action) { return action->objectName() == entryName; });
-    assert(entry != entries.end());
-    QObject::connect(&menu, &QMenu::aboutToShow, *entry,
-                     [action = *entry, &button] { action->setEnabled(button.isEnabled()); });
-}
-
-void KeepMenuAccessKeys(const QMenuBar& menuBar, QWidget& client) {
-    QSet<QKeySequence> taken;
-    for (const QAction* action : menuBar.actions()) taken.insert(QKeySequence::mnemonic(action->text()));
-    for (platform::Button* button : client.findChildren<platform::Button*>())
-        if (taken.contains(button->shortcut())) button->GiveUpAccessKey();
+void BuildCommands(QMainWindow& window, const std::vector<commands::Menu>& table, CommandButtons& buttons) {
+    for (const commands::Menu& row : table) {
+        if (row.Start) {
+            QAction* command = MakeAction(window, row.Name, row.Caption);
+            window.menuBar()->addAction(command);
+            QObject::connect(command, &QAction::triggered, &window, [start = row.Start] { start(); });
+            continue;
+        }
+        auto* menu = new platform::Menu(row.Caption, window.menuBar());
+        menu->setObjectName(row.Name);
+        window.menuBar()->addMenu(menu);
+        for (const Command& command : row.Commands) AddEntry(window, *menu, command, buttons);
+    }
+    KeepMenuAccessKeys(window);
 }
 
 }  // namespace shell

@@ -1,26 +1,14 @@
 #pragma once
 
 #include <QMainWindow>
-#include <functional>
+
+#include "commands/command_buttons.h"
 
 namespace shell {
 
-// One entry of a menu. An entry without a command is a separator.
-struct MenuEntry {
-    QString Name;
-    QString Caption;
-    QKeySequence Shortcut;
-    std::function<void()> Command;
-};
-
-// Adds a menu to the window's menu bar, or a command that stands on the menu bar itself. Names become object names.
-QMenu& AddMenu(QMainWindow& window, const QString& name, const QString& caption, const QList<MenuEntry>& entries);
-void AddMenuBarCommand(QMainWindow& window, const MenuEntry& entry);
-
-// Each time the menu opens, and at no other time, the entry takes over whether the button is enabled.
-void MirrorButton(QMenu& menu, const QString& entryName, const QWidget& button);
-
-// The letter that opens a menu of the bar does not press a button as well.
-void KeepMenuAccessKeys(const QMenuBar& menuBar, QWidget& client);
+// Makes all of the table: menus and entries on the window's menu bar, and the buttons in their places. Each time a menu
+// opens, and at no other time, its entries take over whether their buttons are enabled. The letter that opens a menu
+// presses no button.
+void BuildCommands(QMainWindow& window, const std::vector<commands::Menu>& table, commands::CommandButtons& buttons);
 
 }  // namespace shell

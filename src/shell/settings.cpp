@@ -1,32 +1,63 @@
 #include "shell/settings.h"
 
-#include "platform/settings_store.h"
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
 
 namespace shell {
 
 namespace {
 
-const QString application = QStringLiteral("Velmora");
-const QString section = QStringLiteral("meminfo");
-const QString countKey = QStringLiteral("colcount");
+const QString countKey = QStringLiteral("meminfo/colcount");
+
+QString StartKey(int index) {
+    return "meminfo/" + QString::number(index);
+}
+
+QString StorePath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/Velmora/Velmora.conf";
+}
+
+// A pipe or a device in its place would hold up whoever opens it.
+bool IsFileOrNothing(const QString& path) {
+    const QFileInfo info(path);
+    return info.isFile() || !info.exists();
+}
+
+// Qt waits half a minute for a lock that somebody left behind. A store is locked for some milliseconds only, so one
+// that is older than this many seconds belongs to nobody.
+void RemoveStaleLock(const QString& path) {
+    constexpr qint64 longestHold = 2;
+    const QFileInfo lock(path + ".lock");
+    const qint64 age = lock.lastModified().secsTo(QDateTime::currentDateTime());
+    if (lock.exists() && (age < 0 || age > longestHold)) QFile::remove(lock.filePath());
+}
 
 }  // namespace
 
 panels::ColumnList ReadColumns() {
-    const QString count = platform::GetSetting(application, section, countKey, "3");
-    return panels::ColumnList::Restored(count.toStdString(), [](int index, const std::string& fallback) {
-        const QString key = QString::number(index);
-        return platform::GetSetting(application, section, key, QString::fromStdString(fallback)).toStdString();
-    });
+    const QString path = StorePath();
+    if (!IsFileOrNothing(path)) return {};
+    const QSettings store(path, QSettings::IniFormat);
+    return panels::ColumnList::Restored(
+        store.value(countKey, "3").toString().toStdString(), [&store](int index, const std::string& fallback) {
+            return store.value(StartKey(index), QString::fromStdString(fallback)).toString().toStdString();
+        });
 }
 
 // Keys of columns that were removed stay in the store; the count tells that they are not to be read.
 void SaveColumns(const panels::ColumnList& columns) {
-    QMap<QString, QString> values{{countKey, QString::number(columns.ColCount())}};
+    const QString path = StorePath();
+    RemoveStaleLock(path);
+    if (!IsFileOrNothing(path) || !IsFileOrNothing(path + ".lock")) return;
+    QSettings store(path, QSettings::IniFormat);
+    store.setValue(countKey, QString::number(columns.ColCount()));
     for (int index = 0; index < columns.ColCount(); ++index)
-        values[QString::number(index)] =
-            QString::fromStdString(columns.ColumnStarts()[static_cast<std::size_t>(index)]);
-    platform::SaveSettings(application, section, values);
+        store.setValue(StartKey(index),
+                       QString::fromStdString(columns.ColumnStarts()[static_cast<std::size_t>(index)]));
+    store.sync();
 }
 
 }  // namespace shell

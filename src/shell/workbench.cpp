@@ -6,7 +6,7 @@ namespace shell {
 
 // The process ends in the exit sequence of the main window, and not because a window was closed.
 void Prepare(QApplication& application) {
-    QApplication::setApplicationName("velmora");
+    QApplication::setApplicationName("Velmora");
     QApplication::setDesktopFileName("velmora");
     QApplication::setWindowIcon(QIcon(":/velmora.svg"));
     QApplication::setQuitOnLastWindowClosed(false);

@@ -44,9 +44,9 @@ protected:
 
     QWidget window;
     platform::ProgramText txtCode{&window};
-    platform::Button cmdCodeAssistant{"cmdCodeAssistant", "Start &Code Assistant", nullptr};
+    QWidget frmRegs{&window};
     QWidget frmRAM{&window};
-    CodeAssistant assistant{txtCode, cmdCodeAssistant, frmRAM, &window};
+    CodeAssistant assistant{txtCode, frmRegs, frmRAM, &window};
 };
 
 TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) {
@@ -82,10 +82,16 @@ TEST_F(CodeAssistantTest, StopEndsAnEntryAnywhereAndOnlyRegistersOfSomeFormAreLi
         EXPECT_TRUE(frmRAM.isVisible() && LiveButtons().empty());
         assistant.cmdCodeAssistant_Click();
     }
-    Click("LXI");
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    for (const char* key : {"cmdCodes5", "cmdRegs8"}) {
+        window.findChild<QWidget*>(key)->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    }
     EXPECT_EQ(txtCode.Text(), u"stax push lxi lxi b,");
-    EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdDigits0");
+    QTest::keyClicks(QApplication::focusWidget(), "9F");
+    EXPECT_EQ(txtCode.Text(), u"stax push lxi lxi b,9f");
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdDigits15");
+    Click("0");
+    EXPECT_EQ(QApplication::focusWidget(), &txtCode) << "the mouse leaves the caret in view";
 }
 
 TEST_F(CodeAssistantTest, AsksForLabels) {

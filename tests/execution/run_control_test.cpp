@@ -34,7 +34,7 @@ protected:
     RunView RecordingView() {
         return {.DisplayRegs = [this] { Note("regs"); },
                 .RefreshRAMDisplay = [this] { Note("memory"); },
-                .GotoLine = [this](int line) { Note("line " + std::to_string(line)); },
+                .SelectLine = [this](int line) { Note("line " + std::to_string(line)); },
                 .ClearSelection = [this] { Note("clear"); },
                 .Yield =
                     [this] {
@@ -173,7 +173,7 @@ TEST_F(RunControlTest, AnEditDuringARunCostsTheProgramButNotStop) {
     control.SetSliceLength(1);
     onYield = [this] {
         control.LoseProgram();
-        EXPECT_TRUE(EnabledIn(control.State()).Halt);
+        EXPECT_TRUE(CanStart(Startable::DuringRun, control.State()));
         control.Stop();
     };
     EXPECT_EQ(Run(), "running|yield|regs|memory|clear|no program");

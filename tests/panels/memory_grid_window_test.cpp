@@ -13,6 +13,7 @@ namespace panels {
 class MemoryGridTest : public testing::Test {
 protected:
     MemoryGridTest() {
+        QObject::connect(&panel, &MemoryGrid::Cleared, [this] { ++programsLost; });
         window.resize(320, 400);
         panel.resize(305, 369);
         panel.FormatGrid();
@@ -34,16 +35,18 @@ protected:
         const QPoint place = grid.visualRect(Cell(row, column)).center();
         QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, grid.viewport()->mapTo(&window, place));
     }
-    void Key(Qt::Key key) { QTest::keyClick(window.windowHandle(), key); }
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(window.windowHandle(), key, modifiers);
+    }
     void Type(const char* keys) {
         for (; *keys != '\0'; ++keys) QTest::keyClick(window.windowHandle(), *keys);
     }
 
-    // What the boxes say that the button brings up: an input box, into which the text goes, and maybe a message.
-    QString Click(const char* button, const QString& text = {}) {
+    // What the boxes say that the command brings up: an input box, into which the text goes, and maybe a message.
+    QString Do(void (MemoryGrid::*command)(), const QString& text = {}) {
         const InputAnswer input(text);
         const MessageAnswer message;
-        QTest::mouseClick(window.findChild<QPushButton*>(button), Qt::LeftButton);
+        (panel.*command)();
         Activate();
         return input.Said + message.Text;
     }
@@ -57,7 +60,7 @@ protected:
     ColumnList columns;
     int programsLost = 0;
     QWidget window;
-    MemoryGrid panel{machine, columns, [this] { ++programsLost; }, &window};
+    MemoryGrid panel{machine, columns, &window};
     platform::Grid& grid = *window.findChild<platform::Grid*>("grdRAM");
     QLineEdit& editor = *window.findChild<QLineEdit*>("txtEdit");
 };
@@ -86,7 +89,7 @@ TEST_F(MemoryGridTest, DigitsGoIntoTheMachineOneByOneAndWhatTheMachineOrClearWri
 
     machine.Ports[1] = machine.A = machine.Memory[0xFFFF] = 0x55;
     Type("12");
-    Click("cmdClear");
+    Do(&MemoryGrid::cmdClear_Click);
     Click(4, 1);
     EXPECT_TRUE(machine.Memory == m8085::MemoryBytes{});
     EXPECT_EQ(machine.Ports[1] + machine.A, 0xAA);
@@ -101,9 +104,14 @@ TEST_F(MemoryGridTest, NoWayOfLeavingACellLosesADigit) {
         [this] { Key(Qt::Key_Down); },
         [this] { Key(Qt::Key_Tab); },
         [this] { grid.verticalScrollBar()->setValue(100); },
-        [this] { Click("cmdAdd", "a000"); },
-        [this] { Click("cmdRemove", "9100"); },
-        [this] { window.clearFocus(), QApplication::setActiveWindow(nullptr); },
+        [this] { Do(&MemoryGrid::cmdAdd_Click, "a000"); },
+        [this] { Do(&MemoryGrid::cmdRemove_Click, "9100"); },
+        [] {
+            QWidget other;
+            other.show();
+            other.activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+        },
     };
     for (int row = 3; const auto& leave : ways) {
         grid.scrollToTop();
@@ -136,6 +144,12 @@ TEST_F(MemoryGridTest, TheCursorKeysMoveTheEditorOneCellButNotToTheLastRow) {
     Key(Qt::Key_Down);
     Key(Qt::Key_Right);
     EXPECT_TRUE(IsEditorOver(6, 1));
+    Key(Qt::Key_Tab);
+    EXPECT_TRUE(IsEditorOver(6, 3));
+    for (const int column : {1, 7}) {
+        Key(Qt::Key_Backtab, Qt::ShiftModifier);
+        EXPECT_TRUE(IsEditorOver(column == 1 ? 6 : 5, column));
+    }
 
     grid.scrollToBottom();
     Click(254, 1);
@@ -145,6 +159,56 @@ TEST_F(MemoryGridTest, TheCursorKeysMoveTheEditorOneCellButNotToTheLastRow) {
     EXPECT_EQ(machine.Memory[0x80FF], 0);
     Key(Qt::Key_Shift);
     EXPECT_EQ(machine.Memory[0x80FF], 0x12);
+    Click(254, 7);
+    Key(Qt::Key_Tab);
+    EXPECT_TRUE(grid.hasFocus());
+}
+
+TEST_F(MemoryGridTest, NothingIsWrittenThatNobodyTyped) {
+    // Assemble from the menu and a data file that fails half-way change memory and leave the grid as it is.
+    std::fill_n(machine.Memory.begin() + 0x8000, 256, 0x3E);
+    const m8085::MemoryBytes stored = machine.Memory;
+    for (int row : {1, 2, 4}) Click(row, 1);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Tab, Qt::Key_Up, Qt::Key_Shift}) Key(key);
+    EXPECT_EQ(CellText(1, 1) + CellText(5, 1) + CellText(6, 1), "3E3E00");
+
+    Click(9, 1);
+    editor.insert("xyz");
+    Key(Qt::Key_5, Qt::AltModifier);
+    EXPECT_EQ(editor.text(), "3E");
+    machine.Memory[0x8009] = 0x76;
+    Key(Qt::Key_Shift);
+    Click(8, 1);
+    EXPECT_EQ(machine.Memory[0x8009], 0x76);
+    machine.Memory[0x8009] = 0x3E;
+    Type("7f");
+    machine.Memory[0x8008] = 0x3E;
+    panel.RefreshCurrentCell();
+    Key(Qt::Key_F4);
+    Click(9, 1);
+
+    // Over the last row the editor is not to be seen, or stands open over the row above.
+    grid.scrollToBottom();
+    EXPECT_FALSE(editor.isVisible());
+    for (int row : {255, 254, 255}) Click(row, 1);
+    machine.Memory[0x80FF] = 0x99;
+    panel.RefreshRAMDisplay();
+    EXPECT_EQ(editor.text(), "3E");
+    Click(253, 1);
+    EXPECT_EQ(machine.Memory[0x80FF], 0x99);
+    machine.Memory[0x80FF] = 0x3E;
+    EXPECT_TRUE(machine.Memory == stored);
+}
+
+TEST_F(MemoryGridTest, AllCellsThatShowAnAddressChangeTogether) {
+    Do(&MemoryGrid::cmdAdd_Click, "8000");
+    Click(1, 1);
+    Type("12");
+    grid.scrollTo(Cell(1, 7));
+    EXPECT_EQ(CellText(1, 7) + CellText(1, 9), "1200");
+    Click(1, 7);
+    Click(2, 7);
+    EXPECT_EQ(machine.Memory[0x8001], 0x12);
 }
 
 TEST_F(MemoryGridTest, PairsComeAndGoBeforeThePortsAndTheEditorIsNeverOverAForeignCell) {
@@ -153,18 +217,18 @@ TEST_F(MemoryGridTest, PairsComeAndGoBeforeThePortsAndTheEditorIsNeverOverAForei
     panel.RefreshRAMDisplay();
     grid.verticalScrollBar()->setValue(40);
     Click(50, 1);
-    EXPECT_EQ(Click("cmdAdd", "fe00"), "Add Column|Enter starting address");
+    EXPECT_EQ(Do(&MemoryGrid::cmdAdd_Click, "fe00"), "Add Column|Enter starting address");
     EXPECT_EQ(CellText(0, 6) + CellText(0, 7) + CellText(1, 8), "FE00EE01");
     EXPECT_FALSE(editor.isVisible());
     Type("34");
     Click(45, 1);
     EXPECT_EQ(machine.Ports[0xFF], 0x66);
 
-    EXPECT_TRUE(Click("cmdAdd", "FF00").endsWith("The starting address must be between 0 and FEFF"));
-    EXPECT_EQ(Click("cmdRemove", "9000"),
+    EXPECT_TRUE(Do(&MemoryGrid::cmdAdd_Click, "FF00").endsWith("The starting address must be between 0 and FEFF"));
+    EXPECT_EQ(Do(&MemoryGrid::cmdRemove_Click, "9000"),
               "Remove Column|Enter a starting address. Your options are:\r\n8000, 9000, 9100, fe00");
-    for (const char* start : {"8000", "fe00", "9100"}) Click("cmdRemove", start);
-    EXPECT_EQ(Click("cmdRemove", "8000"), "");
+    for (const char* start : {"8000", "fe00", "9100"}) Do(&MemoryGrid::cmdRemove_Click, start);
+    EXPECT_EQ(Do(&MemoryGrid::cmdRemove_Click, "8000"), "");
     ASSERT_EQ(grid.model()->columnCount(), 2);
     Click(43, 1);
     Type("4");

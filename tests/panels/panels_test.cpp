@@ -8,9 +8,10 @@
 namespace panels {
 
 TEST(ByteEdit, WhatIsInsertedIsCutToWhatTypingWouldHaveLeft) {
-    EXPECT_EQ(CutInsertedText(u"xyz a\nBC", 8), u"aB");
-    EXPECT_EQ(CutInsertedText(u"43A", 1), u"3A");
-    EXPECT_EQ(CutInsertedText(u"34A", 2), u"3A");
+    EXPECT_EQ(CutInsertedText(u"", u"xyz a\nBC", 8), u"aB");
+    EXPECT_EQ(CutInsertedText(u"3A", u"43A", 1), u"3A");
+    EXPECT_EQ(CutInsertedText(u"3A", u"34A", 2), u"3A");
+    EXPECT_EQ(CutInsertedText(u"3A", u"3g", 2), std::nullopt) << "typing a g over the A would have left it";
 }
 
 TEST(ColumnList, KeepsEachTextAsTypedUntilItIsFull) {
@@ -42,13 +43,16 @@ TEST(ColumnList, ComesBackFromItsStoredTexts) {
     EXPECT_EQ(restored("6", {{0, "FF00"}, {1, "zz"}, {3, "-5"}, {4, "1234"}}), "8000, 9000, 9100, 1234");
 }
 
-TEST(MemorySnapshot, TellsWhichCellsHaveChanged) {
+TEST(MemorySnapshot, TellsWhichCellsHaveChangedTwinsIncluded) {
     m8085::MachineState machine;
+    ColumnList list;
+    list.Add("80FF");
     MemorySnapshot cells;
-    cells.FormatFor({});
-    EXPECT_EQ(cells.TakeFrom(machine, {}).size(), 4u * 256);
-    machine.Memory[0x91FF] = machine.Ports[0] = 1;
-    EXPECT_EQ(cells.TakeFrom(machine, {}).size(), 2u);
+    cells.FormatFor(list);
+    machine.Memory[0x91FF] = machine.Ports[0] = machine.Memory[0x80FF] = 1;
+    EXPECT_EQ(cells.TakeFrom(machine).size(), 4u);
+    EXPECT_EQ(cells.Store(machine, {0, 7}, 2).size(), 2u);
+    EXPECT_EQ(cells.Byte({255, 1}) + machine.Memory[0x80FF] + machine.Ports[0], 2 + 2 + 1);
 }
 
 }  // namespace panels

@@ -60,6 +60,8 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRunsButNotBefor
     QTest::mouseClick(&cmdRun, Qt::LeftButton);
     EXPECT_EQ(seen, 0x1F);
     TypeOver("txtL", "a");
+    QTest::keyClick(&Box("txtL"), Qt::Key_F, Qt::AltModifier);
+    EXPECT_EQ(Text("txtL"), "a");
     QTest::keyClick(window.windowHandle(), Qt::Key_R, Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return seen == 0x0A; }));
 

@@ -1,4 +1,4 @@
-#include "datafiles/data_files.h"
+#include "commands/data_file_commands.h"
 
 #include <gtest/gtest.h>
 
@@ -10,18 +10,18 @@
 #include "files/file_writer.h"
 #include "platform/modal.h"
 
-namespace datafiles {
+namespace commands {
 
-class DataFilesTest : public testing::Test {
+class DataFileCommandsTest : public testing::Test {
 protected:
-    DataFilesTest() { window.show(); }
+    DataFileCommandsTest() { window.show(); }
 
     void PutFile(const QByteArray& content) {
         ASSERT_EQ(files::WriteFile(path.toStdString(), content.toStdString()), std::nullopt);
     }
 
-    frmSave* Dialog() const {
-        for (auto* dialog : window.findChildren<frmSave*>())
+    datafiles::frmSave* Dialog() const {
+        for (auto* dialog : window.findChildren<datafiles::frmSave*>())
             if (dialog->isVisible()) return dialog;
         return nullptr;
     }
@@ -56,11 +56,12 @@ protected:
     QWidget window;
     std::unique_ptr<m8085::MachineState> machine = std::make_unique<m8085::MachineState>();
     platform::FileDialog cDialog;
-    int refreshes = 0;
-    DataFiles files{*machine, cDialog, [this] { ++refreshes; }, window};
+    panels::ColumnList columns;
+    panels::MemoryGrid memoryGrid{*machine, columns, &window};
+    DataFileCommands files{*machine, cDialog, memoryGrid};
 };
 
-TEST_F(DataFilesTest, LoadingRefreshesTheDisplayOrTellsWhyNot) {
+TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrTellsWhyNot) {
     const auto load = [this] {
         const FileAnswer file(path);
         const MessageAnswer message;
@@ -68,15 +69,21 @@ TEST_F(DataFilesTest, LoadingRefreshesTheDisplayOrTellsWhyNot) {
         return message.Text;
     };
     EXPECT_EQ(load(), "The file " + path.toLower() + " does not exist. Please verify the path.");
+    memoryGrid.FormatGrid();
+    memoryGrid.RefreshRAMDisplay();
+    const auto shown = [this](int row) {
+        const QAbstractItemModel& cells = *window.findChild<QTableView*>("grdRAM")->model();
+        return cells.index(row, 1).data().toString();
+    };
     PutFile("8000: 1 80000000");
     EXPECT_EQ(load(), "There was some problem with opening the data file. It is probably not in the right format.");
-    EXPECT_EQ(refreshes, 0);
+    EXPECT_EQ(shown(0), "00");
     PutFile("8000 : 3E 5 76");
     EXPECT_EQ(load(), "");
-    EXPECT_EQ(machine->Memory[0x8001] * refreshes, 5);
+    EXPECT_EQ(shown(1), "05");
 }
 
-TEST_F(DataFilesTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays) {
+TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays) {
     files.mnuSaveData_Click();
     const QString wrong = " addresss is invalid. Enter a valid hex address (0000 - FFFF).";
     EXPECT_EQ(Add("", "0"), "The starting" + wrong);
@@ -102,7 +109,7 @@ TEST_F(DataFilesTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays) {
     EXPECT_EQ(Entries(), "");
 }
 
-TEST_F(DataFilesTest, RemoveReachesTheSelectedEntryByMouseAndByKeyboard) {
+TEST_F(DataFileCommandsTest, RemoveReachesTheSelectedEntryByMouseAndByKeyboard) {
     files.mnuSaveData_Click();
     ASSERT_TRUE(QTest::qWaitForWindowActive(Dialog()));
     for (const char* address : {"1", "2", "3", "4"}) Add(address, address);
@@ -118,4 +125,4 @@ TEST_F(DataFilesTest, RemoveReachesTheSelectedEntryByMouseAndByKeyboard) {
     EXPECT_EQ(Entries(), "");
 }
 
-}  // namespace datafiles
+}  // namespace commands

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace aids {
+
+// Two lines for whoever holds the mouse over a mnemonic: what it does; then its length, its T-states and the flags that
+// it changes. Takes a mnemonic of the instruction table, in upper case.
+std::string MnemonicTip(std::string_view mnemonic);
+
+}  // namespace aids

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "editor/program_document.h"
+#include "execution/run_control.h"
+#include "machine/code_map.h"
+#include "machine/machine_state.h"
+#include "panels/memory_grid.h"
+#include "panels/register_panel.h"
+
+namespace commands {
+
+// From the text in the editor to a program that can run. A success is silent: the run commands become enabled.
+class AssembleCommand {
+public:
+    AssembleCommand(m8085::MachineState& machine, m8085::CodeMap& codeMap, editor::ProgramDocument& document,
+                    execution::RunControl& runControl, panels::RegisterPanel& registerPanel,
+                    panels::MemoryGrid& memoryGrid)
+        : machine_(machine),
+          codeMap_(codeMap),
+          document_(document),
+          runControl_(runControl),
+          registerPanel_(registerPanel),
+          memoryGrid_(memoryGrid) {}
+
+    // The button's command, which shows the new memory in the grid.
+    void cmdCompile_Click();
+
+    // The menu's command, which leaves the grid as it is. Does nothing during a run.
+    void Assemble();
+
+private:
+    void SplitLabelLines();
+    bool RefuseExcessLength();
+    void Report(const QString& reason);
+
+    m8085::MachineState& machine_;
+    m8085::CodeMap& codeMap_;
+    editor::ProgramDocument& document_;
+    execution::RunControl& runControl_;
+    panels::RegisterPanel& registerPanel_;
+    panels::MemoryGrid& memoryGrid_;
+};
+
+}  // namespace commands

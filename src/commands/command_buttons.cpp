@@ -1,0 +1,55 @@
+#include "commands/command_buttons.h"
+
+#include <algorithm>
+
+#include "platform/twips.h"
+
+namespace commands {
+
+using execution::CanStart;
+using execution::CommandState;
+using execution::Startable;
+
+platform::Button* CommandButtons::Add(const Command& command) {
+    const CommandButton& row = *command.Button;
+    auto* button = new platform::Button(row.Name, row.Caption, row.Parent);
+    platform::Place(*button, row.Place.left(), row.Place.top(), row.Place.width(), row.Place.height());
+    button->setEnabled(CanStart(row.When, CommandState::NoProgram));
+    const QString key = command.Key.toString(QKeySequence::NativeText);
+    button->setToolTip(key.isEmpty() ? row.Tip : row.Tip + " (" + key + ')');
+    QObject::connect(button, &QPushButton::clicked, button,
+                     [this, button, start = row.Click ? row.Click : command.Start] {
+                         NoteStart(button);
+                         start();
+                     });
+    entries_.push_back({button, row.When});
+    return button;
+}
+
+// The toolkit would hand the focus of a disabled button to the next control in the tab order, which may be a text box
+// that then writes an old value back.
+void CommandButtons::Enable(CommandState state) {
+    if (state == CommandState::Running) running_ = started_;
+    for (const Entry& entry : entries_)
+        if (CanStart(entry.When, state)) entry.Button->setEnabled(true);
+    // The window need not be active: a message box over it may just have closed.
+    const auto losesFocus = [state](const Entry& entry) {
+        return !CanStart(entry.When, state) && entry.Button == entry.Button->window()->focusWidget();
+    };
+    if (std::ranges::any_of(entries_, losesFocus)) PlaceForFocus(state)->setFocus();
+    for (const Entry& entry : entries_) entry.Button->setEnabled(CanStart(entry.When, state));
+}
+
+// Stop during a run, after it the button whose command ran, and where that is disabled the first one that is not.
+platform::Button* CommandButtons::PlaceForFocus(CommandState state) const {
+    const auto canTake = [this, state](const Entry& entry) {
+        const bool isWanted =
+            state == CommandState::Running ? entry.When == Startable::DuringRun : entry.Button == running_;
+        return isWanted && CanStart(entry.When, state);
+    };
+    const auto found = std::ranges::find_if(entries_, canTake);
+    if (found != entries_.end()) return found->Button;
+    return std::ranges::find_if(entries_, [state](const Entry& entry) { return CanStart(entry.When, state); })->Button;
+}
+
+}  // namespace commands

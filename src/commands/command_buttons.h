@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QPointer>
+#include <vector>
+
+#include "commands/command.h"
+#include "platform/button.h"
+
+namespace commands {
+
+// The buttons that start commands.
+class CommandButtons {
+public:
+    // Makes the button of a command at its place and lets it start the command.
+    platform::Button* Add(const Command& command);
+
+    // Notes that the command of this button is being started, by the button itself or by its menu entry.
+    void NoteStart(platform::Button* button) { started_ = button; }
+
+    // Enables what can be started. The focus never stays on a button that is disabled nor strays to another control:
+    // during a run it goes to Stop, after it back to the button whose command ran.
+    void Enable(execution::CommandState state);
+
+private:
+    struct Entry {
+        platform::Button* Button;
+        execution::Startable When;
+    };
+
+    platform::Button* PlaceForFocus(execution::CommandState state) const;
+
+    std::vector<Entry> entries_;
+    platform::Button* started_ = nullptr;  // the latest
+    platform::Button* running_ = nullptr;  // of the latest run
+};
+
+}  // namespace commands

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "datafiles/frm_save.h"
+#include "machine/machine_state.h"
+#include "panels/memory_grid.h"
+#include "platform/file_dialog.h"
+
+namespace commands {
+
+// The commands that move memory contents between the machine and data files. Their boxes stand before the window of
+// the memory grid.
+class DataFileCommands {
+public:
+    DataFileCommands(m8085::MachineState& machine, platform::FileDialog& cDialog, panels::MemoryGrid& memoryGrid)
+        : machine_(machine), cDialog_(cDialog), memoryGrid_(memoryGrid) {}
+
+    void mnuLoadData_Click();
+    void mnuSaveData_Click();
+
+private:
+    m8085::MachineState& machine_;
+    platform::FileDialog& cDialog_;
+    panels::MemoryGrid& memoryGrid_;
+    datafiles::frmSave* saveDialog_ = nullptr;  // made when it is first opened
+};
+
+}  // namespace commands

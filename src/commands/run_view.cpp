@@ -1,0 +1,24 @@
+#include "commands/run_view.h"
+
+#include <QCoreApplication>
+
+#include "platform/dialogs.h"
+
+namespace commands {
+
+execution::RunView ViewOn(CommandButtons& buttons, editor::ProgramDocument& document,
+                          panels::RegisterPanel& registerPanel, panels::MemoryGrid& memoryGrid) {
+    const auto show = [&document](const std::string& text, QMessageBox::Icon icon) {
+        platform::ShowMessage(document.txtCode(), QString::fromStdString(text), icon);
+    };
+    return {.DisplayRegs = [&registerPanel] { registerPanel.DisplayRegs(); },
+            .RefreshRAMDisplay = [&memoryGrid] { memoryGrid.RefreshRAMDisplay(); },
+            .SelectLine = [&document](int line) { document.SelectLine(line); },
+            .ClearSelection = [&document] { document.ClearSelection(); },
+            .Yield = [] { QCoreApplication::processEvents(QEventLoop::AllEvents); },
+            .ShowEndMessage = [show](const std::string& text) { show(text, QMessageBox::Information); },
+            .ShowRefusal = [show](const std::string& text) { show(text, QMessageBox::Critical); },
+            .ShowCommandState = [&buttons](execution::CommandState state) { buttons.Enable(state); }};
+}
+
+}  // namespace commands

@@ -1,8 +1,0 @@
-#pragma once
-
-namespace platform {
-
-// Handles all pending events, painting included, and returns.
-void Yield();
-
-}  // namespace platform

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QMenu>
+
+namespace platform {
+
+// A menu in which disabled entries take no part in the search for the letter that was pressed.
+class Menu : public QMenu {
+    Q_OBJECT
+
+public:
+    using QMenu::QMenu;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QList<QAction*> EnabledEntriesWith(QChar letter) const;
+};
+
+}  // namespace platform
