@@ -23,10 +23,15 @@ bool IsOneOf(const QString& name, std::initializer_list<const char*> names) {
     return std::ranges::find(names, name) != names.end();
 }
 
+// What the message box that is up says; empty where none is.
+QString Message() {
+    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    return box == nullptr ? QString() : box->windowTitle() + ": " + box->text();
+}
+
 // The boxes by which Assemble and Load Data File tell of a failure, after they have changed memory.
 bool IsFailureTold() {
-    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    return box != nullptr && box->windowTitle().startsWith("Error");
+    return Message().startsWith("Error");
 }
 
 // A text without what an editor may change about line ends.
@@ -83,7 +88,9 @@ void Invariants::NoteCommand(const QString& name) {
     if (isAssemble) programIsLost_ = false;
     if (isRun) programIsLost_ = std::exchange(programIsLostInRun_, false);
     if (name == "mnuCompile" || (isLoad && wasToldOfFailure_)) gridMayBeOld_ = true;
-    if (isStep || isRun || isClear || name == "cmdCompile" || (isLoad && !wasToldOfFailure_)) {
+    const bool isEndOnly = isStep && std::exchange(wasToldOfEnd_, false);
+    if (isRun) wasToldOfEnd_ = false;
+    if ((isStep && !isEndOnly) || isRun || isClear || name == "cmdCompile" || (isLoad && !wasToldOfFailure_)) {
         allCellsAreDue_ = true;
         if (!isLoad) gridMayBeOld_ = false;
     }
@@ -92,6 +99,7 @@ void Invariants::NoteCommand(const QString& name) {
 
 std::optional<QString> Invariants::FindFault() {
     if (IsFailureTold()) gridMayBeOld_ = wasToldOfFailure_ = true;
+    if (Message().contains("End of code")) wasToldOfEnd_ = true;
     for (const auto& fault : {FaultInMemory(), FaultAfterStop(), FaultInRegisters(), FaultInCells(),
                               FaultInCellEditor(), FaultInCommandStates(), FaultInTitle(), FaultInFocus()})
         if (fault) return fault;
@@ -118,7 +126,8 @@ std::optional<QString> Invariants::FaultInRegisters() const {
     for (const auto& [name, value] : shown) {
         const auto& box = Find<QLineEdit>(name);
         const QWidget* focus = window_.focusWidget();
-        const bool isBeingTyped = box.isModified() && (focus == &box || focus == window_.menuBar());
+        const bool keepsText = focus == &box || focus == window_.menuBar() || !window_.isActiveWindow();
+        const bool isBeingTyped = box.isModified() && keepsText;
         if (box.text() != value && !isBeingTyped) return QString(name) + " shows " + box.text() + " for " + value;
     }
     const std::pair<const char*, bool> flags[] = {{"txtSf", machine_.S},
