@@ -132,11 +132,9 @@ void frmMain::mnuExit_Click() {
     endProcess_();
 }
 
-void frmMain::CommitSession(QSessionManager& manager) {
+void frmMain::CommitSession(bool mayAsk) {
     SaveColumns(columns_);
-    if (!manager.allowsInteraction()) return;
-    document_.OfferToSave();
-    manager.release();
+    if (mayAsk) document_.OfferToSave();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
