@@ -10,9 +10,8 @@
 #include "console/text.h"
 #include "console/trace.h"
 #include "editor/program_file.h"
-#include "execution/full_speed.h"
 #include "execution/messages.h"
-#include "execution/run_control.h"
+#include "machine/full_speed.h"
 #include "machine/number_format.h"
 
 namespace console {
@@ -49,7 +48,7 @@ void RunAtFullSpeed(Simulation& simulation, std::uint64_t limit) {
     constexpr std::uint64_t slice = 1'000'000;
     while (limit > 0) {
         const std::uint64_t instructions = std::min(limit, slice);
-        execution::ExecuteSlice(simulation.Machine, simulation.Code, static_cast<int>(instructions));
+        m8085::ExecuteSlice(simulation.Machine, simulation.Code, static_cast<int>(instructions));
         if (HasStopped(simulation)) return;
         limit -= instructions;
     }
@@ -118,7 +117,7 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file) {
     auto& assembly = simulation->Translation;
     assembly = assembler::AssembleProgram(simulation->Program.Text, simulation->Machine, simulation->Code);
     if (assembly.Succeeded) {
-        execution::SetToProgramStart(simulation->Machine);
+        m8085::SetToProgramStart(simulation->Machine);
         return simulation;
     }
     simulation->HowItEnded = Outcome::NotAssembled;
