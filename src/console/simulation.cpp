@@ -113,7 +113,7 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file) {
     simulation->SourceLines = LinesOf(source);
     simulation->Program = assembler::PrepareProgram(source);
     // The line end that preparing has added is not the user's.
-    const auto excess = assembler::ExplainExcessLength(simulation->Program.Text.size() - 1);
+    const auto excess = assembler::ExplainExcessLength(simulation->Program.Text.size() - 1, 0);
     auto& assembly = simulation->Translation;
     assembly = assembler::AssembleProgram(simulation->Program.Text, simulation->Machine, simulation->Code);
     if (assembly.Succeeded) {
