@@ -68,7 +68,6 @@ TEST_F(ProgramDocumentTest, StartsUntitledAndEachKeyIsOneChange) {
     EXPECT_EQ(title, "Velmora - [Untitled]");
     EXPECT_EQ(changes, 0);
     QTest::keyClicks(&text, "mov a,b ; nop");
-    QCoreApplication::processEvents();
     EXPECT_EQ(changes, 13);
     EXPECT_EQ(title, "Velmora - [Untitled*]");
     QTest::keyClick(&text, Qt::Key_Z, Qt::ControlModifier);
