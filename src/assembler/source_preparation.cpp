@@ -37,11 +37,14 @@ std::vector<std::size_t> FindLabelSplits(std::u16string_view text) {
     return splits;
 }
 
-std::optional<std::string> ExplainExcessLength(std::size_t length) {
+std::optional<std::string> ExplainExcessLength(std::size_t length, std::size_t labelSplits) {
     constexpr std::size_t longest = LongestPreparedText - 1;
-    if (length <= longest) return std::nullopt;
-    return "The program is too long to assemble: it has " + std::to_string(length) + " characters, and at most " +
-           std::to_string(longest) + " can be assembled. A line end counts as two.";
+    const std::size_t splitLength = length + labelSplits * lineEnd.size();
+    if (splitLength <= longest) return std::nullopt;
+    return "The program is too long to assemble: " +
+           std::string(labelSplits > 0 ? "with each label on a line of its own it has " : "it has ") +
+           std::to_string(splitLength) + " characters, and at most " + std::to_string(longest) +
+           " can be assembled. A line end counts as two.";
 }
 
 std::u16string ConvertLineEnds(std::u16string_view text) {

@@ -14,8 +14,8 @@ namespace assembler {
 std::vector<std::size_t> FindLabelSplits(std::u16string_view text);
 
 // What to tell the user of a program text of so many characters, line ends as two, if it is more than the assembler
-// takes.
-std::optional<std::string> ExplainExcessLength(std::size_t length);
+// takes once a line end is inserted in so many places.
+std::optional<std::string> ExplainExcessLength(std::size_t length, std::size_t labelSplits);
 
 // The text that the assembler takes: each CR LF becomes a line feed and a blank, and a line feed ends the last line.
 std::u16string ConvertLineEnds(std::u16string_view text);

@@ -8,7 +8,6 @@ namespace console {
 
 namespace {
 
-constexpr std::size_t bytesColumn = 6;
 constexpr std::size_t numberColumn = 16;
 constexpr std::size_t numberWidth = 5;
 

@@ -99,7 +99,7 @@ CommandLine ReadCommandLine(std::vector<std::string> arguments) {
     Words programs;
     app.add_option("PROGRAM", programs, "A program file, or - for standard input")->option_text("...");
     app.add_flag("--check", options.CheckOnly, "Assemble only");
-    optionalFile("--listing", options.Listing, "Address, bytes and source of each line, and labels");
+    optionalFile("--listing", options.Listing, "Address, bytes, source of each line, and labels");
     each("--load", options.DataFiles, "FILE", "Load a data file before the run");
     each("--set", settings, "WHERE=VALUE", "Set A, Z, HL, 9000=05,06 or \"port 10=0F\" before it");
     app.add_option("--limit", limit, "End after N instructions (10^9), 0 for never")->option_text("N");

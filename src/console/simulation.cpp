@@ -10,7 +10,7 @@
 #include "console/text.h"
 #include "console/trace.h"
 #include "editor/program_file.h"
-#include "execution/full_speed.h"
+#include "machine/full_speed.h"
 #include "execution/messages.h"
 #include "execution/run_control.h"
 #include "machine/number_format.h"
@@ -49,7 +49,7 @@ void RunAtFullSpeed(Simulation& simulation, std::uint64_t limit) {
     constexpr std::uint64_t slice = 1'000'000;
     while (limit > 0) {
         const std::uint64_t instructions = std::min(limit, slice);
-        execution::ExecuteSlice(simulation.Machine, simulation.Code, static_cast<int>(instructions));
+        m8085::ExecuteSlice(simulation.Machine, simulation.Code, static_cast<int>(instructions));
         if (HasStopped(simulation)) return;
         limit -= instructions;
     }
@@ -114,11 +114,11 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file) {
     simulation->SourceLines = LinesOf(source);
     simulation->Program = assembler::PrepareProgram(source);
     // The line end that preparing has added is not the user's.
-    const auto excess = assembler::ExplainExcessLength(simulation->Program.Text.size() - 1);
+    const auto excess = assembler::ExplainExcessLength(simulation->Program.Text.size() - 1, 0);
     auto& assembly = simulation->Translation;
     assembly = assembler::AssembleProgram(simulation->Program.Text, simulation->Machine, simulation->Code);
     if (assembly.Succeeded) {
-        execution::SetToProgramStart(simulation->Machine);
+        m8085::SetToProgramStart(simulation->Machine);
         return simulation;
     }
     simulation->HowItEnded = Outcome::NotAssembled;
