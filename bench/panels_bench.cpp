@@ -25,7 +25,8 @@ struct Panels {
     QWidget window;
     QWidget txtCode{&window};
     panels::RegisterPanel registers{machine, txtCode, &window};
-    panels::MemoryGrid grid{machine, columns, &window};
+    m8085::CodeMap codeMap;
+    panels::MemoryGrid grid{machine, codeMap, columns, &window};
 };
 
 // Every register, and a byte in every pair of columns, changes from one refresh to the next.

@@ -5,12 +5,13 @@
 
 #include "machine/characters.h"
 #include "machine/number_format.h"
+#include "machine/registers.h"
 
 namespace aids {
 
 namespace {
 
-constexpr double nanosecondsPerTState = 325;
+constexpr double nanosecondsPerTState = m8085::NanosecondsPerTState;
 constexpr double nanosecondsPerMillisecond = 1'000'000;
 constexpr double tStatesPerPass = 24;     // of the inner loop, dcx d to jnz
 constexpr double tStatesToLoad = 10;      // of the lxi d, reckoned with in the short loop only

@@ -21,13 +21,13 @@ void AssembleCommand::Assemble() {
     const assembler::Assembly assembly =
         assembler::AssembleProgram(assembler::ConvertLineEnds(document_.txtCode().Text()), machine_, codeMap_);
     memoryGrid_.RefreshCurrentCell();
+    if (assembly.Succeeded) m8085::SetToProgramStart(machine_);
     runControl_.SetAssembled(assembly.Succeeded);
     if (!assembly.Succeeded) {
         runControl_.GotoLine(assembly.AsmErrorLine);
         Report(QString::fromStdU16String(assembly.AsmErrorText));
         return;
     }
-    m8085::SetToProgramStart(machine_);
     registerPanel_.DisplayRegs();
 }
 

@@ -20,9 +20,12 @@ void DataFileCommands::mnuLoadData_Click() {
     // Reading a device or a pipe might never end.
     std::ifstream file;
     if (info.isFile()) file.open(info.filesystemFilePath(), std::ios::binary);
-    if (file.is_open() && memedata::LoadDataFile(file, machine_.Memory)) {
+    const bool isLoaded = file.is_open() && memedata::LoadDataFile(file, machine_.Memory);
+    runControl_.ForgetChanges();
+    if (isLoaded) {
         memoryGrid_.RefreshRAMDisplay();
     } else {
+        memoryGrid_.RefreshCurrentCell();
         platform::ShowMessage(
             memoryGrid_, "There was some problem with opening the data file. It is probably not in the right format.",
             QMessageBox::NoIcon, "Error!");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "datafiles/frm_save.h"
+#include "execution/run_control.h"
 #include "machine/machine_state.h"
 #include "panels/memory_grid.h"
 #include "platform/file_dialog.h"
@@ -11,8 +12,9 @@ namespace commands {
 // the memory grid.
 class DataFileCommands {
 public:
-    DataFileCommands(m8085::MachineState& machine, platform::FileDialog& cDialog, panels::MemoryGrid& memoryGrid)
-        : machine_(machine), cDialog_(cDialog), memoryGrid_(memoryGrid) {}
+    DataFileCommands(m8085::MachineState& machine, platform::FileDialog& cDialog, execution::RunControl& runControl,
+                     panels::MemoryGrid& memoryGrid)
+        : machine_(machine), cDialog_(cDialog), runControl_(runControl), memoryGrid_(memoryGrid) {}
 
     void mnuLoadData_Click();
     void mnuSaveData_Click();
@@ -20,6 +22,7 @@ public:
 private:
     m8085::MachineState& machine_;
     platform::FileDialog& cDialog_;
+    execution::RunControl& runControl_;
     panels::MemoryGrid& memoryGrid_;
     datafiles::frmSave* saveDialog_ = nullptr;  // made when it is first opened
 };

@@ -11,14 +11,21 @@ execution::RunView ViewOn(CommandButtons& buttons, editor::ProgramDocument& docu
     const auto show = [&document](const std::string& text, QMessageBox::Icon icon) {
         platform::ShowMessage(document.txtCode(), QString::fromStdString(text), icon);
     };
-    return {.DisplayRegs = [&registerPanel] { registerPanel.DisplayRegs(); },
-            .RefreshRAMDisplay = [&memoryGrid] { memoryGrid.RefreshRAMDisplay(); },
-            .SelectLine = [&document](int line) { document.SelectLine(line); },
-            .ClearSelection = [&document] { document.ClearSelection(); },
-            .Yield = [] { QCoreApplication::processEvents(QEventLoop::AllEvents); },
-            .ShowEndMessage = [show](const std::string& text) { show(text, QMessageBox::Information); },
-            .ShowRefusal = [show](const std::string& text) { show(text, QMessageBox::Critical); },
-            .ShowCommandState = [&buttons](execution::CommandState state) { buttons.Enable(state); }};
+    return {
+        .DisplayRegs = [&registerPanel] { registerPanel.DisplayRegs(); },
+        .RefreshRAMDisplay = [&memoryGrid] { memoryGrid.RefreshRAMDisplay(); },
+        .SelectLine = [&document](int line) { document.SelectLine(line); },
+        .ClearSelection = [&document] { document.ClearSelection(); },
+        .Yield = [] { QCoreApplication::processEvents(QEventLoop::AllEvents); },
+        .ShowEndMessage = [show](const std::string& text) { show(text, QMessageBox::Information); },
+        .ShowRefusal = [show](const std::string& text) { show(text, QMessageBox::Critical); },
+        .ShowCommandState = [&buttons](execution::CommandState state) { buttons.Enable(state); },
+        .MarkChanges =
+            [&registerPanel, &memoryGrid](const m8085::Changes& changes) {
+                registerPanel.MarkChanges(changes);
+                memoryGrid.MarkChanges(changes);
+            },
+        .MarkNextAddress = [&memoryGrid](std::optional<std::int32_t> address) { memoryGrid.MarkNextAddress(address); }};
 }
 
 }  // namespace commands

@@ -4,11 +4,12 @@
 #include <string>
 
 #include "machine/refusal.h"
+#include "machine/registers.h"
 
 namespace execution {
 
 // Microseconds on the real chip for one T-state. Single Step has its own figure.
-inline constexpr double RunMicroseconds = 0.325;
+inline constexpr double RunMicroseconds = m8085::NanosecondsPerTState / 1000.0;
 inline constexpr double SingleStepMicroseconds = 0.33;
 
 // What a program's end is reported with. A count at its limit is said to be no more than a lower bound.

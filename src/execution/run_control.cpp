@@ -15,6 +15,7 @@ RunControl::RunControl(m8085::MachineState& machine, const m8085::CodeMap& codeM
 void RunControl::RunProgram() {
     if (IsRunning()) return;
     StartRun();
+    before_ = machine_;
     while (!machine_.Halted && !StopRequested) {
         ExecuteSlice(machine_, codeMap_, sliceLength_);
         view_.Yield();
@@ -44,6 +45,7 @@ void RunControl::SlowRun() {
             break;
         }
         if (StopRequested) break;
+        before_ = machine_;
         machine_.ExecuteInstruction();
         ShowMachine();
         if (WasRefused()) {
@@ -65,6 +67,7 @@ void RunControl::StepProgram() {
         return;
     }
     machine_.Refused = {};
+    before_ = machine_;
     machine_.ExecuteInstruction();
     ShowMachine();
     if (WasRefused())
@@ -79,17 +82,21 @@ void RunControl::Stop() {
 
 void RunControl::Reset() {
     if (IsRunning()) return;
+    ForgetChanges();
     ResetMachine();
 }
 
 void RunControl::LoseProgram() {
-    if (IsRunning())
+    if (IsRunning()) {
         programLost_ = true;
-    else
+        MarkNextAddress();
+    } else {
         Enter(CommandState::NoProgram);
+    }
 }
 
 void RunControl::SetAssembled(bool success) {
+    ForgetChanges();
     Enter(success ? CommandState::ProgramAssembled : CommandState::NoProgram);
 }
 
@@ -107,6 +114,7 @@ void RunControl::EndRun() {
 void RunControl::Enter(CommandState newState) {
     state_ = newState;
     view_.ShowCommandState(state_);
+    MarkNextAddress();
 }
 
 void RunControl::GotoLine(int line) {
@@ -114,9 +122,23 @@ void RunControl::GotoLine(int line) {
     view_.SelectLine(line);
 }
 
+void RunControl::ForgetChanges() {
+    changes_ = {};
+    view_.MarkChanges(changes_);
+}
+
 void RunControl::ShowMachine() {
+    changes_ = m8085::Between(before_, machine_);
+    view_.MarkChanges(changes_);
     view_.DisplayRegs();
     view_.RefreshRAMDisplay();
+    MarkNextAddress();
+}
+
+// The program is assembled while it can be run, and while it runs as long as it is still what the text says.
+void RunControl::MarkNextAddress() {
+    const bool isAssembled = state_ == CommandState::ProgramAssembled || (IsRunning() && !programLost_);
+    view_.MarkNextAddress(isAssembled ? std::optional(machine_.PC) : std::nullopt);
 }
 
 bool RunControl::WasRefused() const {
@@ -133,6 +155,7 @@ void RunControl::ReportRefusal() {
 void RunControl::ResetMachine() {
     SetToProgramStart(machine_);
     view_.DisplayRegs();
+    MarkNextAddress();
     machine_.Halted = false;
 }
 

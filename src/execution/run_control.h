@@ -1,9 +1,11 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "execution/command_state.h"
+#include "machine/changes.h"
 #include "machine/code_map.h"
 #include "machine/machine_state.h"
 
@@ -19,6 +21,8 @@ struct RunView {
     std::function<void(const std::string& text)> ShowEndMessage;
     std::function<void(const std::string& text)> ShowRefusal;
     std::function<void(CommandState)> ShowCommandState;
+    std::function<void(const m8085::Changes& changes)> MarkChanges;            // sets apart what has changed
+    std::function<void(std::optional<std::int32_t> address)> MarkNextAddress;  // and where the next instruction stands
 };
 
 // The execution commands: Run, Slow Run, Single Step, Stop and Reset. While a run is under way its other commands do
@@ -49,6 +53,10 @@ public:
     // The outcome of an assembly.
     void SetAssembled(bool success);
 
+    // What the latest step or run has changed is marked until the next one. This takes the marks away, because
+    // something else has changed the machine since.
+    void ForgetChanges();
+
     // Shows a source line, counted from 1. Line 0, that of an address with no instruction, halts the machine.
     void GotoLine(int line);
 
@@ -63,6 +71,7 @@ private:
     void EndRun();
     void Enter(CommandState newState);
     void ShowMachine();
+    void MarkNextAddress();
     bool WasRefused() const;
     void ReportRefusal();
     void ResetMachine();
@@ -70,6 +79,8 @@ private:
     m8085::MachineState& machine_;
     const m8085::CodeMap& codeMap_;
     RunView view_;
+    m8085::MachineState before_;  // as it was when the step or run began whose changes are marked next
+    m8085::Changes changes_;
     CommandState state_ = CommandState::NoProgram;
     int sliceLength_ = DefaultSliceLength;
     bool StopRequested = false;

@@ -5,6 +5,9 @@
 
 namespace m8085 {
 
+// How long the chip takes for one T-state.
+inline constexpr int NanosecondsPerTState = 325;
+
 // Everything of the simulated 8085 but its memory and ports.
 struct Registers {
     std::uint8_t A = 0;

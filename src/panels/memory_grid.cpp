@@ -10,6 +10,7 @@
 #include "panels/register_edit.h"
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
+#include "platform/palette.h"
 #include "platform/twips.h"
 
 namespace panels {
@@ -28,27 +29,30 @@ constexpr int lastRow = MemorySnapshot::Rows - 1;
 
 }  // namespace
 
-MemoryGrid::MemoryGrid(m8085::MachineState& machine, ColumnList& columns, QWidget* parent)
-    : QGroupBox("Memory", parent), machine_(machine), columns_(columns) {
+MemoryGrid::MemoryGrid(m8085::MachineState& machine, const m8085::CodeMap& codeMap, ColumnList& columns,
+                       QWidget* parent)
+    : QGroupBox("Memory", parent),
+      machine_(machine),
+      columns_(columns),
+      grdRAM_(new platform::Grid("grdRAM", this)),
+      model_(new MemoryModel(machine, codeMap, grdRAM_)),
+      txtEdit_(new platform::TextBox("txtEdit", this)) {
     setObjectName("frmRAM");
     setFont(platform::WindowFont());
-    AddGrid();
-    AddEditor();
+    SetUpGrid();
+    SetUpEditor();
 }
 
-void MemoryGrid::AddGrid() {
-    grdRAM_ = new platform::Grid("grdRAM", this);
+void MemoryGrid::SetUpGrid() {
     grdRAM_->setAccessibleName("Memory and ports");
     platform::Place(*grdRAM_, 0, 480, 4575, 5055);
-    model_ = new MemoryModel(grdRAM_);
     grdRAM_->setModel(model_);
     connect(grdRAM_, &platform::Grid::LeaveCell, this, &MemoryGrid::grdRAM_LeaveCell);
     connect(grdRAM_, &platform::Grid::RowColChange, this, &MemoryGrid::grdRAM_RowColChange);
     connect(grdRAM_, &platform::Grid::Scrolled, this, &MemoryGrid::grdRAM_Scroll);
 }
 
-void MemoryGrid::AddEditor() {
-    txtEdit_ = new platform::TextBox("txtEdit", this);
+void MemoryGrid::SetUpEditor() {
     txtEdit_->setAccessibleName("Byte");
     SetEditorText("00");
     txtEdit_->setFrame(false);
@@ -75,14 +79,19 @@ void MemoryGrid::FormatGrid() {
 }
 
 void MemoryGrid::RefreshRAMDisplay() {
-    model_->TakeFrom(machine_);
+    model_->TakeFromMachine();
     GiveEditorItsByte();
 }
 
 void MemoryGrid::RefreshCurrentCell() {
     for (const QModelIndex& cell : {grdRAM_->currentIndex(), QModelIndex(editorCell_)})
-        if (MemoryModel::IsDataCell(cell)) model_->TakeByte(machine_, cell);
+        if (MemoryModel::IsDataCell(cell)) model_->TakeByte(cell);
     GiveEditorItsByte();
+}
+
+void MemoryGrid::MarkChanges(const m8085::Changes& changes) {
+    model_->MarkChanges(changes);
+    DescribeEditor();
 }
 
 void MemoryGrid::cmdClear_Click() {
@@ -99,6 +108,7 @@ void MemoryGrid::cmdAdd_Click() {
         case AddResult::Added:
             FormatGrid();
             RefreshRAMDisplay();
+            emit Edited();
             break;
         case AddResult::OutOfRange:
             platform::ShowMessage(*this, "The starting address must be between 0 and FEFF", QMessageBox::Information,
@@ -117,6 +127,7 @@ void MemoryGrid::cmdRemove_Click() {
     if (!columns_.Remove(answer.toStdString())) return;
     FormatGrid();
     RefreshRAMDisplay();
+    emit Edited();
 }
 
 void MemoryGrid::grdRAM_LeaveCell(const QModelIndex& cell) {
@@ -129,7 +140,7 @@ void MemoryGrid::grdRAM_RowColChange(const QModelIndex& cell) {
         HideEditor();
         return;
     }
-    model_->TakeByte(machine_, cell);
+    model_->TakeByte(cell);
     // An editor that is open stays where it is, over the row above, and what it holds goes into the last row.
     const bool staysOpen = cell.row() == lastRow;
     textIsPending_ = staysOpen;
@@ -149,11 +160,9 @@ void MemoryGrid::ShowEditorOver(const QModelIndex& cell) {
     const QRect place = grdRAM_->visualRect(cell);
     txtEdit_->setGeometry(QRect(grdRAM_->viewport()->mapTo(this, place.topLeft()), place.size()));
     txtEdit_->show();
-    const QModelIndex address = cell.siblingAtColumn(cell.column() - 1);
-    const QString kind = model_->headerData(address.column(), Qt::Horizontal, Qt::DisplayRole).toString();
-    txtEdit_->setAccessibleName(kind + ' ' + TextOf(address));
     editorCell_ = cell;
     SetEditorText(TextOf(cell));
+    DescribeEditor();
     txtEdit_->setFocus();
     txtEdit_->selectAll();
 }
@@ -202,6 +211,22 @@ void MemoryGrid::GiveEditorItsByte() {
     if (!editorCell_.isValid() || ReadByteText(editorText_.toStdU16String()) == model_->Byte(editorCell_)) return;
     SetEditorText(TextOf(editorCell_));
     txtEdit_->selectAll();
+    DescribeEditor();
+}
+
+// Tells what the cell tells, which the editor covers: in words, and by the colour of the text, which is the ground of a
+// selected one.
+void MemoryGrid::DescribeEditor() {
+    if (!editorCell_.isValid()) return;
+    const QModelIndex address = editorCell_.sibling(editorCell_.row(), editorCell_.column() - 1);
+    const QString kind = model_->headerData(address.column(), Qt::Horizontal, Qt::DisplayRole).toString();
+    txtEdit_->setAccessibleName(kind + ' ' + TextOf(address));
+    txtEdit_->setToolTip(editorCell_.data(Qt::ToolTipRole).toString());
+    const bool hasChanged = model_->HasChanged(editorCell_);
+    QPalette palette;
+    palette.setColor(QPalette::Text, hasChanged ? platform::ChangedText : Qt::black);
+    palette.setColor(QPalette::Highlight, hasChanged ? platform::ChangedText : platform::NextText);
+    if (palette != txtEdit_->palette()) txtEdit_->setPalette(palette);
 }
 
 // Puts what the editor holds into a cell, if it has been typed there since the editor took its byte. No cell but its
@@ -209,7 +234,11 @@ void MemoryGrid::GiveEditorItsByte() {
 void MemoryGrid::StorePendingText(const QModelIndex& cell) {
     if (!textIsPending_ || !MemoryModel::IsDataCell(cell) || (txtEdit_->isHidden() && cell != editorCell_)) return;
     const std::optional<std::uint8_t> byte = ReadByteText(editorText_.toStdU16String());
-    if (byte) model_->Store(machine_, cell, *byte);
+    if (!byte) return;
+    const bool isNew = *byte != model_->Byte(cell);
+    model_->Store(cell, *byte);
+    DescribeEditor();
+    if (isNew) emit Edited();
 }
 
 // The grid fills the frame and has an edge of its own, so the frame draws no more than its caption.

@@ -18,7 +18,7 @@ class MemoryGrid : public QGroupBox {
     Q_OBJECT
 
 public:
-    MemoryGrid(m8085::MachineState& machine, ColumnList& columns, QWidget* parent);
+    MemoryGrid(m8085::MachineState& machine, const m8085::CodeMap& codeMap, ColumnList& columns, QWidget* parent);
 
     // Sets the grid up for the columns of the list, with bytes that RefreshRAMDisplay has yet to take from the machine.
     // The last row of the last column becomes current.
@@ -31,6 +31,11 @@ public:
     // it is: what was typed before must not be written over the command's byte when a key is released or the cell left.
     void RefreshCurrentCell();
 
+    // Colours the bytes that have changed, and the address of the next instruction, until the next call. Without an
+    // address none is coloured.
+    void MarkChanges(const m8085::Changes& changes);
+    void MarkNextAddress(std::optional<std::int32_t> address) { model_->MarkNextAddress(address); }
+
     // The commands of the buttons and of their twins in the Memory menu.
     void cmdClear_Click();
     void cmdAdd_Click();
@@ -40,14 +45,17 @@ signals:
     // Clear has wiped the assembled program from memory.
     void Cleared();
 
+    // The user has changed a byte, or added or removed columns.
+    void Edited();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void AddGrid();
-    void AddEditor();
+    void SetUpGrid();
+    void SetUpEditor();
 
     void grdRAM_LeaveCell(const QModelIndex& cell);
     void grdRAM_RowColChange(const QModelIndex& cell);
@@ -61,14 +69,15 @@ private:
     void HideEditor();
     void SetEditorText(const QString& text);
     void GiveEditorItsByte();
+    void DescribeEditor();
     void StorePendingText(const QModelIndex& cell);
 
     m8085::MachineState& machine_;
     ColumnList& columns_;
 
-    MemoryModel* model_ = nullptr;
-    platform::Grid* grdRAM_ = nullptr;
-    platform::TextBox* txtEdit_ = nullptr;
+    platform::Grid* grdRAM_;
+    MemoryModel* model_;
+    platform::TextBox* txtEdit_;
     QPersistentModelIndex editorCell_;  // the cell that the editor was opened over last
     QString editorText_;                // what the editor held at its latest change
     bool textIsPending_ = false;        // key releases and leaving the cell store the editor's text

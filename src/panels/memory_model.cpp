@@ -2,12 +2,20 @@
 
 #include <QColor>
 
+#include "assembler/disassembly.h"
+#include "machine/number_format.h"
+#include "panels/tips.h"
 #include "platform/fonts.h"
+#include "platform/palette.h"
 
 namespace panels {
 
-MemoryModel::MemoryModel(QObject* parent)
-    : QAbstractTableModel(parent), addressFont_(platform::WindowFont()), dataFont_(platform::SansSerif(8.25)) {}
+MemoryModel::MemoryModel(m8085::MachineState& machine, const m8085::CodeMap& codeMap, QObject* parent)
+    : QAbstractTableModel(parent),
+      machine_(machine),
+      codeMap_(codeMap),
+      addressFont_(platform::WindowFont()),
+      dataFont_(platform::SansSerif(8.25)) {}
 
 void MemoryModel::FormatFor(const ColumnList& list) {
     beginResetModel();
@@ -15,17 +23,9 @@ void MemoryModel::FormatFor(const ColumnList& list) {
     endResetModel();
 }
 
-void MemoryModel::TakeFrom(const m8085::MachineState& machine) {
-    Repaint(cells_.TakeFrom(machine));
-}
-
-void MemoryModel::TakeByte(const m8085::MachineState& machine, const QModelIndex& cell) {
-    cells_.TakeByte(machine, CellAt(cell));
+void MemoryModel::TakeByte(const QModelIndex& cell) {
+    cells_.TakeByte(machine_, CellAt(cell));
     emit dataChanged(cell, cell);
-}
-
-void MemoryModel::Store(m8085::MachineState& machine, const QModelIndex& cell, std::uint8_t byte) {
-    Repaint(cells_.Store(machine, CellAt(cell), byte));
 }
 
 void MemoryModel::Repaint(const std::vector<MemorySnapshot::Cell>& changed) {
@@ -54,19 +54,58 @@ QVariant MemoryModel::data(const QModelIndex& cell, int role) const {
     switch (role) {
         case Qt::DisplayRole: return QString::fromStdString(cells_.Text(CellAt(cell)));
         case Qt::BackgroundRole: return isData ? QColor(253, 255, 199) : QColor(228, 255, 204);
-        case Qt::ForegroundRole: return QColor(Qt::black);
+        case Qt::ForegroundRole: return TextColour(cell);
         case Qt::FontRole: return isData ? dataFont_ : addressFont_;
         case Qt::TextAlignmentRole: return int(Qt::AlignLeft | Qt::AlignVCenter);
+        case Qt::ToolTipRole: return Tip(cell);
+        case Qt::AccessibleTextRole: return AccessibleText(cell);
         default: return {};
     }
+}
+
+QColor MemoryModel::TextColour(const QModelIndex& cell) const {
+    if (IsDataCell(cell)) return HasChanged(cell) ? platform::ChangedText : Qt::black;
+    return cells_.IsNext(CellAt(cell)) ? platform::NextText : Qt::black;
+}
+
+QString MemoryModel::Tip(const QModelIndex& cell) const {
+    const std::int32_t address = cells_.AddressOf(CellAt(cell));
+    const bool isPort = cells_.IsPort(cell.column());
+    const std::uint8_t byte = cells_.Byte(CellAt(cell));
+    std::string tip = isPort ? "Port " + m8085::FormatHexByte(static_cast<std::uint8_t>(address))
+                             : "Address " + m8085::FormatHexLong(address);
+    tip += ", decimal " + std::to_string(address) + '\n' + StoredByteTip(byte);
+    // A cell may be older than the instruction.
+    const auto* opcode = machine_.Memory.data() + address;
+    if (!isPort && codeMap_.LineAt(address) != 0 && *opcode == byte)
+        tip += "\nInstruction " + assembler::Disassemble({opcode[0], opcode[1], opcode[2]});
+    return QString::fromStdString(tip);
+}
+
+QString MemoryModel::AccessibleText(const QModelIndex& cell) const {
+    const QString kind = cells_.IsPort(cell.column()) ? "Port " : "Address ";
+    const QString address = kind + index(cell.row(), cell.column() / 2 * 2).data().toString();
+    if (!IsDataCell(cell)) return cells_.IsNext(CellAt(cell)) ? address + ", next instruction" : address;
+    return address + ", byte " + cell.data().toString() + (HasChanged(cell) ? ", changed" : "");
 }
 
 QVariant MemoryModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal) return {};
     if (role == Qt::TextAlignmentRole) return int(Qt::AlignLeft | Qt::AlignVCenter);
+    if (role == Qt::ToolTipRole) return HeaderTip(section);
     if (role != Qt::DisplayRole) return {};
     if (MemorySnapshot::IsDataColumn(section)) return "Data";
     return cells_.IsPort(section) ? "IO Port" : "Address";
+}
+
+QString MemoryModel::HeaderTip(int column) const {
+    const bool isPort = cells_.IsPort(column);
+    if (!MemorySnapshot::IsDataColumn(column)) {
+        if (isPort) return "The numbers of all 256 ports";
+        return "256 addresses of memory, from " + index(0, column).data().toString() + " on";
+    }
+    const QString bytes = isPort ? "The byte in each port, which IN reads and OUT writes" : "The byte at each address";
+    return bytes + "\nClick a byte and type over it";
 }
 
 }  // namespace panels

@@ -3,6 +3,7 @@
 #include <QAbstractTableModel>
 #include <QFont>
 
+#include "machine/code_map.h"
 #include "panels/memory_snapshot.h"
 
 namespace panels {
@@ -12,20 +13,24 @@ class MemoryModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    explicit MemoryModel(QObject* parent);
+    MemoryModel(m8085::MachineState& machine, const m8085::CodeMap& codeMap, QObject* parent);
 
     static bool IsDataCell(const QModelIndex& cell) {
         return cell.isValid() && MemorySnapshot::IsDataColumn(cell.column());
     }
 
-    // The byte that the data cell shows.
+    // What the data cell shows.
     std::uint8_t Byte(const QModelIndex& cell) const { return cells_.Byte(CellAt(cell)); }
+    bool HasChanged(const QModelIndex& cell) const { return cells_.HasChanged(CellAt(cell)); }
 
-    // These change the snapshot as its own operations do, and have the cells painted.
+    // These change the snapshot, and Store the machine, as the operations of the snapshot do, and have the cells
+    // painted.
     void FormatFor(const ColumnList& list);
-    void TakeFrom(const m8085::MachineState& machine);
-    void TakeByte(const m8085::MachineState& machine, const QModelIndex& cell);
-    void Store(m8085::MachineState& machine, const QModelIndex& cell, std::uint8_t byte);
+    void TakeFromMachine() { Repaint(cells_.TakeFrom(machine_)); }
+    void TakeByte(const QModelIndex& cell);
+    void Store(const QModelIndex& cell, std::uint8_t byte) { Repaint(cells_.Store(machine_, CellAt(cell), byte)); }
+    void MarkChanges(const m8085::Changes& changes) { Repaint(cells_.MarkChanges(changes)); }
+    void MarkNextAddress(std::optional<std::int32_t> address) { Repaint(cells_.MarkNextAddress(address)); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -35,7 +40,13 @@ public:
 private:
     static MemorySnapshot::Cell CellAt(const QModelIndex& cell) { return {cell.row(), cell.column()}; }
     void Repaint(const std::vector<MemorySnapshot::Cell>& changed);
+    QColor TextColour(const QModelIndex& cell) const;
+    QString Tip(const QModelIndex& cell) const;
+    QString AccessibleText(const QModelIndex& cell) const;
+    QString HeaderTip(int column) const;
 
+    m8085::MachineState& machine_;
+    const m8085::CodeMap& codeMap_;
     MemorySnapshot cells_;
     QFont addressFont_;
     QFont dataFont_;

@@ -1,5 +1,8 @@
 #include "panels/memory_snapshot.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "machine/number_format.h"
 
 namespace panels {
@@ -7,7 +10,7 @@ namespace panels {
 void MemorySnapshot::FormatFor(const ColumnList& list) {
     pairs_.clear();
     for (int index = 0; index < list.ColCount(); ++index)
-        pairs_.push_back({.IsPort = false, .Start = list.StartAddress(index), .Bytes = {}});
+        pairs_.push_back({.IsPort = false, .Start = list.StartAddress(index), .Bytes = {}, .Changed = {}});
     pairs_.emplace_back();
 }
 
@@ -31,24 +34,54 @@ void MemorySnapshot::TakeByte(const m8085::MachineState& machine, Cell cell) {
 }
 
 std::vector<MemorySnapshot::Cell> MemorySnapshot::Store(m8085::MachineState& machine, Cell cell, std::uint8_t byte) {
-    std::uint8_t* const target = BytesBehind(PairOf(cell), machine) + cell.Row;
-    *target = byte;
-    std::vector<Cell> showing;
+    const Pair& pair = PairOf(cell);
+    BytesBehind(pair, machine)[cell.Row] = byte;
+    const std::vector<Cell> showing = CellsOf(pair.IsPort, AddressOf(cell), 1);
+    for (const Cell twin : showing) TakeByte(machine, twin);
+    return showing;
+}
+
+std::vector<MemorySnapshot::Cell> MemorySnapshot::MarkChanges(const m8085::Changes& changes) {
+    std::vector<Cell> differing;
     for (int column = 1; Pair & pair : pairs_) {
-        if (pair.IsPort == PairOf(cell).IsPort) {
-            const std::ptrdiff_t row = target - BytesBehind(pair, machine);
-            if (row >= 0 && row < Rows) showing.push_back({static_cast<int>(row), column});
+        const bool* marks = BytesBehind(pair, changes);
+        // Mostly the whole pair is as before, and this is told many times faster for all rows than one by one.
+        const bool isAsBefore = std::equal(pair.Changed.begin(), pair.Changed.end(), marks);
+        for (int row = 0; row < Rows && !isAsBefore; ++row) {
+            bool& isMarked = pair.Changed[static_cast<std::size_t>(row)];
+            if (isMarked != marks[row]) differing.push_back({row, column});
+            isMarked = marks[row];
         }
         column += 2;
     }
-    for (const Cell twin : showing) TakeByte(machine, twin);
-    return showing;
+    return differing;
+}
+
+std::vector<MemorySnapshot::Cell> MemorySnapshot::MarkNextAddress(std::optional<std::int32_t> address) {
+    if (address == next_) return {};
+    std::vector<Cell> differing;
+    for (const auto& moved : {std::exchange(next_, address), address}) {
+        if (!moved) continue;
+        const std::vector<Cell> cells = CellsOf(false, *moved, 0);
+        differing.insert(differing.end(), cells.begin(), cells.end());
+    }
+    return differing;
+}
+
+std::vector<MemorySnapshot::Cell> MemorySnapshot::CellsOf(bool isPort, std::int32_t address, int columnInPair) const {
+    std::vector<Cell> cells;
+    for (int column = columnInPair; const Pair& pair : pairs_) {
+        const std::int32_t row = address - pair.Start;
+        if (pair.IsPort == isPort && row >= 0 && row < Rows) cells.push_back({row, column});
+        column += 2;
+    }
+    return cells;
 }
 
 std::string MemorySnapshot::Text(Cell cell) const {
     if (IsDataColumn(cell.Column)) return m8085::FormatHexByte(Byte(cell));
     if (IsPort(cell.Column)) return m8085::FormatHexByte(static_cast<std::uint8_t>(cell.Row));
-    return m8085::FormatHexLong(PairOf(cell).Start + cell.Row);
+    return m8085::FormatHexLong(AddressOf(cell));
 }
 
 }  // namespace panels

@@ -2,10 +2,13 @@
 
 #include <QLabel>
 #include <string>
+#include <utility>
 
 #include "machine/number_format.h"
 #include "panels/register_edit.h"
+#include "panels/tips.h"
 #include "platform/fonts.h"
+#include "platform/palette.h"
 
 namespace panels {
 
@@ -54,10 +57,26 @@ constexpr QRect RightLabel(int row) {
     return {rightLabel, RowTop(row), leftLabelWidth, rowHeight};
 }
 
-// A box or button that shows the text already keeps its caret, and is not painted again.
+// A control that shows the text already keeps its caret, and is not painted again. Returns whether it did not.
 template <class Control>
-void Show(Control& control, const std::string& text) {
-    if (const QString shown = QString::fromStdString(text); control.text() != shown) control.setText(shown);
+bool Show(Control& control, const std::string& text) {
+    const QString shown = QString::fromStdString(text);
+    if (control.text() == shown) return false;
+    control.setText(shown);
+    return true;
+}
+
+// Also shows what a tooltip has to tell of the value: a line that says what the box is, and one of figures.
+void Show(QLineEdit& box, const std::string& text, const QString& name, const std::string& figures) {
+    if (Show(box, text)) box.setToolTip(name + '\n' + QString::fromStdString(figures));
+}
+
+void Mark(QWidget& control, QPalette::ColorRole role, bool hasChanged) {
+    const QColor colour = hasChanged ? platform::ChangedText : Qt::black;
+    QPalette palette = control.palette();
+    if (palette.color(role) == colour) return;
+    palette.setColor(role, colour);
+    control.setPalette(palette);
 }
 
 void FixColours(QWidget& box) {
@@ -80,21 +99,22 @@ RegisterPanel::RegisterPanel(m8085::MachineState& machine, QWidget& txtCode, QWi
 
 // Controls are made in the order in which the Tab key runs through them.
 void RegisterPanel::AddRegisters() {
-    const auto addRegister = [this](const QString& letter, const QRect& place, std::uint8_t Registers::*member) {
+    const auto addRegister = [this](const QString& letter, const QRect& place, std::uint8_t Registers::*member,
+                                    const QString& use = {}) {
         platform::TextBox* box = AddBox("txt" + letter, "Register " + letter, place);
         box->SetKeyFilter(ValidateInput);
-        const RegisterBox registerBox{box, member};
+        const RegisterBox registerBox{box, member, box->accessibleName() + use};
         connect(box, &platform::TextBox::LostFocus, this, [this, registerBox] { RegisterLostFocus(registerBox); });
         registerBoxes_.push_back(registerBox);
     };
-    addRegister("A", LeftBox(0), &Registers::A);
+    addRegister("A", LeftBox(0), &Registers::A, ", the accumulator");
     txtF_ = AddReadOnlyBox("txtF", "Flag byte F", RightBox(0));
-    addRegister("B", LeftBox(1), &Registers::B);
-    addRegister("C", RightBox(1), &Registers::C);
-    addRegister("D", LeftBox(2), &Registers::D);
-    addRegister("E", RightBox(2), &Registers::E);
-    addRegister("H", LeftBox(3), &Registers::H);
-    addRegister("L", RightBox(3), &Registers::L);
+    addRegister("B", LeftBox(1), &Registers::B, ", the high byte of BC");
+    addRegister("C", RightBox(1), &Registers::C, ", the low byte of BC");
+    addRegister("D", LeftBox(2), &Registers::D, ", the high byte of DE");
+    addRegister("E", RightBox(2), &Registers::E, ", the low byte of DE");
+    addRegister("H", LeftBox(3), &Registers::H, ", the high byte of HL, the address of M");
+    addRegister("L", RightBox(3), &Registers::L, ", the low byte of HL, the address of M");
     txtPC_ = AddReadOnlyBox("txtPC", "Program counter PC", WideBox(4));
     txtSP_ = AddReadOnlyBox("txtSP", "Stack pointer SP", WideBox(5));
 
@@ -107,24 +127,34 @@ void RegisterPanel::AddRegisters() {
 void RegisterPanel::AddFlags() {
     struct Bit {
         const char* Label;
+        const char* ObjectName;
         const char* Name;
-        const char* AccessibleName;
+        const char* IsSet;
         bool Registers::*Flag;  // none for a bit that has no meaning
     };
+    constexpr auto noMeaning = "It has no meaning and is always 0";
     const Bit bits[] = {
-        {" S", "txtSf", "Sign flag", &Registers::S},     {" Z", "txtZf", "Zero flag", &Registers::Z},
-        {" -", "txtUndef1", "Undefined bit 5", nullptr}, {"AC", "txtACf", "Auxiliary carry flag", &Registers::AC},
-        {" -", "txtUndef2", "Undefined bit 3", nullptr}, {" P", "txtPf", "Parity flag", &Registers::P},
-        {" -", "txtUndef3", "Undefined bit 1", nullptr}, {"CY", "txtCyf", "Carry flag", &Registers::CY},
+        {" S", "txtSf", "Sign flag S, bit 7 of F", "1 when bit 7 of the result is 1", &Registers::S},
+        {" Z", "txtZf", "Zero flag Z, bit 6 of F", "1 when the result is 0", &Registers::Z},
+        {" -", "txtUndef1", "Undefined bit 5 of F", noMeaning, nullptr},
+        {"AC", "txtACf", "Auxiliary carry flag AC, bit 4 of F",
+         "1 when the low digits of an addition came to ten or more", &Registers::AC},
+        {" -", "txtUndef2", "Undefined bit 3 of F", noMeaning, nullptr},
+        {" P", "txtPf", "Parity flag P, bit 2 of F", "1 when the result has an even number of bits that are 1",
+         &Registers::P},
+        {" -", "txtUndef3", "Undefined bit 1 of F", noMeaning, nullptr},
+        {"CY", "txtCyf", "Carry flag CY, bit 0 of F", "1 when an addition went beyond FF, or a subtraction below 0",
+         &Registers::CY},
     };
     for (int left = flags; const Bit& bit : bits) {
         QLabel* label = AddLabel(bit.Label, {left, RowTop(0), flagPitch - 1, rowHeight}, Qt::AlignHCenter);
         if (*bit.Label == ' ') label->setContentsMargins(0, 0, fontMetrics().horizontalAdvance(' '), 0);
-        auto* button = new platform::Button(bit.Name, bit.Flag ? "" : "0", this);
-        button->setAccessibleName(bit.AccessibleName);
+        auto* button = new platform::Button(bit.ObjectName, bit.Flag ? "" : "0", this);
+        button->setAccessibleName(bit.Name);
+        button->setToolTip(QString(bit.Name) + '\n' + bit.IsSet + (bit.Flag ? "\nClick to change it" : ""));
         button->setGeometry(left, RowTop(1), flagPitch - 1, flagPitch - 1);
         connect(button, &QPushButton::clicked, this, [this, flag = bit.Flag] { ToggleFlag(flag); });
-        if (bit.Flag) flagButtons_.push_back({button, bit.Flag});
+        if (bit.Flag) flagButtons_.push_back({button, bit.Flag, bit.Name});
         left += flagPitch;
     }
     auto* hint = new QLabel("Click buttons to toggle flags", this);
@@ -165,18 +195,42 @@ platform::TextBox* RegisterPanel::AddReadOnlyBox(const QString& name, const QStr
 }
 
 void RegisterPanel::DisplayRegs() {
-    for (const RegisterBox& box : registerBoxes_) Show(*box.Box, FormatHexByte(machine_.*box.Register));
-    for (const FlagButton& button : flagButtons_) Show(*button.Button, FormatBool(machine_.*button.Flag));
-    Show(*txtF_, FormatHexByte(machine_.GetFlagByte()));
-    Show(*txtPC_, FormatHexLong(machine_.PC));
-    Show(*txtSP_, FormatHexLong(machine_.SP));
-    Show(*txtTstates_, std::to_string(machine_.TStates));
+    for (const RegisterBox& box : registerBoxes_) ShowRegister(box);
+    for (const auto& [button, flag, name] : flagButtons_) {
+        const std::string bit = FormatBool(machine_.*flag);
+        // A screen reader says the name and not the caption.
+        if (Show(*button, bit)) button->setAccessibleName(name + ": " + QString::fromStdString(bit));
+    }
+    const std::uint8_t flagByte = machine_.GetFlagByte();
+    Show(*txtF_, FormatHexByte(flagByte), "Flag byte F, read only: S Z 0 AC 0 P 0 CY", ByteTip(flagByte));
+    Show(*txtPC_, FormatHexLong(machine_.PC), "Program counter PC, read only: the address of the next instruction",
+         AddressTip(machine_.PC));
+    Show(*txtSP_, FormatHexLong(machine_.SP),
+         "Stack pointer SP, read only: the address of the byte on top of the stack", AddressTip(machine_.SP));
+    Show(*txtTstates_, std::to_string(machine_.TStates), "T-states since the latest Reset or Assemble, read only",
+         TimeTip(machine_.TStates));
+}
+
+void RegisterPanel::ShowRegister(const RegisterBox& box) {
+    const std::uint8_t value = machine_.*box.Register;
+    Show(*box.Box, FormatHexByte(value), box.Name, ByteTip(value));
+}
+
+void RegisterPanel::MarkChanges(const m8085::Changes& changes) {
+    for (const RegisterBox& box : registerBoxes_) Mark(*box.Box, QPalette::Text, changes.Of(box.Register));
+    for (const FlagButton& button : flagButtons_) Mark(*button.Button, QPalette::ButtonText, changes.Of(button.Flag));
+    Mark(*txtF_, QPalette::Text, changes.OfFlags());
+    Mark(*txtPC_, QPalette::Text, changes.Of(&Registers::PC));
+    Mark(*txtSP_, QPalette::Text, changes.Of(&Registers::SP));
+    txtTstates_->setAccessibleDescription(QString::fromStdString(TellChanges(changes, machine_)));
 }
 
 void RegisterPanel::RegisterLostFocus(const RegisterBox& registerBox) {
-    if (const auto value = ReadByteText(registerBox.Box->text().toStdU16String()))
-        machine_.*registerBox.Register = *value;
-    Show(*registerBox.Box, FormatHexByte(machine_.*registerBox.Register));
+    std::uint8_t& value = machine_.*registerBox.Register;
+    const std::uint8_t typed = ReadByteText(registerBox.Box->text().toStdU16String()).value_or(value);
+    const bool isNew = std::exchange(value, typed) != typed;
+    ShowRegister(registerBox);
+    if (isNew) emit Edited();
 }
 
 void RegisterPanel::ToggleFlag(bool m8085::Registers::*flag) {
@@ -184,6 +238,7 @@ void RegisterPanel::ToggleFlag(bool m8085::Registers::*flag) {
     if (flag == nullptr) return;
     machine_.*flag = !(machine_.*flag);
     DisplayRegs();
+    emit Edited();
 }
 
 }  // namespace panels

@@ -3,7 +3,7 @@
 #include <QGroupBox>
 #include <vector>
 
-#include "machine/machine_state.h"
+#include "machine/changes.h"
 #include "platform/button.h"
 #include "platform/text_box.h"
 
@@ -23,14 +23,24 @@ public:
     // Rewrites every control from the machine, also over what is being typed.
     void DisplayRegs();
 
+    // Colours the registers and flags that have changed, until the next call, and describes all changes to those who
+    // hear and do not see them.
+    void MarkChanges(const m8085::Changes& changes);
+
+signals:
+    // The user has changed a register or a flag.
+    void Edited();
+
 private:
     struct RegisterBox {
         platform::TextBox* Box;
         std::uint8_t m8085::Registers::*Register;
+        QString Name;
     };
     struct FlagButton {
         platform::Button* Button;
         bool m8085::Registers::*Flag;
+        QString Name;
     };
 
     void AddRegisters();
@@ -41,6 +51,7 @@ private:
     platform::TextBox* AddBox(const QString& name, const QString& accessibleName, const QRect& place);
     platform::TextBox* AddReadOnlyBox(const QString& name, const QString& accessibleName, const QRect& place);
 
+    void ShowRegister(const RegisterBox& box);
     void RegisterLostFocus(const RegisterBox& registerBox);
     void ToggleFlag(bool m8085::Registers::*flag);
 

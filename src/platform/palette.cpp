@@ -25,7 +25,7 @@ void ApplyFixedAppearance(QApplication& application) {
     set(QPalette::ToolTipBase, QColor(255, 255, 225), QColor(255, 255, 225));
     set(QPalette::ToolTipText, Qt::black, Qt::black);
     // The same with and without the focus: the selected line is also the mark of the current instruction.
-    set(QPalette::Highlight, QColor(49, 106, 197), grey);
+    set(QPalette::Highlight, NextText, grey);
     set(QPalette::HighlightedText, Qt::white, Qt::white);
     set(QPalette::Link, QColor(0, 0, 255), grey);
     QApplication::setPalette(palette);

@@ -1,8 +1,15 @@
 #pragma once
 
 #include <QApplication>
+#include <QColor>
 
 namespace platform {
+
+// Text that is set apart from the black text around it, on any of the light grounds of boxes and cells: what has just
+// changed, and what comes next, which has the colour of the selected line. Both keep a contrast of 4.5 to 1 where they
+// stand, and differ from black for people who see no red, no green or no blue.
+inline constexpr QColor ChangedText(160, 0, 190);
+inline constexpr QColor NextText(49, 106, 197);
 
 // Fixes style and colours, so that the program looks the same under every desktop theme, a dark one included.
 void ApplyFixedAppearance(QApplication& application);

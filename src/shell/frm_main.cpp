@@ -65,10 +65,10 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
       columns_(ReadColumns()),
       document_(client_),
       registerPanel_(machine, document_.txtCode(), client_),
-      memoryGrid_(machine, columns_, client_),
+      memoryGrid_(machine, codeMap, columns_, client_),
       runControl_(machine, codeMap, commands::ViewOn(buttons_, document_, registerPanel_, memoryGrid_)),
       assembleCommand_(machine, codeMap, document_, runControl_, registerPanel_, memoryGrid_),
-      dataFileCommands_(machine, document_.cDialog(), memoryGrid_),
+      dataFileCommands_(machine, document_.cDialog(), runControl_, memoryGrid_),
       codeAssistant_(document_.txtCode(), registerPanel_, memoryGrid_, client_),
       delayDesigner_(document_.txtCode()) {
     setObjectName("frmMain");
@@ -80,7 +80,12 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
 
     connect(&document_, &editor::ProgramDocument::TitleChanged, this, &frmMain::SetTitle);
     connect(&document_, &editor::ProgramDocument::TextChanged, this, [this] { runControl_.LoseProgram(); });
-    connect(&memoryGrid_, &panels::MemoryGrid::Cleared, this, [this] { runControl_.LoseProgram(); });
+    connect(&memoryGrid_, &panels::MemoryGrid::Cleared, this, [this] {
+        runControl_.ForgetChanges();
+        runControl_.LoseProgram();
+    });
+    connect(&memoryGrid_, &panels::MemoryGrid::Edited, this, [this] { runControl_.ForgetChanges(); });
+    connect(&registerPanel_, &panels::RegisterPanel::Edited, this, [this] { runControl_.ForgetChanges(); });
     connect(&codeAssistant_, &aids::CodeAssistant::CaptionChanged, findChild<platform::Button*>("cmdCodeAssistant"),
             &platform::Button::SetCaption);
     connect(new QShortcut(QKeySequence("F6"), this), &QShortcut::activated, this,
@@ -127,11 +132,9 @@ void frmMain::mnuExit_Click() {
     endProcess_();
 }
 
-void frmMain::CommitSession(QSessionManager& manager) {
+void frmMain::CommitSession(bool mayAsk) {
     SaveColumns(columns_);
-    if (!manager.allowsInteraction()) return;
-    document_.OfferToSave();
-    manager.release();
+    if (mayAsk) document_.OfferToSave();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

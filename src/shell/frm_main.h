@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QSessionManager>
 #include <functional>
 
 #include "aids/code_assistant.h"
@@ -32,7 +31,7 @@ public:
 
     // At the end of the desktop session, which may end the process at any moment from now on, or only wants to know
     // that all is stored: stores the memory columns, and asks whether to save if the session lets it.
-    void CommitSession(QSessionManager& manager);
+    void CommitSession(bool mayAsk);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

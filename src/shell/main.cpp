@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QSessionManager>
 #include <cstdlib>
 
 #include "shell/workbench.h"
@@ -7,8 +8,13 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     shell::Prepare(application);
     shell::Workbench workbench([] { std::_Exit(EXIT_SUCCESS); });
-    QObject::connect(&application, &QGuiApplication::commitDataRequest, &workbench.Window,
-                     &shell::frmMain::CommitSession, Qt::DirectConnection);
+    const auto commitSession = [&workbench](QSessionManager& manager) {
+        const bool mayAsk = manager.allowsInteraction();
+        workbench.Window.CommitSession(mayAsk);
+        if (mayAsk) manager.release();
+    };
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &workbench.Window, commitSession,
+                     Qt::DirectConnection);
     workbench.Start();
     return QApplication::exec();
 }

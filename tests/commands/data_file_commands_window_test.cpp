@@ -9,6 +9,7 @@
 
 #include "files/file_writer.h"
 #include "platform/modal.h"
+#include "support/workbench.h"
 
 namespace commands {
 
@@ -57,8 +58,10 @@ protected:
     std::unique_ptr<m8085::MachineState> machine = std::make_unique<m8085::MachineState>();
     platform::FileDialog cDialog;
     panels::ColumnList columns;
-    panels::MemoryGrid memoryGrid{*machine, columns, &window};
-    DataFileCommands files{*machine, cDialog, memoryGrid};
+    m8085::CodeMap codeMap;
+    panels::MemoryGrid memoryGrid{*machine, codeMap, columns, &window};
+    execution::RunControl runControl{*machine, codeMap, support::SilentView()};
+    DataFileCommands files{*machine, cDialog, runControl, memoryGrid};
 };
 
 TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrTellsWhyNot) {

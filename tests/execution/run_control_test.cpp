@@ -47,12 +47,16 @@ protected:
                     [this](CommandState state) {
                         constexpr const char* names[] = {"no program", "assembled", "running"};
                         Note(names[static_cast<int>(state)]);
-                    }};
+                    },
+                .MarkChanges = [this](const m8085::Changes& changes) { marked = changes; },
+                .MarkNextAddress = [this](std::optional<std::int32_t> address) { next = address; }};
     }
 
     support::Workbench bench;
     m8085::MachineState& machine = bench.machine;
     std::string log;
+    m8085::Changes marked;
+    std::optional<std::int32_t> next;
     std::function<void()> onYield;
     RunControl control{bench.machine, bench.codeMap, RecordingView()};
 };

@@ -60,7 +60,8 @@ protected:
     ColumnList columns;
     int programsLost = 0;
     QWidget window;
-    MemoryGrid panel{machine, columns, &window};
+    m8085::CodeMap codeMap;
+    MemoryGrid panel{machine, codeMap, columns, &window};
     platform::Grid& grid = *window.findChild<platform::Grid*>("grdRAM");
     QLineEdit& editor = *window.findChild<QLineEdit*>("txtEdit");
 };

@@ -1,59 +1,13 @@
 #include "shell/frm_main.h"
 
-#include <gtest/gtest.h>
-
-#include <QTest>
-#include <functional>
-#include <memory>
-
-#include "platform/modal.h"
-#include "platform/program_text.h"
-#include "shell/workbench.h"
+#include "shell/main_window.h"
 
 namespace shell {
 
-namespace {
+using execution::CommandState;
 
-struct Store : QSettings {
-    Store() : QSettings(QSettings::NativeFormat, QSettings::UserScope, "Velmora", "Velmora") {}
-    void Put(const QString& key, const QString& text) { setValue("meminfo/" + key, text); }
-    QString Get(const QString& key) { return value("meminfo/" + key).toString(); }
-};
-
-}  // namespace
-
-// The whole program. The exit sequence ends in a count instead of the end of the process.
-class FrmMainTest : public testing::Test {
+class FrmMainTest : public MainWindowTest {
 protected:
-    FrmMainTest() { Store().clear(); }
-
-    void Start() {
-        workbench = std::make_unique<Workbench>([this] { ++exits; });
-        window = &workbench->Window;
-        machine = workbench->Machine.get();
-        window->show();
-        window->activateWindow();
-        QCoreApplication::processEvents();
-    }
-
-    void StartWith(std::u16string_view program) {
-        Start();
-        Editor().SetText(program);
-        Click("cmdCompile");
-    }
-
-    template <class Control>
-    Control& Find(const QString& name) {
-        auto* control = window->findChild<Control*>(name);
-        if (control == nullptr) throw std::runtime_error("no control " + name.toStdString());
-        return *control;
-    }
-
-    platform::ProgramText& Editor() { return Find<platform::ProgramText>("txtCode"); }
-    QPushButton& Button(const QString& name) { return Find<QPushButton>(name); }
-    QAbstractItemModel& Cells() { return *Find<QTableView>("grdRAM").model(); }
-    QString Register(const QString& name) { return Find<QLineEdit>("txt" + name).text(); }
-    void Click(const QString& name) { QTest::mouseClick(&Button(name), Qt::LeftButton); }
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
@@ -64,28 +18,6 @@ protected:
         QTest::keyClicks(&box, digits);
     }
     void EditCell(int row, int column) { Find<QTableView>("grdRAM").setCurrentIndex(Cells().index(row, column)); }
-
-    // The enabled commands, by a letter each: Assemble, Run, Slow Run, sTep, rEset, Halt; by their buttons, or with
-    // "mnu" by the entries of the CPU menu.
-    QString Enabled(const QString& prefix = "cmd") {
-        QString letters;
-        for (const auto& [letter, command] : {std::pair{'A', "Compile"},
-                                              {'R', "Run"},
-                                              {'S', "SlowRun"},
-                                              {'T', "SingleStep"},
-                                              {'E', "Reset"},
-                                              {'H', "Halt"}})
-            if (window->findChild<QObject*>(prefix + command)->property("enabled").toBool()) letters += letter;
-        return letters;
-    }
-
-    // Comes once, from inside the next run.
-    static void DuringTheRun(std::function<void()> action) { QTimer::singleShot(0, std::move(action)); }
-
-    std::unique_ptr<Workbench> workbench;
-    frmMain* window = nullptr;
-    m8085::MachineState* machine = nullptr;
-    int exits = 0;
 };
 
 TEST_F(FrmMainTest, AProgramIsTypedAssembledAndRunByKeyboardAlone) {
@@ -93,7 +25,7 @@ TEST_F(FrmMainTest, AProgramIsTypedAssembledAndRunByKeyboardAlone) {
     ASSERT_EQ(QApplication::focusWidget(), &Editor());
     QTest::keyClicks(&Editor(), "mvi a,5\rhlt");
     Press(Qt::Key_F4);
-    EXPECT_EQ(Enabled(), "ARSTE");
+    EXPECT_EQ(State(), CommandState::ProgramAssembled);
     MessageAnswer end(QMessageBox::Ok);
     Press(Qt::Key_F5);
     EXPECT_EQ(end.Text, "End of code encountered. The program would take 3.9 microsec on 8085 (12 T-States)");
@@ -102,7 +34,7 @@ TEST_F(FrmMainTest, AProgramIsTypedAssembledAndRunByKeyboardAlone) {
     QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
     EXPECT_EQ(Editor().Text(), u"mvi a,5\r\nhlt\t");
     EXPECT_EQ(window->focusWidget(), &Editor());
-    EXPECT_EQ(Enabled(), "A");
+    EXPECT_EQ(State(), CommandState::NoProgram);
 }
 
 TEST_F(FrmMainTest, AFailedAssemblyShowsItsLineAndKeepsWhatWasTypedIntoABox) {
@@ -115,7 +47,7 @@ TEST_F(FrmMainTest, AFailedAssemblyShowsItsLineAndKeepsWhatWasTypedIntoABox) {
     EXPECT_EQ(Editor().Text(), u"start: \r\nnop\r\na:\r\nfoo\r\nhlt");
     EXPECT_EQ(Editor().SelectedText(), u"foo");
     EXPECT_EQ(window->focusWidget(), &Editor());
-    EXPECT_EQ(Enabled(), "A");
+    EXPECT_EQ(State(), CommandState::NoProgram);
     window->activateWindow();
     EXPECT_TRUE(QTest::qWaitFor([this] { return machine->B == 0x77; }));
 }
@@ -127,9 +59,9 @@ TEST_F(FrmMainTest, AssemblingOverTheCellEditorKeepsTheProgramAndTheMenuLeavesTh
     QTest::keyClicks(QApplication::focusWidget(), "7f");
     Press(Qt::Key_F4);
     EXPECT_EQ(machine->Memory[0x8000], 0x3E);
-    EXPECT_EQ(Cells().index(1, 1).data().toString(), "00");
+    EXPECT_EQ(Cell(1, 1), "00");
     Click("cmdCompile");
-    EXPECT_EQ(Cells().index(1, 1).data().toString(), "05");
+    EXPECT_EQ(Cell(1, 1), "05");
     EditCell(1, 1);
     EXPECT_EQ(machine->Memory[0x8000], 0x3E);
 }
@@ -159,14 +91,14 @@ TEST_F(FrmMainTest, StepsShowTheNextLineAndTheEndTakesTwoPresses) {
 TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
     StartWith(u"loop:\r\ninr a\r\njmp loop");
     DuringTheRun([&] {
-        EXPECT_EQ(Enabled(), "H");
+        EXPECT_EQ(State(), CommandState::Running);
         for (const Qt::Key key : {Qt::Key_F4, Qt::Key_F5, Qt::Key_F8}) Press(key);
         Editor().setFocus();
         Press(Qt::Key_F6);
         Press(Qt::Key_Space);
     });
     Click("cmdRun");
-    EXPECT_EQ(Enabled(), "ARSTE");
+    EXPECT_EQ(State(), CommandState::ProgramAssembled);
     EXPECT_NE(machine->TStates, 0);
     EXPECT_EQ(Register("Tstates"), QString::number(machine->TStates));
 }
@@ -175,11 +107,11 @@ TEST_F(FrmMainTest, AnEditDuringASlowRunKeepsStopAliveAndLosesTheProgram) {
     StartWith(u"loop:\r\ninr a\r\njmp loop");
     DuringTheRun([&] {
         Editor().ReplaceSelection(u";");
-        EXPECT_EQ(Enabled(), "H");
+        EXPECT_EQ(State(), CommandState::Running);
         Click("cmdHalt");
     });
     Click("cmdSlowRun");
-    EXPECT_EQ(Enabled(), "A");
+    EXPECT_EQ(State(), CommandState::NoProgram);
 }
 
 TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {
@@ -189,24 +121,8 @@ TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {
     EXPECT_TRUE(refusal.Text.contains("8003") && refusal.Text.contains("0001")) << refusal.Text.toStdString();
     EXPECT_EQ(Editor().SelectedText(), u"push b");
     EXPECT_EQ(Register("PC"), "8003");
-    EXPECT_EQ(Enabled(), "ARSTE");
+    EXPECT_EQ(State(), CommandState::ProgramAssembled);
     EXPECT_EQ(window->focusWidget(), &Button("cmdRun"));
-}
-
-TEST_F(FrmMainTest, MenuEntriesFollowTheirButtonsOnlyWhenTheMenuOpens) {
-    Start();
-    EXPECT_EQ(Enabled("mnu"), "ARSTEH");
-    MessageAnswer end(QMessageBox::Ok);
-    Press(Qt::Key_F5);
-    EXPECT_TRUE(end.Text.contains("1.3 microsec on 8085 (4 T-States)"));
-    EXPECT_EQ(Enabled(), "ARSTE");
-    Editor().ReplaceSelection(u"nop");
-    emit Find<QMenu>("mnuCPU").aboutToShow();
-    EXPECT_EQ(Enabled("mnu"), "A");
-    Click("cmdCompile");
-    EXPECT_EQ(Enabled("mnu"), "A");
-    emit Find<QMenu>("mnuCPU").aboutToShow();
-    EXPECT_EQ(Enabled("mnu"), "ARSTE");
 }
 
 TEST_F(FrmMainTest, TheEditKeysActOnTheProgramWhereverTheFocusIs) {
@@ -232,17 +148,6 @@ TEST_F(FrmMainTest, ABoxIsStoredWhenAnotherControlHasTheFocusButNotForAMenu) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return machine->TStates == 4; }));
 }
 
-TEST_F(FrmMainTest, LettersThatOpenAMenuPressNoButton) {
-    Start();
-    Click("cmdCodeAssistant");
-    EXPECT_FALSE(Find<QWidget>("frmRAM").isVisible());
-    Find<QAction>("mnuCodeAssistant").trigger();
-    EXPECT_TRUE(Find<QWidget>("frmRAM").isVisible());
-    for (const char* name : {"cmdCodeAssistant", "cmdCompile", "cmdHalt", "cmdReset"})
-        EXPECT_TRUE(Button(name).shortcut().isEmpty()) << name;
-    EXPECT_EQ(Button("cmdRun").shortcut(), QKeySequence("Alt+R"));
-}
-
 TEST_F(FrmMainTest, ExitStoresTheColumnsAndTheNextStartShowsThem) {
     Start();
     EXPECT_EQ(window->windowTitle(), "Velmora - [Untitled]");
@@ -263,7 +168,7 @@ TEST_F(FrmMainTest, ADamagedStoreNeverStopsTheStart) {
         Store().Put(key, text);
     Start();
     EXPECT_EQ(Cells().columnCount(), 10);
-    EXPECT_EQ(Cells().index(0, 6).data().toString(), "A000");
+    EXPECT_EQ(Cell(0, 6), "A000");
 }
 
 TEST_F(FrmMainTest, CancelInTheQuestionDoesNotStopTheExit) {

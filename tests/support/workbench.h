@@ -40,7 +40,9 @@ inline execution::RunView SilentView() {
             .Yield = [] {},
             .ShowEndMessage = [](const std::string&) {},
             .ShowRefusal = [](const std::string&) {},
-            .ShowCommandState = [](execution::CommandState) {}};
+            .ShowCommandState = [](execution::CommandState) {},
+            .MarkChanges = [](const m8085::Changes&) {},
+            .MarkNextAddress = [](std::optional<std::int32_t>) {}};
 }
 
 }  // namespace support

@@ -1,0 +1,243 @@
+#include "invariants.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <algorithm>
+
+#include "editor/program_file.h"
+
+namespace {
+
+constexpr int rows = 256;
+
+QString Hex(int value, int digits) {
+    return QString::number(value, 16).rightJustified(digits, '0').toUpper();
+}
+
+bool IsOneOf(const QString& name, std::initializer_list<const char*> names) {
+    return std::ranges::find(names, name) != names.end();
+}
+
+// What the message box that is up says; empty where none is.
+QString Message() {
+    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    return box == nullptr ? QString() : box->windowTitle() + ": " + box->text();
+}
+
+// The boxes by which Assemble and Load Data File tell of a failure, after they have changed memory.
+bool IsFailureTold() {
+    return Message().startsWith("Error");
+}
+
+// A text without what an editor may change about line ends.
+std::u16string Comparable(const std::u16string& text) {
+    return QString::fromStdU16String(text).replace("\r\n", "\n").replace('\r', '\n').toStdU16String();
+}
+
+}  // namespace
+
+Invariants::Invariants(shell::Workbench& workbench)
+    : window_(workbench.Window),
+      machine_(*workbench.Machine),
+      editor_(Find<platform::ProgramText>("txtCode")),
+      grid_(Find<QTableView>("grdRAM")),
+      cellEditor_(Find<QLineEdit>("txtEdit")),
+      memory_(machine_.Memory),
+      ports_(machine_.Ports) {
+    Follow();
+}
+
+// A command has done its work when it is noted here.
+void Invariants::Follow() {
+    for (const auto* entry : window_.findChildren<QAction*>())
+        connect(entry, &QAction::triggered, this, [this, name = entry->objectName()] { NoteCommand(name); });
+    for (const auto* button : window_.findChildren<QAbstractButton*>())
+        connect(button, &QAbstractButton::clicked, this, [this, name = button->objectName()] { NoteCommand(name); });
+    for (const char* name : {"cmdCompile", "cmdRun", "cmdSlowRun", "cmdSingleStep", "cmdReset"})
+        connect(&Find<QAbstractButton>(name), &QAbstractButton::released, this, [this] { stoppedAt_.reset(); });
+    connect(&editor_, &platform::ProgramText::TextChanged, this, &Invariants::NoteTextChange);
+    connect(&cellEditor_, &QLineEdit::textEdited, this, [this] { byteMayChange_ = true; });
+}
+
+bool Invariants::IsRunning() const {
+    return IsEnabled("cmdHalt");
+}
+
+void Invariants::NoteTextChange() {
+    textHasChanged_ = true;
+    (IsRunning() ? programIsLostInRun_ : programIsLost_) = true;
+}
+
+void Invariants::NoteCommand(const QString& name) {
+    const bool isAssemble = IsOneOf(name, {"cmdCompile", "mnuCompile"});
+    const bool isLoad = name == "mnuLoadData";
+    const bool isClear = IsOneOf(name, {"cmdClear", "mnuMemoryClear"});
+    const bool isStep = IsOneOf(name, {"cmdSingleStep", "mnuSingleStep"});
+    const bool isRun = IsOneOf(name, {"cmdRun", "mnuRun", "cmdSlowRun", "mnuSlowRun"});
+
+    if (isAssemble || isLoad || isClear || isStep || isRun) memoryMayChange_ = true;
+    if (IsOneOf(name, {"cmdHalt", "mnuHalt"}) && IsRunning()) stoppedAt_ = {machine_.PC, machine_.TStates};
+    if (isClear) (IsRunning() ? programIsLostInRun_ : programIsLost_) = true;
+    if (IsRunning()) return;
+
+    if (isAssemble) programIsLost_ = false;
+    if (isRun) programIsLost_ = std::exchange(programIsLostInRun_, false);
+    if (name == "mnuCompile" || (isLoad && wasToldOfFailure_)) gridMayBeOld_ = true;
+    const bool isEndOnly = isStep && std::exchange(wasToldOfEnd_, false);
+    if (isRun) wasToldOfEnd_ = false;
+    if ((isStep && !isEndOnly) || isRun || isClear || name == "cmdCompile" || (isLoad && !wasToldOfFailure_)) {
+        allCellsAreDue_ = true;
+        if (!isLoad) gridMayBeOld_ = false;
+    }
+    if (isLoad) wasToldOfFailure_ = false;
+}
+
+std::optional<QString> Invariants::FindFault() {
+    if (IsFailureTold()) gridMayBeOld_ = wasToldOfFailure_ = true;
+    if (Message().contains("End of code")) wasToldOfEnd_ = true;
+    for (const auto& fault : {FaultInMemory(), FaultAfterStop(), FaultInRegisters(), FaultInCells(),
+                              FaultInCellEditor(), FaultInCommandStates(), FaultInTitle(), FaultInFocus()})
+        if (fault) return fault;
+    wasRunning_ = IsRunning();
+    currentRow_ = grid_.currentIndex().row();
+    return std::nullopt;
+}
+
+// A full-speed run shows nothing until its end.
+std::optional<QString> Invariants::FaultInRegisters() const {
+    if (IsRunning()) return std::nullopt;
+    const std::pair<const char*, QString> shown[] = {
+        {"txtA", Hex(machine_.A, 2)},
+        {"txtB", Hex(machine_.B, 2)},
+        {"txtC", Hex(machine_.C, 2)},
+        {"txtD", Hex(machine_.D, 2)},
+        {"txtE", Hex(machine_.E, 2)},
+        {"txtH", Hex(machine_.H, 2)},
+        {"txtL", Hex(machine_.L, 2)},
+        {"txtPC", Hex(machine_.PC, 4)},
+        {"txtSP", Hex(machine_.SP, 4)},
+        {"txtF", Hex(machine_.S << 7 | machine_.Z << 6 | machine_.AC << 4 | machine_.P << 2 | machine_.CY, 2)},
+        {"txtTstates", QString::number(machine_.TStates)}};
+    for (const auto& [name, value] : shown) {
+        const auto& box = Find<QLineEdit>(name);
+        const QWidget* focus = window_.focusWidget();
+        const bool keepsText = focus == &box || focus == window_.menuBar() || !window_.isActiveWindow();
+        const bool isBeingTyped = box.isModified() && keepsText;
+        if (box.text() != value && !isBeingTyped) return QString(name) + " shows " + box.text() + " for " + value;
+    }
+    const std::pair<const char*, bool> flags[] = {{"txtSf", machine_.S},
+                                                  {"txtZf", machine_.Z},
+                                                  {"txtACf", machine_.AC},
+                                                  {"txtPf", machine_.P},
+                                                  {"txtCyf", machine_.CY}};
+    for (const auto& [name, flag] : flags)
+        if (Find<QAbstractButton>(name).text() != (flag ? "1" : "0")) return QString(name) + " shows the other value";
+    return std::nullopt;
+}
+
+QString Invariants::CellText(int row, int column) const {
+    return grid_.model()->index(row, column).data().toString();
+}
+
+// The machine's byte at the address on the left of a data cell.
+std::uint8_t Invariants::ByteOf(int row, int column) const {
+    const auto address = CellText(row, column - 1).toUInt(nullptr, 16);
+    return column == grid_.model()->columnCount() - 1 ? machine_.Ports[address] : machine_.Memory[address];
+}
+
+// Only what the grid was left out of may make it differ from memory: Assemble from the menu, a data file that failed
+// half-way, and a run that is not over. All cells are looked at when they have just been rewritten, or else a few.
+std::optional<QString> Invariants::FaultInCells() {
+    if (IsRunning()) return std::nullopt;
+    if (wasRunning_) gridMayBeOld_ = false, allCellsAreDue_ = true;
+    if (gridMayBeOld_) return std::nullopt;
+    const auto faultAt = [this](int row, int column) -> std::optional<QString> {
+        if (CellText(row, column) == Hex(ByteOf(row, column), 2)) return std::nullopt;
+        return "the cell beside " + CellText(row, column - 1) + " shows " + CellText(row, column);
+    };
+    const int columns = grid_.model()->columnCount();
+    for (int row = 0; allCellsAreDue_ && row < rows; ++row)
+        for (int column = 1; column < columns; column += 2)
+            if (const auto fault = faultAt(row, column)) return fault;
+    allCellsAreDue_ = false;
+    for (int look = 0; look < 16; ++look)
+        if (const auto fault = faultAt(static_cast<int>(random_() % rows),
+                                       2 * static_cast<int>(random_() % static_cast<unsigned>(columns / 2)) + 1))
+            return fault;
+    return std::nullopt;
+}
+
+// Beside the last row, where it does not follow, the editor may hold what it stores there.
+std::optional<QString> Invariants::FaultInCellEditor() const {
+    if (!cellEditor_.isVisible()) return std::nullopt;
+    const QPoint centre = cellEditor_.mapTo(&window_, cellEditor_.rect().center());
+    const QModelIndex cell = grid_.indexAt(grid_.viewport()->mapFrom(&window_, centre));
+    const int row = grid_.currentIndex().row();
+    if (row == rows - 1) return std::nullopt;
+    if (cell != grid_.currentIndex()) return "the editor is not over the current cell";
+    if (cellEditor_.text().toInt(nullptr, 16) == CellText(cell.row(), cell.column()).toInt(nullptr, 16))
+        return std::nullopt;
+    return "the editor holds " + cellEditor_.text() + " over " + CellText(cell.row(), cell.column());
+}
+
+std::optional<QString> Invariants::FaultInCommandStates() const {
+    QString enabled;
+    for (const char* button :
+         {"cmdCompile", "cmdRun", "cmdSlowRun", "cmdSingleStep", "cmdReset", "cmdHalt", "cmdCodeAssistant", "cmdDelay"})
+        enabled += IsEnabled(button) ? '1' : '0';
+    if (!IsOneOf(enabled, {"10000011", "11111011", "00000100"})) return "enabled buttons " + enabled;
+    if (programIsLost_ && enabled == "11111011") return "a program that is lost can be run";
+    return std::nullopt;
+}
+
+// Without the mark the text is what the file holds; with it, the text has changed.
+std::optional<QString> Invariants::FaultInTitle() {
+    const QString title = window_.windowTitle();
+    const bool isMarked = title.endsWith("*]");
+    if (isMarked) {
+        titleSeen_ = title;
+        return textHasChanged_ ? std::nullopt : std::optional<QString>("marked as changed, without a change");
+    }
+    if (title == titleSeen_ && !textHasChanged_) return std::nullopt;
+    titleSeen_ = title;
+    textHasChanged_ = false;
+    const QString name = title.section('[', 1).chopped(1);
+    QFile file(name);
+    if (name != "Untitled" && !file.open(QIODevice::ReadOnly)) return "no file " + name;
+    const std::u16string saved =
+        name == "Untitled" ? u"" : editor::DecodeProgramFile(file.readAll().toStdString()).Text;
+    if (Comparable(editor_.Text()) != Comparable(saved)) return "not what is in " + name + ", and not marked";
+    return std::nullopt;
+}
+
+std::optional<QString> Invariants::FaultInMemory() {
+    int changes = 0;
+    for (std::size_t address = 0; memory_ != machine_.Memory && address < memory_.size(); ++address)
+        changes += std::exchange(memory_[address], machine_.Memory[address]) != machine_.Memory[address];
+    for (std::size_t port = 0; port < ports_.size(); ++port)
+        changes += std::exchange(ports_[port], machine_.Ports[port]) != machine_.Ports[port];
+    const bool isBesideLastRow = currentRow_ == rows - 1 || grid_.currentIndex().row() == rows - 1;
+    const int mayChange = byteMayChange_ || isBesideLastRow ? 1 : 0;
+    const bool isAnyChangeRight = memoryMayChange_ || IsRunning() || wasRunning_ || IsFailureTold();
+    memoryMayChange_ = byteMayChange_ = false;
+    if (isAnyChangeRight || changes <= mayChange) return std::nullopt;
+    return QString::number(changes) + " bytes have changed";
+}
+
+std::optional<QString> Invariants::FaultAfterStop() {
+    if (!stoppedAt_) return std::nullopt;
+    const bool hasGoneOn = *stoppedAt_ != Progress{machine_.PC, machine_.TStates};
+    if (!IsRunning()) stoppedAt_.reset();
+    return hasGoneOn ? std::optional<QString>("an instruction was executed after Stop") : std::nullopt;
+}
+
+std::optional<QString> Invariants::FaultInFocus() const {
+    const QWidget* focus = window_.focusWidget();
+    if (focus == nullptr || (focus->isVisible() && focus->isEnabled())) return std::nullopt;
+    return "the focus is on the hidden or disabled " + focus->objectName();
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QString>
+#include <QTableView>
+#include <optional>
+#include <random>
+
+#include "machine/machine_state.h"
+#include "platform/program_text.h"
+#include "shell/workbench.h"
+
+// What must be true of the window between any two events, whatever has been done to it. It looks at controls, files and
+// the machine, and follows by signals which commands have been carried out.
+class Invariants : public QObject {
+public:
+    explicit Invariants(shell::Workbench& workbench);
+
+    // The first thing that is wrong, in words; nothing while all is right.
+    std::optional<QString> FindFault();
+
+    bool IsRunning() const;
+
+private:
+    void Follow();
+    void NoteCommand(const QString& name);
+    void NoteTextChange();
+
+    std::optional<QString> FaultInRegisters() const;
+    std::optional<QString> FaultInCells();
+    std::optional<QString> FaultInCellEditor() const;
+    std::optional<QString> FaultInCommandStates() const;
+    std::optional<QString> FaultInTitle();
+    std::optional<QString> FaultInMemory();
+    std::optional<QString> FaultAfterStop();
+    std::optional<QString> FaultInFocus() const;
+
+    template <class Control>
+    Control& Find(const QString& name) const {
+        return *window_.findChild<Control*>(name);
+    }
+    bool IsEnabled(const char* button) const { return Find<QWidget>(button).isEnabled(); }
+    QString CellText(int row, int column) const;
+    std::uint8_t ByteOf(int row, int column) const;
+
+    shell::frmMain& window_;
+    const m8085::MachineState& machine_;
+    platform::ProgramText& editor_;
+    QTableView& grid_;
+    QLineEdit& cellEditor_;
+    std::mt19937 random_;
+
+    // What the machine held when it was last looked at, and what may have changed it since.
+    m8085::MemoryBytes memory_;
+    decltype(m8085::MachineState::Ports) ports_;
+    int currentRow_ = -1;
+    bool memoryMayChange_ = false;
+    bool byteMayChange_ = false;
+
+    bool gridMayBeOld_ = false;
+    bool allCellsAreDue_ = true;
+    bool wasRunning_ = false;
+    bool wasToldOfFailure_ = false;
+    bool wasToldOfEnd_ = false;  // by a box, and not yet by the command that showed it
+
+    bool textHasChanged_ = false;  // since the title was last without its mark
+    QString titleSeen_;
+    bool programIsLost_ = true;
+    bool programIsLostInRun_ = false;
+
+    struct Progress {
+        std::int32_t PC, TStates;
+        bool operator==(const Progress&) const = default;
+    };
+    std::optional<Progress> stoppedAt_;
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <array>
+
+#include "machine/machine_state.h"
+
+namespace m8085 {
+
+// What differs between two moments of a machine. What was written with the value that it had does not differ. A fresh
+// one says that nothing does.
+struct Changes {
+    Registers Before;
+    Registers After;
+    std::array<bool, MemorySize> Memory{};
+    std::array<bool, PortCount> Ports{};
+
+    // Whether a register, a flag, PC or SP differs.
+    template <class T>
+    bool Of(T Registers::*value) const {
+        return Before.*value != After.*value;
+    }
+
+    // Whether any flag differs.
+    bool OfFlags() const {
+        return Of(&Registers::S) || Of(&Registers::Z) || Of(&Registers::AC) || Of(&Registers::P) || Of(&Registers::CY);
+    }
+};
+
+// Allocates nothing.
+Changes Between(const MachineState& before, const MachineState& after);
+
+}  // namespace m8085

@@ -1,0 +1,102 @@
+#include "panels/tips.h"
+
+#include <algorithm>
+
+#include "machine/number_format.h"
+
+namespace panels {
+
+namespace {
+
+using m8085::Changes;
+using m8085::FormatBool;
+using m8085::FormatHexByte;
+using m8085::FormatHexLong;
+using m8085::Registers;
+
+// Two groups of four digits.
+std::string Binary(std::uint8_t value) {
+    std::string digits;
+    for (int bit = 7; bit >= 0; --bit) {
+        digits += (value >> bit & 1) != 0 ? '1' : '0';
+        if (bit == 4) digits += ' ';
+    }
+    return digits;
+}
+
+void Append(std::string& list, const std::string& item) {
+    list += (list.empty() ? "Changed: " : ", ") + item;
+}
+
+void AppendRegisters(std::string& list, const Changes& changes) {
+    const auto append = [&](const char* name, auto Registers::*value, auto&& format) {
+        if (changes.Of(value)) Append(list, std::string(name) + ' ' + format(changes.After.*value));
+    };
+    append("A", &Registers::A, FormatHexByte);
+    append("B", &Registers::B, FormatHexByte);
+    append("C", &Registers::C, FormatHexByte);
+    append("D", &Registers::D, FormatHexByte);
+    append("E", &Registers::E, FormatHexByte);
+    append("H", &Registers::H, FormatHexByte);
+    append("L", &Registers::L, FormatHexByte);
+    append("flag S", &Registers::S, FormatBool);
+    append("flag Z", &Registers::Z, FormatBool);
+    append("flag AC", &Registers::AC, FormatBool);
+    append("flag P", &Registers::P, FormatBool);
+    append("flag CY", &Registers::CY, FormatBool);
+    append("PC", &Registers::PC, FormatHexLong);
+    append("SP", &Registers::SP, FormatHexLong);
+}
+
+template <class Marks, class Bytes, class Format>
+void AppendBytes(std::string& list, const char* name, const Marks& marks, const Bytes& bytes, Format format) {
+    constexpr int most = 8;
+    int told = 0;
+    for (auto mark = marks.begin(); (mark = std::find(mark, marks.end(), true)) != marks.end(); ++mark) {
+        const std::ptrdiff_t address = mark - marks.begin();
+        if (told++ == most) {
+            Append(list, std::to_string(std::count(mark, marks.end(), true)) + " more bytes of " + name);
+            return;
+        }
+        Append(list, name + (' ' + format(address)) + ' ' + FormatHexByte(bytes[static_cast<std::size_t>(address)]));
+    }
+}
+
+}  // namespace
+
+std::string ByteTip(std::uint8_t value) {
+    std::string tip = "Binary " + Binary(value) + ", decimal " + std::to_string(value);
+    if (value > 127) tip += ", signed " + std::to_string(value - 256);
+    return tip;
+}
+
+std::string AddressTip(std::int32_t address) {
+    return "Decimal " + std::to_string(address);
+}
+
+std::string TimeTip(std::int32_t tStates) {
+    const std::int64_t nanoseconds = std::int64_t{tStates} * m8085::NanosecondsPerTState;
+    std::string fraction = std::to_string(1000 + nanoseconds % 1000);
+    fraction[0] = '.';
+    fraction.resize(fraction.find_last_not_of('0') + 1);
+    if (fraction == ".") fraction.clear();
+    return std::to_string(nanoseconds / 1000) + fraction + " microseconds, at 0.325 each";
+}
+
+std::string StoredByteTip(std::uint8_t byte) {
+    std::string tip = "Byte " + FormatHexByte(byte) + ", binary " + Binary(byte) + ", decimal " + std::to_string(byte);
+    if (byte > ' ' && byte < 0x7F) tip += std::string(", character ") + static_cast<char>(byte);
+    return tip;
+}
+
+std::string TellChanges(const Changes& changes, const m8085::MachineState& machine) {
+    std::string list;
+    AppendRegisters(list, changes);
+    AppendBytes(list, "memory", changes.Memory, machine.Memory,
+                [](std::ptrdiff_t address) { return FormatHexLong(static_cast<std::int32_t>(address)); });
+    AppendBytes(list, "port", changes.Ports, machine.Ports,
+                [](std::ptrdiff_t address) { return FormatHexByte(static_cast<std::uint8_t>(address)); });
+    return list;
+}
+
+}  // namespace panels

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <functional>
+#include <memory>
+
+#include "execution/command_state.h"
+#include "platform/modal.h"
+#include "platform/program_text.h"
+#include "shell/workbench.h"
+
+namespace shell {
+
+struct Store : QSettings {
+    Store() : QSettings(QSettings::NativeFormat, QSettings::UserScope, "Velmora", "Velmora") {}
+    void Put(const QString& key, const QString& text) { setValue("meminfo/" + key, text); }
+    QString Get(const QString& key) { return value("meminfo/" + key).toString(); }
+};
+
+// The whole program. The exit sequence ends in a count instead of the end of the process.
+class MainWindowTest : public testing::Test {
+protected:
+    MainWindowTest() { Store().clear(); }
+
+    void Start() {
+        workbench = std::make_unique<Workbench>([this] { ++exits; });
+        window = &workbench->Window;
+        machine = workbench->Machine.get();
+        window->show();
+        window->activateWindow();
+        QCoreApplication::processEvents();
+    }
+
+    void StartWith(std::u16string_view program) {
+        Start();
+        Editor().SetText(program);
+        Click("cmdCompile");
+    }
+
+    template <class Control>
+    Control& Find(const QString& name) {
+        auto* control = window->findChild<Control*>(name);
+        if (control == nullptr) throw std::runtime_error("no control " + name.toStdString());
+        return *control;
+    }
+
+    platform::ProgramText& Editor() { return Find<platform::ProgramText>("txtCode"); }
+    QPushButton& Button(const QString& name) { return Find<QPushButton>(name); }
+    QAbstractItemModel& Cells() { return *Find<QTableView>("grdRAM").model(); }
+    QString Cell(int row, int column) { return Cells().index(row, column).data().toString(); }
+    QString Register(const QString& name) { return Find<QLineEdit>("txt" + name).text(); }
+    void Click(const QString& name) { QTest::mouseClick(&Button(name), Qt::LeftButton); }
+
+    // What the enabled buttons tell.
+    execution::CommandState State() {
+        if (Button("cmdHalt").isEnabled()) return execution::CommandState::Running;
+        return Button("cmdRun").isEnabled() ? execution::CommandState::ProgramAssembled
+                                            : execution::CommandState::NoProgram;
+    }
+
+    // Comes once, from inside the next run.
+    static void DuringTheRun(std::function<void()> action) { QTimer::singleShot(0, std::move(action)); }
+
+    std::unique_ptr<Workbench> workbench;
+    frmMain* window = nullptr;
+    m8085::MachineState* machine = nullptr;
+    int exits = 0;
+};
+
+}  // namespace shell
