@@ -18,8 +18,8 @@
 
 namespace {
 
-struct Workbench : shell::Workbench {
-    Workbench() : shell::Workbench([] {}) {
+struct ShownWorkbench : shell::Workbench {
+    ShownWorkbench() : shell::Workbench([] {}) {
         Window.show();
         QCoreApplication::processEvents();
     }
@@ -43,7 +43,7 @@ std::u16string ProgramOfLength(std::size_t characters) {
 
 // A key typed in the middle of the text, with all that the program does about a change, painting included.
 void TypeCharacter(benchmark::State& state, std::size_t length, double bound) {
-    Workbench bench;
+    ShownWorkbench bench;
     bench.Editor().SetText(ProgramOfLength(length));
     bench.Editor().SetSelectionStart(static_cast<int>(length / 2));
     QCoreApplication::processEvents();
@@ -66,7 +66,7 @@ BENCHMARK(TypeCharacterInMegabyte)->Unit(benchmark::kMillisecond);
 
 // A key typed in the middle of one line, as long as any line of a file that opens.
 void TypeCharacterInLongestLine(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     std::u16string line;
     while (line.size() < editor::LongestLine) line += u"in ";
     bench.Editor().SetText(line);
@@ -82,7 +82,7 @@ BENCHMARK(TypeCharacterInLongestLine)->Unit(benchmark::kMillisecond);
 
 // The text goes into the editor, is coloured and painted.
 void Open32765Characters(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     const std::u16string text = ProgramOfLength(32'765);
     for (auto _ : state) {
         bench.Editor().SetText(text);
@@ -94,7 +94,7 @@ BENCHMARK(Open32765Characters)->Unit(benchmark::kMillisecond);
 
 // The most that 300 pastes over a whole program take up at any time, so that they can be undone.
 void MemoryOfManyChanges(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     const std::u16string text = ProgramOfLength(36'000);
     bench.Editor().SetText(text);
     const double before = HeapMegabytes();
@@ -113,7 +113,7 @@ BENCHMARK(MemoryOfManyChanges)->Iterations(1)->UseRealTime();
 // The longest program that can be assembled with labels still to be split off, by the button, the grid's refresh
 // included.
 void AssembleLongestInTheWindow(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     std::u16string text;
     for (int label = 0; label < 50; ++label) text += u"l: nop\r\n";
     while (text.size() < 32'600) text += u"nop\r\n";
@@ -143,7 +143,7 @@ public:
 
 // Every step shows its T-states, so a step that was painted is a painting of their box.
 void SlowRunPaintedSteps(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     bench.Editor().SetText(u"loop:\r\ninr a\r\nsta 9000\r\njmp loop");
     bench.Press("cmdCompile");
     const PaintCounter counter(*bench.Window.findChild<QWidget*>("txtTstates"));
@@ -157,7 +157,7 @@ BENCHMARK(SlowRunPaintedSteps)->Unit(benchmark::kMillisecond)->Iterations(3)->Us
 
 // From the moment at which a click on Stop arrives during an endless run to the end of the run, the refreshes included.
 void StopAnEndlessRun(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     bench.Editor().SetText(u"loop:\r\ninr a\r\njmp loop");
     bench.Press("cmdCompile");
     for (auto _ : state) {
