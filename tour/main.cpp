@@ -18,6 +18,7 @@
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 
 #include "platform/program_text.h"
 #include "shell/workbench.h"
@@ -109,52 +110,82 @@ bool VisitAll(const QStringList& programs, const QString& pictures) {
     return good;
 }
 
-void TakeAssistantPictures(Tour& tour, const QString& folder) {
-    tour.Press("cmdCodeAssistant");
-    tour.TakePicture(tour.Window, folder, "code-assistant");
-    for (QPushButton* button : tour.Find<QWidget>("frmCA").findChildren<QPushButton*>())
-        if (button->text() == "MVI") button->click();
-    tour.TakePicture(tour.Window, folder, "register-keypad");
-    for (QPushButton* button : tour.Find<QWidget>("frmCA3").findChildren<QPushButton*>())
-        if (button->text() == "A") button->click();
-    tour.TakePicture(tour.Window, folder, "hex-keypad");
-    tour.Press("cmdCodeAssistant");
+void ClickKey(Tour& tour, const char* panel, const QString& caption) {
+    for (QPushButton* button : tour.Find<QWidget>(panel).findChildren<QPushButton*>())
+        if (button->text() == caption) button->click();
 }
 
-void TakeSaveDialogPicture(Tour& tour, const QString& folder) {
-    tour.Find<QAction>("mnuSaveData").trigger();
-    auto* dialog = tour.Window.findChild<QDialog*>("frmSave");
-    dialog->findChild<QLineEdit*>("Text1")->setText("9000");
-    dialog->findChild<QLineEdit*>("Text2")->setText("90ff");
-    dialog->findChild<QPushButton*>("Command1")->click();
-    dialog->findChild<QLineEdit*>("Text3")->setText("numbers.dat");
-    tour.TakePicture(*dialog, folder, "save-data");
-    dialog->close();
-}
-
-bool TakeGuidePictures(const QString& program, const QString& folder) {
-    Tour tour;
-    if (!tour.Load(program)) return false;
+QWidget& StepThrough(Tour& tour) {
     tour.Press("cmdCompile");
-    tour.TakePicture(tour.Window, folder, "window");
     for (int step = 0; step < 12; ++step) tour.Press("cmdSingleStep");
-    tour.TakePicture(tour.Window, folder, "stepping");
+    return tour.Window;
+}
 
+QWidget& TypeByte(Tour& tour) {
+    tour.Press("cmdCompile");
     auto& grid = tour.Find<QTableView>("grdRAM");
     grid.setCurrentIndex(grid.model()->index(2, 3));
     QTest::keyClicks(QApplication::focusWidget(), "2a");
-    tour.TakePicture(tour.Window, folder, "memory-edit");
+    return tour.Window;
+}
 
+QWidget& MakeMistake(Tour& tour) {
     tour.Editor().SetText(u"; add two numbers\r\nmvi a,12\r\nadi 3g\r\nhlt\r\n");
     tour.Press("cmdCompile");
-    tour.TakePicture(tour.Window, folder, "error");
+    return tour.Window;
+}
 
+QWidget& StartAssistant(Tour& tour) {
     tour.Editor().SetText(u"mvi b,12\r\n");
     tour.Editor().SetSelectionStart(tour.Editor().Length());
-    TakeAssistantPictures(tour, folder);
-    TakeSaveDialogPicture(tour, folder);
-    tour.Splash.ShowAbout();
-    tour.TakePicture(tour.Splash, folder, "about");
+    tour.Press("cmdCodeAssistant");
+    return tour.Window;
+}
+
+QWidget& ChooseMnemonic(Tour& tour) {
+    StartAssistant(tour);
+    ClickKey(tour, "frmCA", "MVI");
+    return tour.Window;
+}
+
+QWidget& ChooseRegister(Tour& tour) {
+    ChooseMnemonic(tour);
+    ClickKey(tour, "frmCA3", "A");
+    return tour.Window;
+}
+
+QWidget& SaveData(Tour& tour) {
+    tour.Find<QAction>("mnuSaveData").trigger();
+    auto& dialog = tour.Find<QDialog>("frmSave");
+    dialog.findChild<QLineEdit*>("Text1")->setText("9000");
+    dialog.findChild<QLineEdit*>("Text2")->setText("90ff");
+    dialog.findChild<QPushButton*>("Command1")->click();
+    dialog.findChild<QLineEdit*>("Text3")->setText("numbers.dat");
+    return dialog;
+}
+
+// Each picture is taken in a window of its own, so that none shows what was done for another.
+bool TakeGuidePictures(const QString& program, const QString& folder) {
+    struct Picture {
+        const char* Name;
+        std::function<QWidget&(Tour&)> Show;
+    };
+    const Picture pictures[] = {
+        {"window", [](Tour& tour) -> QWidget& { return tour.Press("cmdCompile"), tour.Window; }},
+        {"stepping", StepThrough},
+        {"memory-edit", TypeByte},
+        {"error", MakeMistake},
+        {"code-assistant", StartAssistant},
+        {"register-keypad", ChooseMnemonic},
+        {"hex-keypad", ChooseRegister},
+        {"save-data", SaveData},
+        {"about", [](Tour& tour) -> QWidget& { return tour.Splash.ShowAbout(), tour.Splash; }},
+    };
+    for (const Picture& picture : pictures) {
+        Tour tour;
+        if (!tour.Load(program)) return false;
+        tour.TakePicture(picture.Show(tour), folder, picture.Name);
+    }
     return true;
 }
 
