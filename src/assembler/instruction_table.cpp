@@ -115,9 +115,8 @@ constexpr TableText BuildInstructionTable() {
         const unsigned opcode = (firstOpcode + i) & 0xFF;
         const InstructionForm form = FormOf(opcode);
         if (form.Mnemonic.empty()) continue;
-        constexpr std::string_view digits = "0123456789ABCDEF";
-        append(digits.substr(opcode >> 4, 1), 1);
-        append(digits.substr(opcode & 15, 1), 2);
+        append(m8085::HexDigits.substr(opcode >> 4, 1), 1);
+        append(m8085::HexDigits.substr(opcode & 15, 1), 2);
         append(form.Mnemonic, 5);
         append(form.FirstOperand, 4);
         append(form.SecondOperand, 4);

@@ -204,9 +204,11 @@ std::string TextReport(const Simulation& simulation, const Options& options) {
 
 std::string Verdict(const Simulation& simulation, const Options& options) {
     std::vector<std::string> reasons;
+    std::string_view message = simulation.Message;
+    if (message.ends_with('.')) message.remove_suffix(1);
     if (simulation.HowItEnded != Outcome::Ended)
         reasons.push_back((simulation.Line == 0 ? "" : "line " + std::to_string(simulation.Line) + ": ") +
-                          simulation.Message + (simulation.Note.empty() ? "" : " (" + simulation.Note + ")"));
+                          std::string(message) + (simulation.Note.empty() ? "" : " (" + simulation.Note + ")"));
     if (WasRun(simulation))
         for (const Expectation& expectation : options.Expectations)
             if (!expectation.Holds(simulation.Machine))

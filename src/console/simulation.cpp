@@ -10,9 +10,8 @@
 #include "console/text.h"
 #include "console/trace.h"
 #include "editor/program_file.h"
-#include "machine/full_speed.h"
 #include "execution/messages.h"
-#include "execution/run_control.h"
+#include "machine/full_speed.h"
 #include "machine/number_format.h"
 
 namespace console {

@@ -81,8 +81,7 @@ bool DataFileReader::StorePendingByte() {
 
 // Without a leading zero, and with a blank behind it.
 void AppendByte(std::string& text, std::uint8_t value) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    const std::array<char, 3> both = {digits[value >> 4], digits[value & 0xF], ' '};
+    const std::array<char, 3> both = {m8085::HexDigits[value >> 4], m8085::HexDigits[value & 0xF], ' '};
     const std::size_t leadingZeros = value > 0xF ? 0 : 1;
     text.append(both.data() + leadingZeros, both.size() - leadingZeros);
 }

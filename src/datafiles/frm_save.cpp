@@ -119,7 +119,7 @@ void frmSave::Command1_Click() {
 void frmSave::Command3_Click() {
     List1.setFocus();
     qDeleteAll(List1.selectedItems());
-    List1.setCurrentItem(nullptr);  // the toolkit has selected a neighbour
+    List1.setCurrentItem(nullptr);  // Qt has selected a neighbour
 }
 
 void frmSave::Command4_Click() {

@@ -33,7 +33,7 @@ std::optional<ProgramFile> ReadProgramFile(const QString& path) {
 
 ProgramDocument::ProgramDocument(QWidget* parent)
     : QObject(parent), txtCode_(new platform::ProgramText(parent)), ProgramFileName(untitled) {
-    // The first pass over the empty text comes before anyone listens: to the toolkit it is a change.
+    // The first pass over the empty text comes before anyone listens: to Qt it is a change.
     (new ProgramHighlighter(txtCode_->document()))->rehighlight();
     connect(txtCode_, &platform::ProgramText::TextChanged, this, &ProgramDocument::txtCode_Change);
     // The program that the file was dragged from waits until the drop is done, and must not wait for an answer.

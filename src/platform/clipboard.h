@@ -7,7 +7,7 @@ class QMimeData;
 namespace platform {
 
 // A text as the clipboard takes it and as it is dragged; its lines end in CR LF. It stands under the rich text format,
-// with no markup, and as plain text for other programs. There the lines end in a line feed, for which the toolkit sets
+// with no markup, and as plain text for other programs. There the lines end in a line feed, for which Qt sets
 // the line end of the platform. The caller owns the result.
 QMimeData* MakeRichText(std::u16string_view text);
 

@@ -161,7 +161,7 @@ void ProgramText::SelectLine(int line) {
     setTextCursor(cursor);
 }
 
-// Tab types a tab and Enter ends the line, whatever the shift state. The toolkit's own line separator, which Shift with
+// Tab types a tab and Enter ends the line, whatever the shift state. Qt's own line separator, which Shift with
 // Enter would type, is no line end to the program. A letter with Alt is meant for a command, and types nothing where
 // that is disabled.
 void ProgramText::keyPressEvent(QKeyEvent* event) {
@@ -188,7 +188,7 @@ void ProgramText::dragMoveEvent(QDragMoveEvent* event) {
     if (!AnswerFiles(*event)) QPlainTextEdit::dragMoveEvent(event);
 }
 
-// The toolkit makes one step of taking a text from one place and putting it to another, within which no step can begin.
+// Qt makes one step of taking a text from one place and putting it to another, within which no step can begin.
 void ProgramText::dropEvent(QDropEvent* event) {
     if (!AnswerFiles(*event)) {
         BeginStep();
@@ -207,7 +207,7 @@ void ProgramText::insertFromMimeData(const QMimeData* source) {
     if (source->hasText()) ReplaceSelection(FromPlainText(source->text()));
 }
 
-// The toolkit joins a change to the step before it while the document counts as modified. What can be undone grows
+// Qt joins a change to the step before it while the document counts as modified. What can be undone grows
 // without bound, and it can only be forgotten whole: before a step, so that the latest one is always there.
 void ProgramText::BeginStep() {
     constexpr std::size_t mostInserted = 2'000'000;

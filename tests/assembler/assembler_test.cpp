@@ -141,6 +141,8 @@ TEST(Assembler, FailuresTellTextAndLineAndKeepWhatWasWritten) {
         {u"RET\r\norg 9000", u"Bad opcode - ORG", 2, {0xC9}},
         {u"\r\n;\r\nDI", u"Bad opcode - DI", 3, {}},
         {u"B", u"Bad opcode - B", 1, {}},
+        {u"MO A,B", u"Bad opcode - MO", 1, {}},
+        {u"OV", u"Bad opcode - OV", 1, {}},
         {u"PUSHX A", u"Bad opcode - PUSHX", 1, {}},
         {u"NOP;X", u"Bad opcode - NOP;X", 1, {}},
         {u"MOV, A", u"Bad opcode - MOV,", 1, {}},

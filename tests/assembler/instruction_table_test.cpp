@@ -32,26 +32,4 @@ TEST(InstructionTable, HoldsEveryInstructionOnceInItsOrder) {
     EXPECT_EQ(rowsOfGroup, (std::map<char, int>{{'1', 95}, {'2', 69}, {'3', 38}, {'4', 28}, {'5', 4}}));
 }
 
-TEST(InstructionTable, FindsByMnemonicAndByTheBeginningOfOperands) {
-    const auto opcode = [](auto... words) {
-        const int anchor = FindInstruction(words...);
-        return anchor == NoAnchor ? -1 : int{OpcodeAt(anchor)};
-    };
-    const std::pair<std::u16string_view, int> mnemonics[] = {
-        {u"CP", 0xF4}, {u"CPE", 0xEC}, {u"CPI", 0xFE},  {u"JP", 0xF2}, {u"JPE", 0xEA}, {u"RP", 0xF0}, {u"RPE", 0xE8},
-        {u"IN", 0xDB}, {u"INR", 0x04}, {u"MOV", 0x7C},  {u"RST", -1},  {u"RIM", -1},   {u"SIM", -1},  {u"DI", -1},
-        {u"EI", -1},   {u"B", -1},     {u"PSW", -1},    {u"I16", -1},  {u"", -1},      {u"mov", -1},  {u"PUSHX", -1},
-        {u"MOVA", -1}, {u"MO", -1},    {u"PCHLXY", -1}, {u"OV", -1}};
-    for (const auto& [mnemonic, expected] : mnemonics) EXPECT_EQ(opcode(mnemonic), expected);
-
-    EXPECT_EQ(opcode(u"LXI", u"B"), 0x01);
-    EXPECT_EQ(opcode(u"LXI", u"BC"), 0x01);
-    EXPECT_EQ(opcode(u"PUSH", u"P"), 0xF5);
-    EXPECT_EQ(opcode(u"STAX", u"H"), -1);
-    EXPECT_EQ(opcode(u"LXI", u"BCD"), -1);
-    EXPECT_EQ(opcode(u"MOV", u"A", u"B"), 0x78);
-    EXPECT_EQ(opcode(u"MOV", u"AX", u"B"), 0x78);
-    EXPECT_EQ(opcode(u"MOV", u"M", u"M"), -1);
-}
-
 }  // namespace assembler

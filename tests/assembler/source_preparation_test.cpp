@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/workbench.h"
-
 namespace assembler {
 
 TEST(SourcePreparation, SplitsBehindEveryColonThatDoesNotEndItsLine) {
@@ -26,7 +24,7 @@ TEST(SourcePreparation, SplitsBehindEveryColonThatDoesNotEndItsLine) {
 TEST(SourcePreparation, EveryLineEndsInALineFeed) {
     EXPECT_EQ(ConvertLineEnds(u""), u"\n");
     EXPECT_EQ(ConvertLineEnds(u"A\r\n\r\nB\r\n"), u"A\n \n B\n \n");
-    EXPECT_EQ(support::Prepare(u"A: B:NOP\r\n; x: y"), u"A: \n B:\n NOP\n ; x: \n y\n");
+    EXPECT_EQ(PrepareProgram(u"A: B:NOP\r\n; x: y").Text, u"A: \n B:\n NOP\n ; x: \n y\n");
 }
 
 }  // namespace assembler

@@ -32,7 +32,6 @@ TEST(SyntaxColouring, ACommentRunsToTheLineEndAndKeepsItsMnemonicsBold) {
     EXPECT_EQ(Picture(u"nop ;a nop b"), "mmm.cccMMMcc");
     EXPECT_EQ(Picture(u";a;hlt"), "cccMMM");
     EXPECT_EQ(Picture(u"nop;nop"), "mmmcMMM");
-    EXPECT_EQ(Picture(u";"), "c");
 }
 
 }  // namespace editor

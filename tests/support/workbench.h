@@ -11,13 +11,6 @@
 
 namespace support {
 
-// What the Assemble command makes of the editor's text: labels on lines of their own, line feeds for line ends.
-inline std::u16string Prepare(std::u16string text) {
-    const auto splits = assembler::FindLabelSplits(text);
-    for (auto place = splits.rbegin(); place != splits.rend(); ++place) text.insert(*place, u"\r\n");
-    return assembler::ConvertLineEnds(text);
-}
-
 // A machine and a code map, as the whole program has them.
 struct Workbench {
     m8085::MachineState machine;
@@ -25,7 +18,8 @@ struct Workbench {
 
     // Assembles text as an editor holds it, with CR LF, and on success sets the machine to the program's start.
     assembler::Assembly Assemble(std::u16string_view source) {
-        assembler::Assembly assembly = assembler::AssembleProgram(Prepare(std::u16string(source)), machine, codeMap);
+        assembler::Assembly assembly =
+            assembler::AssembleProgram(assembler::PrepareProgram(source).Text, machine, codeMap);
         if (assembly.Succeeded) m8085::SetToProgramStart(machine);
         return assembly;
     }
