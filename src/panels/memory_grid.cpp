@@ -12,6 +12,7 @@
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/palette.h"
+#include "platform/style.h"
 #include "platform/twips.h"
 
 namespace panels {
@@ -42,10 +43,7 @@ protected:
     void paintEvent(QPaintEvent* event) override {
         TextBox::paintEvent(event);
         QPainter painter(this);
-        const QColor colour = palette().color(QPalette::Highlight);
-        for (const QRect& line : {QRect(0, 0, width(), 1), QRect(0, height() - 1, width(), 1), QRect(0, 0, 1, height()),
-                                  QRect(width() - 1, 0, 1, height())})
-            painter.fillRect(line, colour);
+        platform::DrawEdge(painter, rect(), palette().color(QPalette::Highlight));
     }
 };
 

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QAction>
 #include <QPlainTextEdit>
 #include <QTest>
 #include <vector>
+
+#include "platform/palette.h"
 
 namespace panels {
 
@@ -79,6 +82,42 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRunsButNotBefor
     Box("txtB").setText("5 to paste");  // no number, so the register stays
     txtCode.setFocus();
     EXPECT_EQ(Text("txtB"), "42");
+}
+
+TEST_F(RegisterPanelTest, WhatHasChangedIsColouredHeardAndForgotten) {
+    const auto heard = [this](const char* name, QAccessible::Text kind) {
+        return QAccessible::queryAccessibleInterface(window.findChild<QWidget*>(name))->text(kind);
+    };
+    const auto coloured = [this] {
+        QStringList names;
+        for (const QWidget* control : panel.findChildren<QWidget*>())
+            for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText})
+                if (control->palette().color(role) == platform::ChangedText) names += control->objectName();
+        return names.join(' ');
+    };
+    const m8085::MachineState before;
+    machine.A = machine.Memory[0x9000] = 0xFE;
+    machine.S = true;
+    machine.TStates = 12;
+    panel.MarkChanges(m8085::Between(before, machine));
+    panel.DisplayRegs();
+    EXPECT_EQ(coloured(), "txtA txtF txtSf");
+    EXPECT_EQ(heard("txtTstates", QAccessible::Description), "Changed: A FE, flag S 1, memory 9000 FE");
+    EXPECT_EQ(heard("txtSf", QAccessible::Name), "Sign flag S, bit 7 of F: 1");
+    EXPECT_EQ(heard("txtA", QAccessible::Name) + '|' + heard("txtA", QAccessible::Description),
+              "Register A|Register A, the accumulator\nBinary 1111 1110, decimal 254, signed -2");
+
+    int edits = 0;
+    QObject::connect(&panel, &RegisterPanel::Edited, [&] { ++edits; });
+    TypeOver("txtB", "0");
+    txtCode.setFocus();
+    EXPECT_EQ(edits, 0) << "it holds what it held";
+    TypeOver("txtB", "1");
+    QTest::mouseClick(window.findChild<QPushButton*>("txtZf"), Qt::LeftButton);
+    EXPECT_EQ(edits, 2);
+    panel.MarkChanges({});
+    EXPECT_EQ(coloured(), "");
+    EXPECT_TRUE(heard("txtTstates", QAccessible::Description).endsWith("3.9 microseconds, at 0.325 each"));
 }
 
 }  // namespace panels
