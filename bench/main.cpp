@@ -37,7 +37,7 @@ public:
 
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
-            if (run.error_occurred) PrintError(run);
+            if (Failed(run)) PrintError(run);
             if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median") Print(run);
         }
     }
@@ -71,7 +71,24 @@ private:
 
     void PrintError(const Run& run) {
         allHold = false;
-        std::printf("%-46s %s\n", run.run_name.function_name.c_str(), run.error_message.c_str());
+        std::printf("%-46s %s\n", run.run_name.function_name.c_str(), Reason(run).c_str());
+    }
+
+    // Google Benchmark renamed these two in version 1.8.
+    template <class AnyRun>
+    static bool Failed(const AnyRun& run) {
+        if constexpr (requires { run.error_occurred; })
+            return run.error_occurred;
+        else
+            return run.skipped != 0;
+    }
+
+    template <class AnyRun>
+    static const std::string& Reason(const AnyRun& run) {
+        if constexpr (requires { run.error_message; })
+            return run.error_message;
+        else
+            return run.skip_message;
     }
 
     static std::string Text(double value) {

@@ -1,4 +1,5 @@
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -6,11 +7,14 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <chrono>
 #include <memory>
 
 #include "bounds.h"
+#include "editor/program_file.h"
 #include "platform/program_text.h"
+#include "shell/settings.h"
 #include "shell/workbench.h"
 
 namespace {
@@ -24,6 +28,11 @@ struct Workbench : shell::Workbench {
     platform::ProgramText& Editor() { return *Window.findChild<platform::ProgramText*>("txtCode"); }
     void Press(const char* button) { Window.findChild<QPushButton*>(button)->click(); }
 };
+
+double HeapMegabytes() {
+    const auto heap = mallinfo2();
+    return static_cast<double>(heap.uordblks + heap.hblkhd) / 1e6;
+}
 
 std::u16string ProgramOfLength(std::size_t characters) {
     const std::u16string lines = u"loop:\r\nmvi a,5 ; load the accumulator\r\nadd b\r\njnz loop ; again\r\n";
@@ -56,6 +65,22 @@ void TypeCharacterInMegabyte(benchmark::State& state) {
 }
 BENCHMARK(TypeCharacterInMegabyte)->Unit(benchmark::kMillisecond);
 
+// A key typed in the middle of one line, as long as any line of a file that opens.
+void TypeCharacterInLongestLine(benchmark::State& state) {
+    Workbench bench;
+    std::u16string line;
+    while (line.size() < editor::LongestLine) line += u"in ";
+    bench.Editor().SetText(line);
+    bench.Editor().SetSelectionStart(static_cast<int>(line.size() / 2));
+    QCoreApplication::processEvents();
+    for (auto _ : state) {
+        QTest::keyClick(&bench.Editor(), Qt::Key_A);
+        QCoreApplication::processEvents();
+    }
+    BoundMilliseconds(state, 50);
+}
+BENCHMARK(TypeCharacterInLongestLine)->Unit(benchmark::kMillisecond);
+
 // The text goes into the editor, is coloured and painted.
 void Open32765Characters(benchmark::State& state) {
     Workbench bench;
@@ -67,6 +92,24 @@ void Open32765Characters(benchmark::State& state) {
     BoundMilliseconds(state, 30);
 }
 BENCHMARK(Open32765Characters)->Unit(benchmark::kMillisecond);
+
+// The most that 300 pastes over a whole program take up at any time, so that they can be undone.
+void MemoryOfManyChanges(benchmark::State& state) {
+    Workbench bench;
+    const std::u16string text = ProgramOfLength(36'000);
+    bench.Editor().SetText(text);
+    const double before = HeapMegabytes();
+    double most = 0;
+    for (auto _ : state) {
+        for (int change = 0; change < 300; ++change) {
+            bench.Editor().selectAll();
+            bench.Editor().ReplaceSelection(text);
+            most = std::max(most, HeapMegabytes() - before);
+        }
+    }
+    BoundMegabytes(state, most, 100);
+}
+BENCHMARK(MemoryOfManyChanges)->Iterations(1)->UseRealTime();
 
 // The longest program that can be assembled with labels still to be split off, by the button, the grid's refresh
 // included.
@@ -100,8 +143,13 @@ public:
 };
 
 // Every step shows its T-states, so a step that was painted is a painting of their box.
-void SlowRunPaintedSteps(benchmark::State& state) {
+void SlowRunPaintedSteps(benchmark::State& state, int pairs, double bound) {
+    const panels::ColumnList stored = shell::ReadColumns();
+    panels::ColumnList columns = stored;
+    while (columns.ColCount() < pairs) columns.Add("A000");
+    shell::SaveColumns(columns);
     Workbench bench;
+    shell::SaveColumns(stored);
     bench.Editor().SetText(u"loop:\r\ninr a\r\nsta 9000\r\njmp loop");
     bench.Press("cmdCompile");
     const PaintCounter counter(*bench.Window.findChild<QWidget*>("txtTstates"));
@@ -109,9 +157,18 @@ void SlowRunPaintedSteps(benchmark::State& state) {
         QTimer::singleShot(200, [&bench] { bench.Press("cmdHalt"); });
         bench.Press("cmdSlowRun");
     }
-    BoundItemsPerSecond(state, static_cast<double>(counter.Paintings), 300);
+    BoundItemsPerSecond(state, static_cast<double>(counter.Paintings), bound);
 }
-BENCHMARK(SlowRunPaintedSteps)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+
+void SlowRunPaintedStepsOf4Pairs(benchmark::State& state) {
+    SlowRunPaintedSteps(state, 4, 2000);
+}
+BENCHMARK(SlowRunPaintedStepsOf4Pairs)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+
+void SlowRunPaintedStepsOf51Pairs(benchmark::State& state) {
+    SlowRunPaintedSteps(state, 51, 500);
+}
+BENCHMARK(SlowRunPaintedStepsOf51Pairs)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 
 // From the moment at which a click on Stop arrives during an endless run to the end of the run, the refreshes included.
 void StopAnEndlessRun(benchmark::State& state) {

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "assembler/assembler.h"
+#include "assembler/explanation.h"
 #include "assembler/source_preparation.h"
 #include "check.h"
 

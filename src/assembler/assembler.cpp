@@ -30,7 +30,13 @@ public:
         : text_(text), machine_(machine), codeMap_(codeMap) {}
 
     Assembly Run() {
-        result_.Succeeded = Scan() && ResolveLabels();
+        const bool scanned = Scan();
+        if (!scanned) {
+            result_.FaultLine = LineCounter;
+            result_.FaultWords = {std::u16string(W1), std::u16string(W2), std::u16string(W3)};
+        }
+        result_.End = LocationCounter;
+        result_.Succeeded = scanned && ResolveLabels();
         if (result_.Succeeded) machine_.Halted = false;
         return std::move(result_);
     }
@@ -139,13 +145,13 @@ void Translation::CloseWord(std::size_t end, State next) {
 bool Translation::ProcessLine() {
     if (W1.empty()) return true;
     const bool good = W1.ends_with(u':') ? DefineLabel() : TranslateInstruction();
-    W1 = W2 = W3 = {};
+    if (good) W1 = W2 = W3 = {};
     return good;
 }
 
 bool Translation::DefineLabel() {
-    W1.remove_suffix(1);
-    return result_.Labels.Append({std::u16string(W1), LocationCounter, LabelKind::Definition, 0}) || FailGenerally();
+    const std::u16string_view name = W1.substr(0, W1.size() - 1);
+    return result_.Labels.Append({std::u16string(name), LocationCounter, LabelKind::Definition, 0}) || FailGenerally();
 }
 
 bool Translation::TranslateInstruction() {
@@ -219,7 +225,10 @@ bool Translation::ResolveLabels() {
         const LabelEntry& reference = result_.Labels[slot];
         if (reference.Kind != LabelKind::Reference) continue;
         const int definition = result_.Labels.FindLabel(reference, LabelKind::Definition);
-        if (definition == LabelTable::NotFound) return Fail(u"Bad label - " + reference.Name, reference.Line);
+        if (definition == LabelTable::NotFound) {
+            result_.FaultLine = reference.Line;
+            return Fail(u"Bad label - " + reference.Name, reference.Line);
+        }
         const std::int32_t target = result_.Labels[definition].Address;
         if (!Write(reference.Address, target) || !Write(reference.Address + 1, target >> 8)) return FailGenerally();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -18,6 +19,13 @@ struct Assembly {
     int AsmErrorLine = 0;  // source line, counted from 1; 0 where no line can be named
     std::u16string AsmErrorText;
     LabelTable Labels;
+
+    std::int32_t End = m8085::ProgramOrigin;  // the address behind the last byte of the program
+
+    // The line at fault, which AsmErrorLine does not always name, and its words in upper case; no words for a label
+    // that is nowhere. 0 where no line is at fault: on success, and for a text that is too long.
+    int FaultLine = 0;
+    std::array<std::u16string, 3> FaultWords;
 };
 
 // Translates a program into Memory from 8000 (hexadecimal) upward and notes each opcode's source line in the code map.

@@ -1,5 +1,7 @@
 #include "assembler/source_preparation.h"
 
+#include <iterator>
+
 #include "assembler/assembler.h"
 
 namespace assembler {
@@ -7,6 +9,20 @@ namespace assembler {
 namespace {
 
 constexpr std::u16string_view lineEnd = u"\r\n";
+
+std::u16string WithCarriageReturns(std::u16string_view source) {
+    std::u16string text;
+    text.reserve(source.size());
+    for (std::size_t i = 0; i < source.size(); ++i) {
+        if (source[i] != u'\r' && source[i] != u'\n') {
+            text += source[i];
+            continue;
+        }
+        text += lineEnd;
+        if (source.substr(i, lineEnd.size()) == lineEnd) ++i;
+    }
+    return text;
+}
 
 }  // namespace
 
@@ -21,11 +37,14 @@ std::vector<std::size_t> FindLabelSplits(std::u16string_view text) {
     return splits;
 }
 
-std::optional<std::string> ExplainExcessLength(std::size_t length) {
+std::optional<std::string> ExplainExcessLength(std::size_t length, std::size_t labelSplits) {
     constexpr std::size_t longest = LongestPreparedText - 1;
-    if (length <= longest) return std::nullopt;
-    return "The program is too long to assemble: it has " + std::to_string(length) + " characters, and at most " +
-           std::to_string(longest) + " can be assembled. A line end counts as two.";
+    const std::size_t splitLength = length + labelSplits * lineEnd.size();
+    if (splitLength <= longest) return std::nullopt;
+    return "The program is too long to assemble: " +
+           std::string(labelSplits > 0 ? "with each label on a line of its own it has " : "it has ") +
+           std::to_string(splitLength) + " characters, and at most " + std::to_string(longest) +
+           " can be assembled. A line end counts as two.";
 }
 
 std::u16string ConvertLineEnds(std::u16string_view text) {
@@ -34,6 +53,34 @@ std::u16string ConvertLineEnds(std::u16string_view text) {
         converted.replace(at, lineEnd.size(), u"\n ");
     converted += u'\n';
     return converted;
+}
+
+int PreparedProgram::SourceLine(int line) const {
+    return line < 1 || line > std::ssize(SourceLines) ? 0 : SourceLines[static_cast<std::size_t>(line - 1)];
+}
+
+PreparedProgram PrepareProgram(std::u16string_view source) {
+    const std::u16string text = WithCarriageReturns(source);
+    std::u16string split;
+    PreparedProgram program;
+    int line = 1;
+    std::size_t copied = 0;
+    const auto copyTo = [&](std::size_t end) {
+        const std::u16string_view part = std::u16string_view(text).substr(copied, end - copied);
+        for (std::size_t at = part.find(lineEnd); at != part.npos; at = part.find(lineEnd, at + lineEnd.size()))
+            program.SourceLines.push_back(line++);
+        split += part;
+        copied = end;
+    };
+    for (const std::size_t place : FindLabelSplits(text)) {
+        copyTo(place);
+        split += lineEnd;
+        program.SourceLines.push_back(line);
+    }
+    copyTo(text.size());
+    program.SourceLines.push_back(line);
+    program.Text = ConvertLineEnds(split);
+    return program;
 }
 
 }  // namespace assembler

@@ -14,10 +14,23 @@ namespace assembler {
 std::vector<std::size_t> FindLabelSplits(std::u16string_view text);
 
 // What to tell the user of a program text of so many characters, line ends as two, if it is more than the assembler
-// takes.
-std::optional<std::string> ExplainExcessLength(std::size_t length);
+// takes once a line end is inserted in so many places.
+std::optional<std::string> ExplainExcessLength(std::size_t length, std::size_t labelSplits);
 
 // The text that the assembler takes: each CR LF becomes a line feed and a blank, and a line feed ends the last line.
 std::u16string ConvertLineEnds(std::u16string_view text);
+
+// A program as the assembler takes it, and where each of its lines comes from.
+struct PreparedProgram {
+    std::u16string Text;
+    std::vector<int> SourceLines;  // of each line of Text, the first being at 0, the line of the source
+
+    // Both count lines from 1. 0 for a line that the text does not have.
+    int SourceLine(int line) const;
+};
+
+// Prepares a program as it stands in a file, where CR LF, LF and CR each end a line. What stands behind a label goes to
+// a line of its own, but keeps the number of its line in the file.
+PreparedProgram PrepareProgram(std::u16string_view source);
 
 }  // namespace assembler

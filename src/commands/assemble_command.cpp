@@ -12,14 +12,16 @@ void AssembleCommand::cmdCompile_Click() {
 }
 
 void AssembleCommand::Assemble() {
-    if (runControl_.IsRunning() || RefuseExcessLength()) return;
-    SplitLabelLines();
-    if (RefuseExcessLength()) return;
+    if (runControl_.IsRunning()) return;
+    const auto splits = assembler::FindLabelSplits(document_.txtCode().Text());
+    if (RefuseExcessLength(splits.size())) return;
+    // The labels stay on their own lines in the editor, so that line numbers fit what the user sees.
+    document_.txtCode().InsertAt(splits, u"\r\n");
 
     const assembler::Assembly assembly =
         assembler::AssembleProgram(assembler::ConvertLineEnds(document_.txtCode().Text()), machine_, codeMap_);
     memoryGrid_.RefreshCurrentCell();
-    if (assembly.Succeeded) execution::SetToProgramStart(machine_);
+    if (assembly.Succeeded) m8085::SetToProgramStart(machine_);
     runControl_.SetAssembled(assembly.Succeeded);
     if (!assembly.Succeeded) {
         runControl_.GotoLine(assembly.AsmErrorLine);
@@ -29,14 +31,10 @@ void AssembleCommand::Assemble() {
     registerPanel_.DisplayRegs();
 }
 
-// The labels stay on their own lines in the editor, so that line numbers fit what the user sees.
-void AssembleCommand::SplitLabelLines() {
-    document_.txtCode().InsertAt(assembler::FindLabelSplits(document_.txtCode().Text()), u"\r\n");
-}
-
 // Tells the user of a text that is too long. The run commands are disabled then, and the text stays as it is.
-bool AssembleCommand::RefuseExcessLength() {
-    const auto explanation = assembler::ExplainExcessLength(static_cast<std::size_t>(document_.txtCode().Length()));
+bool AssembleCommand::RefuseExcessLength(std::size_t labelSplits) {
+    const auto length = static_cast<std::size_t>(document_.txtCode().Length());
+    const auto explanation = assembler::ExplainExcessLength(length, labelSplits);
     if (!explanation) return false;
     runControl_.SetAssembled(false);
     Report(QString::fromStdString(*explanation));

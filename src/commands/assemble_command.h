@@ -29,8 +29,7 @@ public:
     void Assemble();
 
 private:
-    void SplitLabelLines();
-    bool RefuseExcessLength();
+    bool RefuseExcessLength(std::size_t labelSplits);
     void Report(const QString& reason);
 
     m8085::MachineState& machine_;

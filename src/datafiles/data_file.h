@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "machine/machine_state.h"
+#include "machine/address_space.h"
 
 namespace memedata {
 

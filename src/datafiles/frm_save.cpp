@@ -22,9 +22,9 @@ constexpr int firstAddress = Qt::UserRole;
 constexpr int lastAddress = Qt::UserRole + 1;
 
 void PlaceLabel(const char* name, const QString& text, QWidget* parent, int left, int top, int width, int height) {
-    auto& label = *new QLabel(text, parent);
-    label.setObjectName(name);
-    Place(label, left, top, width, height);
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(name);
+    Place(*label, left, top, width, height);
 }
 
 }  // namespace

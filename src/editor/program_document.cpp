@@ -15,8 +15,8 @@ namespace {
 
 const QString untitled = QStringLiteral("Untitled");
 
-// A file above this size is no program; reading it would only hold up the window.
-constexpr qint64 largestProgramFile = 16 * 1024 * 1024;
+// A file above this size is far from being a program that can be assembled.
+constexpr qint64 largestProgramFile = 1024 * 1024;
 
 std::optional<ProgramFile> ReadProgramFile(const QString& path) {
     QFile file(path);
@@ -24,44 +24,56 @@ std::optional<ProgramFile> ReadProgramFile(const QString& path) {
         return std::nullopt;
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) return std::nullopt;
-    return DecodeProgramFile({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    ProgramFile program = DecodeProgramFile({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    if (!LinesAreShortEnough(program.Text)) return std::nullopt;
+    return program;
 }
 
 }  // namespace
 
 ProgramDocument::ProgramDocument(QWidget* parent)
-    : QObject(parent), text(*new platform::ProgramText(parent)), ProgramFileName(untitled) {
+    : QObject(parent), txtCode_(new platform::ProgramText(parent)), ProgramFileName(untitled) {
     // The first pass over the empty text comes before anyone listens: to the toolkit it is a change.
-    (new ProgramHighlighter(text.document()))->rehighlight();
-    connect(&text, &platform::ProgramText::TextChanged, this, &ProgramDocument::txtCode_Change);
+    (new ProgramHighlighter(txtCode_->document()))->rehighlight();
+    connect(txtCode_, &platform::ProgramText::TextChanged, this, &ProgramDocument::txtCode_Change);
+    // The program that the file was dragged from waits until the drop is done, and must not wait for an answer.
+    connect(txtCode_, &platform::ProgramText::FileDropped, this, &ProgramDocument::OpenDropped, Qt::QueuedConnection);
 }
 
-bool ProgramDocument::OfferToSave() {
-    if (!ProgramChanged) return true;
-    const auto answer = platform::AskYesNoCancel(text, "Program has changed. Save changes?", "Save?");
+QMessageBox::StandardButton ProgramDocument::OfferToSave() {
+    if (!ProgramChanged) return QMessageBox::No;
+    const auto answer = platform::AskYesNoCancel(*txtCode_, "Program has changed. Save changes?", "Save?");
     if (answer == QMessageBox::Yes) mnuSave_Click();
-    return answer != QMessageBox::Cancel;
+    return answer;
 }
 
 // The text goes whatever became of the saving. Emptying it sets the mark, which is then taken away again.
 void ProgramDocument::mnuNew_Click() {
-    if (!OfferToSave()) return;
+    if (OfferToSave() == QMessageBox::Cancel) return;
     ProgramFileName = untitled;
-    encoding = Encoding::Utf8;
-    if (text.Length() > 0) text.SetText({});
-    text.ForgetHistory();
+    encoding_ = Encoding::Utf8;
+    mnuSelectAll_Click();
+    txtCode_->ReplaceSelection({});
     ProgramChanged = false;
     WriteFileName();
 }
 
 void ProgramDocument::mnuOpen_Click() {
-    const auto path = fileDialog.ShowOpen(text);
-    if (!path) return;
-    const auto file = ReadProgramFile(*path);
+    if (const auto path = fileDialog_.ShowOpen(*txtCode_)) Open(*path);
+}
+
+void ProgramDocument::OpenDropped(const QString& path) {
+    const auto answer = OfferToSave();
+    const bool unsaved = answer == QMessageBox::Yes && ProgramChanged;
+    if (answer != QMessageBox::Cancel && !unsaved) Open(path);
+}
+
+void ProgramDocument::Open(const QString& path) {
+    const auto file = ReadProgramFile(path);
     if (!file) return;
-    text.SetText(file->Text);
-    encoding = file->ReadAs;
-    ProgramFileName = *path;
+    txtCode_->SetText(file->Text);
+    encoding_ = file->ReadAs;
+    ProgramFileName = path;
     ProgramChanged = false;
     WriteFileName();
 }
@@ -78,7 +90,7 @@ void ProgramDocument::mnuSave_Click() {
 
 // The document takes the new name before it is written, and keeps it if the writing fails.
 void ProgramDocument::mnuSaveAs_Click() {
-    const auto path = fileDialog.ShowSave(text);
+    const auto path = fileDialog_.ShowSave(*txtCode_);
     if (!path) return;
     ProgramFileName = *path;
     if (!WriteProgramFile()) return;
@@ -88,28 +100,28 @@ void ProgramDocument::mnuSaveAs_Click() {
 
 void ProgramDocument::mnuCut_Click() {
     mnuCopy_Click();
-    text.ReplaceSelection({});
+    txtCode_->ReplaceSelection({});
 }
 
 void ProgramDocument::mnuCopy_Click() {
-    platform::PutRichText(text.SelectedText());
+    platform::PutRichText(txtCode_->SelectedText());
 }
 
 void ProgramDocument::mnuPaste_Click() {
-    text.ReplaceSelection(platform::ReadRichText());
+    txtCode_->ReplaceSelection(platform::ReadRichText());
 }
 
 void ProgramDocument::mnuSelectAll_Click() {
-    text.SetSelectionStart(0);
-    text.SetSelectionLength(text.Length());
+    txtCode_->SetSelectionStart(0);
+    txtCode_->SetSelectionLength(txtCode_->Length());
 }
 
 void ProgramDocument::SelectLine(int line) {
-    text.SelectLine(line);
+    txtCode_->SelectLine(line);
 }
 
 void ProgramDocument::ClearSelection() {
-    text.ClearSelection();
+    txtCode_->ClearSelection();
 }
 
 // The highlighter has coloured the change by now.
@@ -124,9 +136,9 @@ void ProgramDocument::WriteFileName() {
 }
 
 bool ProgramDocument::WriteProgramFile() {
-    const EncodedProgram file = EncodeProgramFile(text.Text(), encoding);
+    const EncodedProgram file = EncodeProgramFile(txtCode_->Text(), encoding_);
     if (files::WriteFile(QFileInfo(ProgramFileName).filesystemFilePath(), file.Bytes)) return false;
-    encoding = file.WrittenAs;
+    encoding_ = file.WrittenAs;
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include <QObject>
 
 #include "editor/program_file.h"
+#include "platform/dialogs.h"
 #include "platform/file_dialog.h"
 #include "platform/program_text.h"
 
@@ -20,8 +21,8 @@ class ProgramDocument : public QObject {
 public:
     explicit ProgramDocument(QWidget* parent);
 
-    platform::ProgramText& txtCode() { return text; }
-    platform::FileDialog& cDialog() { return fileDialog; }
+    platform::ProgramText& txtCode() { return *txtCode_; }
+    platform::FileDialog& cDialog() { return fileDialog_; }
 
     void mnuNew_Click();
     void mnuOpen_Click();
@@ -32,8 +33,9 @@ public:
     void mnuPaste_Click();
     void mnuSelectAll_Click();
 
-    // If the text has changed, asks whether to save it, and saves it or not. False if the answer was Cancel.
-    bool OfferToSave();
+    // If the text has changed, asks whether to save it, and saves it or not. Returns the answer; No if nothing was
+    // asked.
+    QMessageBox::StandardButton OfferToSave();
 
     // Selects a source line, counted from 1; for 0 and for a line that the text does not have it clears the selection.
     void SelectLine(int line);
@@ -47,15 +49,17 @@ signals:
     void TextChanged();
 
 private:
+    void OpenDropped(const QString& path);
+    void Open(const QString& path);
     void txtCode_Change();
     void WriteFileName();
     bool WriteProgramFile();
 
-    platform::ProgramText& text;
-    platform::FileDialog fileDialog;
+    platform::ProgramText* txtCode_;
+    platform::FileDialog fileDialog_;
     QString ProgramFileName;
     bool ProgramChanged = false;
-    Encoding encoding = Encoding::Utf8;
+    Encoding encoding_ = Encoding::Utf8;
 };
 
 }  // namespace editor

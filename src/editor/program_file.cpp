@@ -133,6 +133,15 @@ ProgramFile DecodeProgramFile(std::string_view bytes) {
     return {FromWindows1252(bytes), Encoding::Windows1252};
 }
 
+bool LinesAreShortEnough(std::u16string_view text) {
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find_first_of(u"\r\n", start), text.size());
+        if (end - start > LongestLine) return false;
+        start = end + 1;
+    }
+    return true;
+}
+
 EncodedProgram EncodeProgramFile(std::u16string_view text, Encoding encoding) {
     if (encoding == Encoding::Windows1252)
         if (auto bytes = ToWindows1252(text); bytes && DecodeProgramFile(*bytes).Text == text)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,13 @@ struct ProgramFile {
 // Every file can be read: what is valid UTF-8 as UTF-8, without its byte order mark, anything else as Windows-1252.
 // Line ends stay as they are.
 ProgramFile DecodeProgramFile(std::string_view bytes);
+
+// In characters. No program that can be assembled is longer as a whole, and in a line much longer than this a key would
+// take longer than the next one waits.
+inline constexpr std::size_t LongestLine = 32'767;
+
+// Whether no line is longer than that. CR and LF end a line.
+bool LinesAreShortEnough(std::u16string_view text);
 
 struct EncodedProgram {
     std::string Bytes;

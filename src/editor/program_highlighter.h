@@ -5,7 +5,8 @@
 namespace editor {
 
 // Shows the colours of the program text. Only the lines that a change touches are coloured anew, and colouring is no
-// change of the text.
+// change of the text. In a line of thousands of mnemonics the colours stop
+// before its end.
 class ProgramHighlighter : public QSyntaxHighlighter {
     Q_OBJECT
 
@@ -16,9 +17,9 @@ protected:
     void highlightBlock(const QString& line) override;
 
 private:
-    QTextCharFormat mnemonic;
-    QTextCharFormat comment;
-    QTextCharFormat mnemonicInComment;
+    QTextCharFormat mnemonic_;
+    QTextCharFormat comment_;
+    QTextCharFormat mnemonicInComment_;
 };
 
 }  // namespace editor

@@ -63,39 +63,34 @@ bool IsWordCharacter(char16_t character) {
     return !latinSign && !timesOrDivide && !generalSign && !wideSign && !pictureHalf;
 }
 
-void ColourWords(std::u16string_view text, std::size_t start, std::size_t end, std::vector<ColouredSpan>& spans) {
+void ColourWords(std::u16string_view line, std::size_t start, std::size_t end, std::vector<ColouredSpan>& spans) {
     while (start < end) {
         std::size_t wordEnd = start;
-        while (wordEnd < end && IsWordCharacter(text[wordEnd])) ++wordEnd;
-        if (IsMnemonic(text.substr(start, wordEnd - start))) spans.push_back({start, wordEnd - start, true, false});
+        while (wordEnd < end && IsWordCharacter(line[wordEnd])) ++wordEnd;
+        if (IsMnemonic(line.substr(start, wordEnd - start))) spans.push_back({start, wordEnd - start, true, false});
         start = wordEnd + 1;
     }
 }
 
 // A comment's spans lie end to end: its mnemonics and what stands between them.
-void ColourComment(std::u16string_view text, std::size_t start, std::size_t end, std::vector<ColouredSpan>& spans) {
+void ColourComment(std::u16string_view line, std::size_t start, std::vector<ColouredSpan>& spans) {
     std::vector<ColouredSpan> words;
-    ColourWords(text, start, end, words);
+    ColourWords(line, start, line.size(), words);
     for (const ColouredSpan& word : words) {
         if (word.Start > start) spans.push_back({start, word.Start - start, false, true});
         spans.push_back({word.Start, word.Length, true, true});
         start = word.Start + word.Length;
     }
-    if (end > start) spans.push_back({start, end - start, false, true});
+    if (line.size() > start) spans.push_back({start, line.size() - start, false, true});
 }
 
 }  // namespace
 
-std::vector<ColouredSpan> ApplyColorCode(std::u16string_view text) {
+std::vector<ColouredSpan> ApplyColorCode(std::u16string_view line) {
     std::vector<ColouredSpan> spans;
-    std::size_t start = 0;
-    while (start < text.size()) {
-        const std::size_t lineEnd = std::min(text.find(u"\r\n", start), text.size());
-        const std::size_t comment = std::min(text.substr(0, lineEnd).find(u';', start), lineEnd);
-        ColourWords(text, start, comment, spans);
-        ColourComment(text, comment, lineEnd, spans);
-        start = lineEnd + 2;
-    }
+    const std::size_t comment = std::min(line.find(u';'), line.size());
+    ColourWords(line, 0, comment, spans);
+    ColourComment(line, comment, spans);
     return spans;
 }
 

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "execution/full_speed.h"
 #include "execution/messages.h"
+#include "machine/full_speed.h"
 
 namespace execution {
 
@@ -157,12 +157,6 @@ void RunControl::ResetMachine() {
     view_.DisplayRegs();
     MarkNextAddress();
     machine_.Halted = false;
-}
-
-void SetToProgramStart(m8085::MachineState& machine) {
-    machine.PC = m8085::ProgramOrigin;
-    machine.SP = 0xFFF0;
-    machine.TStates = 0;
 }
 
 }  // namespace execution

@@ -87,7 +87,4 @@ private:
     bool programLost_ = false;
 };
 
-// PC, SP and TStates as Reset and a successful assembly leave them.
-void SetToProgramStart(m8085::MachineState& machine);
-
 }  // namespace execution

@@ -3,7 +3,8 @@
 #include <array>
 #include <cstdint>
 
-#include "machine/processor.h"
+#include "machine/address_space.h"
+#include "machine/bytes.h"
 
 namespace m8085 {
 
@@ -13,19 +14,26 @@ namespace m8085 {
 class CodeMap {
 public:
     // 0 for an address outside 0 to FFFF.
-    int LineAt(std::int32_t address) const {
-        return IsInMemory(address) ? lines[static_cast<std::uint32_t>(address)] : 0;
-    }
+    int LineAt(std::int32_t address) const { return IsInMemory(address) ? lines_[Index(address)] : 0; }
 
     // Does nothing for an address outside 0 to FFFF.
     void SetLine(std::int32_t address, std::int16_t line) {
-        if (IsInMemory(address)) lines[static_cast<std::uint32_t>(address)] = line;
+        if (!IsInMemory(address)) return;
+        lines_[Index(address)] = line;
+        runGoesOn_[Index(address)] = line != 0 && address <= LastFetchAddress;
     }
 
-private:
-    static bool IsInMemory(std::int32_t address) { return static_cast<std::uint32_t>(address) < MemorySize; }
+    // Whether a run goes on at the address to which an instruction has led, 0 to 10000: a source line stands there,
+    // and an instruction can be fetched.
+    bool RunGoesOnAt(std::int32_t address) const { return runGoesOn_[Index(address)]; }
 
-    std::array<std::int16_t, MemorySize> lines{};
+private:
+    static constexpr bool IsInMemory(std::int32_t address) { return Index(address) < MemorySize; }
+
+    std::array<std::int16_t, MemorySize> lines_{};
+
+    // One load answers what a run asks between two instructions.
+    std::array<bool, MemorySize + 1> runGoesOn_{};
 };
 
 }  // namespace m8085

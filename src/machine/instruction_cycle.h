@@ -1,349 +1,381 @@
 #pragma once
 
-// The instructions of the simulated 8085. Only what executes instructions includes this file.
+// The instructions of the simulated 8085. Only the loop that executes them includes this file.
 
+#include <bit>
 #include <utility>
 
-#include "machine/processor.h"
+#include "machine/machine_state.h"
 
 namespace m8085 {
 
-// A family of eight opcodes whose low three bits name the source register s, and one whose bits 5 to 3 name the
-// destination register d. The code is a constant in each case, so that operand access costs no decoding.
-#define VELMORA_REGISTER_CASE(opcode, name, code, statement) \
-    case (opcode): {                                         \
-        constexpr std::uint8_t name = (code);                \
-        statement;                                           \
-    }
-#define VELMORA_EACH_SOURCE_BUT_M(base, statement)     \
-    VELMORA_REGISTER_CASE((base) + 0, s, 0, statement) \
-    VELMORA_REGISTER_CASE((base) + 1, s, 1, statement) \
-    VELMORA_REGISTER_CASE((base) + 2, s, 2, statement) \
-    VELMORA_REGISTER_CASE((base) + 3, s, 3, statement) \
-    VELMORA_REGISTER_CASE((base) + 4, s, 4, statement) \
-    VELMORA_REGISTER_CASE((base) + 5, s, 5, statement) \
-    VELMORA_REGISTER_CASE((base) + 7, s, 7, statement)
-#define VELMORA_EACH_SOURCE(base, statement)   \
-    VELMORA_EACH_SOURCE_BUT_M(base, statement) \
-    VELMORA_REGISTER_CASE((base) + 6, s, 6, statement)
-#define VELMORA_EACH_DESTINATION(base, statement)          \
-    VELMORA_REGISTER_CASE((base) + 0 * 8, d, 0, statement) \
-    VELMORA_REGISTER_CASE((base) + 1 * 8, d, 1, statement) \
-    VELMORA_REGISTER_CASE((base) + 2 * 8, d, 2, statement) \
-    VELMORA_REGISTER_CASE((base) + 3 * 8, d, 3, statement) \
-    VELMORA_REGISTER_CASE((base) + 4 * 8, d, 4, statement) \
-    VELMORA_REGISTER_CASE((base) + 5 * 8, d, 5, statement) \
-    VELMORA_REGISTER_CASE((base) + 6 * 8, d, 6, statement) \
-    VELMORA_REGISTER_CASE((base) + 7 * 8, d, 7, statement)
-#define VELMORA_EACH_PAIR(base, statement)                 \
-    VELMORA_REGISTER_CASE((base) + 0x00, pp, 0, statement) \
-    VELMORA_REGISTER_CASE((base) + 0x10, pp, 1, statement) \
-    VELMORA_REGISTER_CASE((base) + 0x20, pp, 2, statement) \
-    VELMORA_REGISTER_CASE((base) + 0x30, pp, 3, statement)
+// One instruction on its way through the machine. PC and T-states travel beside the machine, where the compiler can
+// keep them in the host's registers; whoever executes the last instruction takes them back.
+class InstructionCycle {
+public:
+    // tStates are those since the burst began.
+    InstructionCycle(MachineState& machine, std::int32_t pc, std::int32_t tStates)
+        : machine_(machine), pc_(pc), tStates_(tStates) {}
+
+    // Executes the instruction at PC, whose code is Opcode and whose three bytes lie in memory. Returns false where a
+    // run has to look up: after HLT, on a code that is no instruction (nothing has changed), and on an instruction that
+    // was refused (only Refused has changed).
+    template <std::uint8_t Opcode>
+    bool Execute();
+
+    std::int32_t PC() const { return pc_; }
+    std::int32_t TStates() const { return tStates_; }
+
+    // The byte at PC, which must lie in memory.
+    std::uint8_t FetchOpcode() const { return At(pc_); }
+
+private:
+    bool Next(int length, int tStates);
+    bool Refuse(Limit limit, std::int32_t operand);
+
+    // Only for addresses that are known to lie in memory.
+    std::uint8_t& At(std::int32_t address) const { return machine_.Memory[Index(address)]; }
+
+    std::uint8_t Byte2() const { return At(pc_ + 1); }
+    std::uint16_t Word() const { return Join(At(pc_ + 2), Byte2()); }
+    std::uint8_t CarryIn() const { return Low(MachineState::FlagBit(machine_.CY)); }
+
+    template <std::uint8_t Code>
+    std::uint8_t Get();
+    template <std::uint8_t Code>
+    void Set(std::uint8_t value);
+
+    std::int32_t Pair(std::uint8_t code) const { return machine_.GetRegPair(code, false); }
+    void SetPair(std::uint8_t code, int value) { machine_.SetRegPair(code, High(value), Low(value), false); }
+
+    bool HasRoomToPush() const { return machine_.SP >= 2 && machine_.SP <= MemorySize; }
+    bool HasWordToPop() const { return machine_.SP >= 0 && machine_.SP <= MemorySize - 2; }
+
+    void SetFlagsFrom(std::uint8_t value);
+    void StoreResult(int value);
+
+    void Add(std::uint8_t value, std::uint8_t carryIn);
+    std::uint8_t Difference(std::uint8_t value, std::uint8_t borrowIn);
+    void Subtract(std::uint8_t value, std::uint8_t borrowIn) { machine_.A = Difference(value, borrowIn); }
+    void Compare(std::uint8_t value) { Difference(value, 0); }
+    void StoreLogical(int value);
+    std::uint8_t Stepped(std::uint8_t value, int change);
+    void AddToHL(std::int32_t value);
+    void DecimalAdjust();
+    void RotateLeft(bool into);
+    void RotateRight(bool into);
+    void Exchange();
+
+    bool Holds(std::uint8_t condition) const;
+    bool LoadHL(std::uint16_t address);
+    bool StoreHL(std::uint16_t address);
+    bool Jump(bool condition);
+    bool Call(bool condition);
+    bool Return(bool condition, int tStates);
+    void PushWord(int value);
+    bool Push(std::uint8_t code);
+    bool Pop(std::uint8_t code);
+    bool ExchangeStackTop();
+    void DoCall();
+    void DoReturn(int tStates);
+
+    MachineState& machine_;
+    std::int32_t pc_;
+    std::int32_t tStates_;
+};
+
+// The codes of the pairs.
+inline constexpr std::uint8_t BC = 0;
+inline constexpr std::uint8_t DE = 1;
+inline constexpr std::uint8_t HL = 2;
+
+// The labels of the families. Bits 2 to 0 of a code name the source register s, bits 5 to 3 the destination register d
+// or the condition c, bits 5 and 4 the register pair pp.
+// clang-format off
+#define EachSource(base) \
+    case (base) + 0: case (base) + 1: case (base) + 2: case (base) + 3: \
+    case (base) + 4: case (base) + 5: case (base) + 6: case (base) + 7
+#define EachDestination(base) \
+    case (base) + 0 * 8: case (base) + 1 * 8: case (base) + 2 * 8: case (base) + 3 * 8: \
+    case (base) + 4 * 8: case (base) + 5 * 8: case (base) + 6 * 8: case (base) + 7 * 8
+#define EachCondition(base) EachDestination(base)
+#define EachPair(base) \
+    case (base) + 0x00: case (base) + 0x10: case (base) + 0x20: case (base) + 0x30
+#define EachMove \
+    EachSource(0x40): EachSource(0x48): EachSource(0x50): EachSource(0x58): EachSource(0x60): EachSource(0x68): \
+    case 0x70: case 0x71: case 0x72: case 0x73: case 0x74: case 0x75: case 0x77: EachSource(0x78)
 
 // Next(length, T-states) ends an instruction. An operand in memory charges its own 3 T-states on top.
-// clang-format off
-template <Storage Where>
-inline bool Processor<Where>::Execute() {
-    switch (Memory[Index(PC)]) {
+template <std::uint8_t Opcode>
+inline bool InstructionCycle::Execute() {
+    constexpr std::uint8_t s = Opcode & 7;
+    constexpr std::uint8_t d = Opcode >> 3 & 7;
+    constexpr std::uint8_t c = d;
+    constexpr std::uint8_t pp = Opcode >> 4 & 3;
+    switch (Opcode) {
         // Data transfer
-        VELMORA_EACH_SOURCE(0x40, SetReg(0, GetReg(s)); return Next(1, 4))        // MOV B,s
-        VELMORA_EACH_SOURCE(0x48, SetReg(1, GetReg(s)); return Next(1, 4))        // MOV C,s
-        VELMORA_EACH_SOURCE(0x50, SetReg(2, GetReg(s)); return Next(1, 4))        // MOV D,s
-        VELMORA_EACH_SOURCE(0x58, SetReg(3, GetReg(s)); return Next(1, 4))        // MOV E,s
-        VELMORA_EACH_SOURCE(0x60, SetReg(4, GetReg(s)); return Next(1, 4))        // MOV H,s
-        VELMORA_EACH_SOURCE(0x68, SetReg(5, GetReg(s)); return Next(1, 4))        // MOV L,s
-        VELMORA_EACH_SOURCE_BUT_M(0x70, SetReg(6, GetReg(s)); return Next(1, 4))  // MOV M,s
-        VELMORA_EACH_SOURCE(0x78, SetReg(7, GetReg(s)); return Next(1, 4))        // MOV A,s
-        VELMORA_EACH_DESTINATION(0x06, SetReg(d, Byte2()); return Next(2, 7))     // MVI d,byte
-        VELMORA_EACH_PAIR(0x01, SetRegPair(pp, High(Word()), Byte2(), false); return Next(3, 10))  // LXI pp,word
-        case 0x3A: A = Memory[Word()]; return Next(3, 13);                        // LDA addr
-        case 0x32: Memory[Word()] = A; return Next(3, 13);                        // STA addr
-        case 0x0A: A = Memory[Join(B, C)]; return Next(1, 7);                     // LDAX B
-        case 0x1A: A = Memory[Join(D, E)]; return Next(1, 7);                     // LDAX D
-        case 0x02: Memory[Join(B, C)] = A; return Next(1, 7);                     // STAX B
-        case 0x12: Memory[Join(D, E)] = A; return Next(1, 7);                     // STAX D
-        case 0x2A: return LoadHL(Word());                                         // LHLD addr
-        case 0x22: return StoreHL(Word());                                        // SHLD addr
-        case 0xEB: Exchange(); return Next(1, 4);                                 // XCHG
+        EachMove: Set<d>(Get<s>()); return Next(1, 4);                             // MOV d,s
+        EachDestination(0x06): Set<d>(Byte2()); return Next(2, 7);                 // MVI d,byte
+        EachPair(0x01): SetPair(pp, Word()); return Next(3, 10);                   // LXI pp,word
+        case 0x3A: machine_.A = At(Word()); return Next(3, 13);                    // LDA addr
+        case 0x32: At(Word()) = machine_.A; return Next(3, 13);                    // STA addr
+        case 0x0A: machine_.A = At(Pair(BC)); return Next(1, 7);                   // LDAX B
+        case 0x1A: machine_.A = At(Pair(DE)); return Next(1, 7);                   // LDAX D
+        case 0x02: At(Pair(BC)) = machine_.A; return Next(1, 7);                   // STAX B
+        case 0x12: At(Pair(DE)) = machine_.A; return Next(1, 7);                   // STAX D
+        case 0x2A: return LoadHL(Word());                                          // LHLD addr
+        case 0x22: return StoreHL(Word());                                         // SHLD addr
+        case 0xEB: Exchange(); return Next(1, 4);                                  // XCHG
 
         // Arithmetic
-        VELMORA_EACH_SOURCE(0x80, Add(GetReg(s), 0); return Next(1, 4))               // ADD s
-        VELMORA_EACH_SOURCE(0x88, Add(GetReg(s), CarryIn()); return Next(1, 4))       // ADC s
-        VELMORA_EACH_SOURCE(0x90, Subtract(GetReg(s), 0); return Next(1, 4))          // SUB s
-        VELMORA_EACH_SOURCE(0x98, Subtract(GetReg(s), CarryIn()); return Next(1, 4))  // SBB s
-        case 0xC6: Add(Byte2(), 0); return Next(2, 7);                                // ADI byte
-        case 0xCE: Add(Byte2(), CarryIn()); return Next(2, 7);                        // ACI byte
-        case 0xD6: Subtract(Byte2(), 0); return Next(2, 7);                           // SUI byte
-        case 0xDE: Subtract(Byte2(), CarryIn()); return Next(2, 7);                   // SBI byte
-        VELMORA_EACH_DESTINATION(0x04, Step(d, +1); return Next(1, 4))                // INR d
-        VELMORA_EACH_DESTINATION(0x05, Step(d, -1); return Next(1, 4))                // DCR d
-        VELMORA_EACH_PAIR(0x03, StepPair(pp, +1); return Next(1, 6))                  // INX pp
-        VELMORA_EACH_PAIR(0x0B, StepPair(pp, -1); return Next(1, 6))                  // DCX pp
-        VELMORA_EACH_PAIR(0x09, AddToHL(pp); return Next(1, 10))                      // DAD pp
-        case 0x27: DecimalAdjust(); return Next(1, 4);                                // DAA
-        case 0x07: RotateLeft(A > 0x7F); return Next(1, 4);                           // RLC
-        case 0x0F: RotateRight((A & 1) != 0); return Next(1, 4);                      // RRC
-        case 0x17: RotateLeft(CY); return Next(1, 4);                                 // RAL
-        case 0x1F: RotateRight(CY); return Next(1, 4);                                // RAR
+        EachSource(0x80): Add(Get<s>(), 0); return Next(1, 4);                     // ADD s
+        EachSource(0x88): Add(Get<s>(), CarryIn()); return Next(1, 4);             // ADC s
+        EachSource(0x90): Subtract(Get<s>(), 0); return Next(1, 4);                // SUB s
+        EachSource(0x98): Subtract(Get<s>(), CarryIn()); return Next(1, 4);        // SBB s
+        case 0xC6: Add(Byte2(), 0); return Next(2, 7);                             // ADI byte
+        case 0xCE: Add(Byte2(), CarryIn()); return Next(2, 7);                     // ACI byte
+        case 0xD6: Subtract(Byte2(), 0); return Next(2, 7);                        // SUI byte
+        case 0xDE: Subtract(Byte2(), CarryIn()); return Next(2, 7);                // SBI byte
+        EachDestination(0x04): Set<d>(Stepped(Get<d>(), +1)); return Next(1, 4);   // INR d
+        EachDestination(0x05): Set<d>(Stepped(Get<d>(), -1)); return Next(1, 4);   // DCR d
+        EachPair(0x03): SetPair(pp, Pair(pp) + 1); return Next(1, 6);              // INX pp
+        EachPair(0x0B): SetPair(pp, Pair(pp) - 1); return Next(1, 6);              // DCX pp
+        EachPair(0x09): AddToHL(Pair(pp)); return Next(1, 10);                     // DAD pp
+        case 0x27: DecimalAdjust(); return Next(1, 4);                             // DAA
+        case 0x07: RotateLeft(machine_.A > 0x7F); return Next(1, 4);               // RLC
+        case 0x0F: RotateRight((machine_.A & 1) != 0); return Next(1, 4);          // RRC
+        case 0x17: RotateLeft(machine_.CY); return Next(1, 4);                     // RAL
+        case 0x1F: RotateRight(machine_.CY); return Next(1, 4);                    // RAR
 
         // Logic
-        VELMORA_EACH_SOURCE(0xA0, StoreLogical(A & GetReg(s)); return Next(1, 4))  // ANA s
-        VELMORA_EACH_SOURCE(0xA8, StoreLogical(A ^ GetReg(s)); return Next(1, 4))  // XRA s
-        VELMORA_EACH_SOURCE(0xB0, StoreLogical(A | GetReg(s)); return Next(1, 4))  // ORA s
-        VELMORA_EACH_SOURCE(0xB8, Compare(GetReg(s)); return Next(1, 4))           // CMP s
-        case 0xE6: StoreLogical(A & Byte2()); return Next(2, 7);                   // ANI byte
-        case 0xEE: StoreLogical(A ^ Byte2()); return Next(2, 7);                   // XRI byte
-        case 0xF6: StoreLogical(A | Byte2()); return Next(2, 7);                   // ORI byte
+        EachSource(0xA0): StoreLogical(machine_.A & Get<s>()); return Next(1, 4);  // ANA s
+        EachSource(0xA8): StoreLogical(machine_.A ^ Get<s>()); return Next(1, 4);  // XRA s
+        EachSource(0xB0): StoreLogical(machine_.A | Get<s>()); return Next(1, 4);  // ORA s
+        EachSource(0xB8): Compare(Get<s>()); return Next(1, 4);                    // CMP s
+        case 0xE6: StoreLogical(machine_.A & Byte2()); return Next(2, 7);          // ANI byte
+        case 0xEE: StoreLogical(machine_.A ^ Byte2()); return Next(2, 7);          // XRI byte
+        case 0xF6: StoreLogical(machine_.A | Byte2()); return Next(2, 7);          // ORI byte
         case 0xFE: Compare(Byte2()); return Next(2, 7);                            // CPI byte
-        case 0x2F: A = Low(~A); return Next(1, 4);                                 // CMA
-        case 0x37: CY = true; return Next(1, 4);                                   // STC
-        case 0x3F: CY = !CY; return Next(1, 4);                                    // CMC
+        case 0x2F: machine_.A = Low(~machine_.A); return Next(1, 4);               // CMA
+        case 0x37: machine_.CY = true; return Next(1, 4);                          // STC
+        case 0x3F: machine_.CY = !machine_.CY; return Next(1, 4);                  // CMC
 
         // Control transfer
-        case 0xC3: return Jump(true);           // JMP addr
-        case 0xC2: return Jump(!Z);             // JNZ addr
-        case 0xCA: return Jump(Z);              // JZ addr
-        case 0xD2: return Jump(!CY);            // JNC addr
-        case 0xDA: return Jump(CY);             // JC addr
-        case 0xE2: return Jump(!P);             // JPO addr
-        case 0xEA: return Jump(P);              // JPE addr
-        case 0xF2: return Jump(!S);             // JP addr
-        case 0xFA: return Jump(S);              // JM addr
-        case 0xCD: return Call(true);           // CALL addr
-        case 0xC4: return Call(!Z);             // CNZ addr
-        case 0xCC: return Call(Z);              // CZ addr
-        case 0xD4: return Call(!CY);            // CNC addr
-        case 0xDC: return Call(CY);             // CC addr
-        case 0xE4: return Call(!P);             // CPO addr
-        case 0xEC: return Call(P);              // CPE addr
-        case 0xF4: return Call(!S);             // CP addr
-        case 0xFC: return Call(S);              // CM addr
-        case 0xC9: return Return(true, 10);     // RET
-        case 0xC0: return Return(!Z, 12);       // RNZ
-        case 0xC8: return Return(Z, 12);        // RZ
-        case 0xD0: return Return(!CY, 12);      // RNC
-        case 0xD8: return Return(CY, 12);       // RC
-        case 0xE0: return Return(!P, 12);       // RPO
-        case 0xE8: return Return(P, 12);        // RPE
-        case 0xF0: return Return(!S, 12);       // RP
-        case 0xF8: return Return(S, 12);        // RM
-        case 0xE9: PC = Join(H, L); return Next(0, 6);  // PCHL
+        case 0xC3: return Jump(true);                                              // JMP addr
+        EachCondition(0xC2): return Jump(Holds(c));                                // JNZ JZ JNC JC JPO JPE JP JM addr
+        case 0xCD: return Call(true);                                              // CALL addr
+        EachCondition(0xC4): return Call(Holds(c));                                // CNZ CZ CNC CC CPO CPE CP CM addr
+        case 0xC9: return Return(true, 10);                                        // RET
+        EachCondition(0xC0): return Return(Holds(c), 12);                          // RNZ RZ RNC RC RPO RPE RP RM
+        case 0xE9: pc_ = Pair(HL); return Next(0, 6);                              // PCHL
 
         // Stack, ports and machine control
-        VELMORA_EACH_PAIR(0xC5, return Push(pp))                            // PUSH pp
-        VELMORA_EACH_PAIR(0xC1, return Pop(pp))                             // POP pp
-        case 0xE3: return ExchangeStackTop();                               // XTHL
-        case 0xF9: SP = Join(H, L); return Next(1, 6);                      // SPHL
-        case 0xDB: A = Ports[Byte2()]; return Next(2, 10);                  // IN port
-        case 0xD3: Ports[Byte2()] = A; return Next(2, 10);                  // OUT port
-        case 0x00: return Next(1, 4);                                       // NOP
-        case 0x76: Halted = true; Next(0, 5); return false;                 // HLT
+        EachPair(0xC5): return Push(pp);                                           // PUSH pp
+        EachPair(0xC1): return Pop(pp);                                            // POP pp
+        case 0xE3: return ExchangeStackTop();                                      // XTHL
+        case 0xF9: machine_.SP = Pair(HL); return Next(1, 6);                      // SPHL
+        case 0xDB: machine_.A = machine_.Ports[Byte2()]; return Next(2, 10);       // IN port
+        case 0xD3: machine_.Ports[Byte2()] = machine_.A; return Next(2, 10);       // OUT port
+        case 0x00: return Next(1, 4);                                              // NOP
+        case 0x76: machine_.Halted = true; Next(0, 5); return false;               // HLT
 
-        // No instructions of this machine. Naming them all spares the decoding a range check.
-        case 0x08: case 0x10: case 0x18: case 0x20: case 0x28: case 0x30: case 0x38: case 0xC7: case 0xCB: case 0xCF:
-        case 0xD7: case 0xD9: case 0xDD: case 0xDF: case 0xE7: case 0xED: case 0xEF: case 0xF3: case 0xF7: case 0xFB:
-        case 0xFD: case 0xFF: return false;
+        // no instruction of this machine
+        default: return false;
     }
-    return false;
 }
 // clang-format on
 
-#undef VELMORA_EACH_PAIR
-#undef VELMORA_EACH_DESTINATION
-#undef VELMORA_EACH_SOURCE
-#undef VELMORA_EACH_SOURCE_BUT_M
-#undef VELMORA_REGISTER_CASE
+#undef EachMove
+#undef EachPair
+#undef EachCondition
+#undef EachDestination
+#undef EachSource
 
-template <Storage Where>
-inline bool Processor<Where>::Next(int length, int tStates) {
-    PC += length;
-    Charge(tStates);
+inline bool InstructionCycle::Next(int length, int tStates) {
+    pc_ += length;
+    tStates_ += tStates;
     return true;
 }
 
-template <Storage Where>
-inline bool Processor<Where>::Refuse(Limit limit, std::int32_t operand) {
-    const bool fetched = limit != Limit::Fetch;
-    Refused = {limit, PC, fetched ? Memory[Index(PC)] : std::uint8_t{0}, operand};
+inline bool InstructionCycle::Refuse(Limit limit, std::int32_t operand) {
+    machine_.Refused = {limit, pc_, FetchOpcode(), operand};
     return false;
+}
+
+// Operands
+
+template <std::uint8_t Code>
+inline std::uint8_t InstructionCycle::Get() {
+    if constexpr (Code != CodeOfM) return machine_.*RegisterOfCode[Code];
+    tStates_ += MemoryOperandTStates;
+    return At(Pair(HL));
+}
+
+template <std::uint8_t Code>
+inline void InstructionCycle::Set(std::uint8_t value) {
+    if constexpr (Code == CodeOfM) {
+        tStates_ += MemoryOperandTStates;
+        At(Pair(HL)) = value;
+    } else {
+        machine_.*RegisterOfCode[Code] = value;
+    }
+}
+
+// The odd conditions, Z, C, PE and M, want their flag set.
+inline bool InstructionCycle::Holds(std::uint8_t condition) const {
+    constexpr bool Registers::*flags[] = {&Registers::Z, &Registers::CY, &Registers::P, &Registers::S};
+    const bool flag = machine_.*flags[condition / 2];
+    return condition % 2 == 0 ? !flag : flag;
 }
 
 // Flags and arithmetic
 
-template <Storage Where>
-inline void Processor<Where>::SetFlagsFrom(std::uint8_t value) {
-    S = value > 127;
-    Z = value == 0;
-    P = (std::popcount(value) & 1) == 0;
+inline void InstructionCycle::SetFlagsFrom(std::uint8_t value) {
+    machine_.S = value > 127;
+    machine_.Z = value == 0;
+    machine_.P = (std::popcount(value) & 1) == 0;
 }
 
 // A takes the value modulo 256, CY tells whether it was above 255.
-template <Storage Where>
-inline void Processor<Where>::StoreResult(int value) {
-    A = Low(value);
-    CY = value > 255;
-    UpdateFlags();
+inline void InstructionCycle::StoreResult(int value) {
+    machine_.A = Low(value);
+    machine_.CY = value > 255;
+    SetFlagsFrom(machine_.A);
 }
 
 // AC is a decimal carry: a low digit sum of 10 sets it.
-template <Storage Where>
-inline void Processor<Where>::Add(std::uint8_t value, std::uint8_t carryIn) {
-    AC = (A & 15) + (value & 15) + carryIn >= 10;
-    StoreResult(A + value + carryIn);
+inline void InstructionCycle::Add(std::uint8_t value, std::uint8_t carryIn) {
+    machine_.AC = (machine_.A & 15) + (value & 15) + carryIn >= 10;
+    StoreResult(machine_.A + value + carryIn);
 }
 
 // Sets the flags of A - value - borrowIn and returns that difference; A and AC stay.
-template <Storage Where>
-inline std::uint8_t Processor<Where>::Difference(std::uint8_t value, std::uint8_t borrowIn) {
-    const int difference = A - value - borrowIn;
-    CY = difference < 0;
+inline std::uint8_t InstructionCycle::Difference(std::uint8_t value, std::uint8_t borrowIn) {
+    const int difference = machine_.A - value - borrowIn;
+    machine_.CY = difference < 0;
     SetFlagsFrom(Low(difference));
     return Low(difference);
 }
 
-template <Storage Where>
-inline void Processor<Where>::StoreLogical(int value) {
-    A = Low(value);
-    CY = false;
-    UpdateFlags();
+inline void InstructionCycle::StoreLogical(int value) {
+    machine_.A = Low(value);
+    machine_.CY = false;
+    SetFlagsFrom(machine_.A);
 }
 
 // INR and DCR: CY and AC stay.
-template <Storage Where>
-inline void Processor<Where>::Step(std::uint8_t code, int change) {
-    const std::uint8_t value = Low(GetReg(code) + change);
-    SetReg(code, value);
-    SetFlagsFrom(value);
+inline std::uint8_t InstructionCycle::Stepped(std::uint8_t value, int change) {
+    const std::uint8_t result = Low(value + change);
+    SetFlagsFrom(result);
+    return result;
 }
 
-// INX and DCX: 16 bits, no flags.
-template <Storage Where>
-inline void Processor<Where>::StepPair(std::uint8_t code, int change) {
-    const int value = GetRegPair(code, false) + change;
-    SetRegPair(code, High(value), Low(value), false);
-}
-
-template <Storage Where>
-inline void Processor<Where>::AddToHL(std::uint8_t code) {
-    const int sum = GetRegPair(code, false) + Join(H, L);
-    CY = sum > 0xFFFF;
-    SetRegPair(2, High(sum), Low(sum), false);
+inline void InstructionCycle::AddToHL(std::int32_t value) {
+    const std::int32_t sum = Pair(HL) + value;
+    machine_.CY = sum > 0xFFFF;
+    SetPair(HL, sum);
 }
 
 // S, Z, P and CY change only with the high adjust. A low adjust that wraps, from FA up, always leads to the high one.
-template <Storage Where>
-inline void Processor<Where>::DecimalAdjust() {
-    const bool adjustLow = (A & 15) > 9 || AC;
-    const int lowAdjusted = A + (adjustLow ? 6 : 0);
+inline void InstructionCycle::DecimalAdjust() {
+    const bool adjustLow = (machine_.A & 15) > 9 || machine_.AC;
+    const int lowAdjusted = machine_.A + (adjustLow ? 6 : 0);
     const bool wrapped = lowAdjusted > 255;
-    A = Low(lowAdjusted);
-    if (wrapped || (A & 0xF0) > 0x90 || CY) {
-        StoreResult(A + 0x60);
-        CY = true;
+    machine_.A = Low(lowAdjusted);
+    if (wrapped || (machine_.A & 0xF0) > 0x90 || machine_.CY) {
+        StoreResult(machine_.A + 0x60);
+        machine_.CY = true;
     }
 }
 
-template <Storage Where>
-inline void Processor<Where>::RotateLeft(bool into) {
-    CY = A > 0x7F;
-    A = Low(A << 1 | FlagBit(into));
+inline void InstructionCycle::RotateLeft(bool into) {
+    machine_.CY = machine_.A > 0x7F;
+    machine_.A = Low(machine_.A << 1 | MachineState::FlagBit(into));
 }
 
-template <Storage Where>
-inline void Processor<Where>::RotateRight(bool into) {
-    CY = (A & 1) != 0;
-    A = Low(A >> 1 | FlagBit(into) << 7);
+inline void InstructionCycle::RotateRight(bool into) {
+    machine_.CY = (machine_.A & 1) != 0;
+    machine_.A = Low(machine_.A >> 1 | MachineState::FlagBit(into) << 7);
 }
 
-template <Storage Where>
-inline void Processor<Where>::Exchange() {
-    std::swap(D, H);
-    std::swap(E, L);
+inline void InstructionCycle::Exchange() {
+    std::swap(machine_.D, machine_.H);
+    std::swap(machine_.E, machine_.L);
 }
 
-template <Storage Where>
-inline bool Processor<Where>::LoadHL(std::uint16_t address) {
+inline bool InstructionCycle::LoadHL(std::uint16_t address) {
     if (address == MemorySize - 1) return Refuse(Limit::WordAddress, address);
-    L = Memory[address];
-    H = Memory[address + 1U];
+    machine_.L = At(address);
+    machine_.H = At(address + 1);
     return Next(3, 16);
 }
 
-template <Storage Where>
-inline bool Processor<Where>::StoreHL(std::uint16_t address) {
+inline bool InstructionCycle::StoreHL(std::uint16_t address) {
     if (address == MemorySize - 1) return Refuse(Limit::WordAddress, address);
-    Memory[address] = L;
-    Memory[address + 1U] = H;
+    At(address) = machine_.L;
+    At(address + 1) = machine_.H;
     return Next(3, 16);
 }
 
 // Control transfer and stack
 
-template <Storage Where>
-inline bool Processor<Where>::Jump(bool condition) {
+inline bool InstructionCycle::Jump(bool condition) {
     if (!condition) return Next(3, 7);
-    PC = Word();
+    pc_ = Word();
     return Next(0, 10);
 }
 
-template <Storage Where>
-inline bool Processor<Where>::Call(bool condition) {
+inline bool InstructionCycle::Call(bool condition) {
     if (!condition) return Next(3, 9);
-    if (!HasRoomToPush()) return Refuse(Limit::Push, SP);
-    if (PC == LastFetchAddress) return Refuse(Limit::ReturnAddress, PC + 3);
+    if (!HasRoomToPush()) return Refuse(Limit::Push, machine_.SP);
+    if (pc_ == LastFetchAddress) return Refuse(Limit::ReturnAddress, pc_ + 3);
     DoCall();
     return true;
 }
 
 // The target is read after the pushes, which may have written over it.
-template <Storage Where>
-inline void Processor<Where>::DoCall() {
-    Memory[Index(SP - 1)] = High(PC + 3);
-    Memory[Index(SP - 2)] = Low(PC + 3);
-    SP -= 2;
-    PC = Word();
-    Charge(18);
+inline void InstructionCycle::DoCall() {
+    PushWord(pc_ + 3);
+    pc_ = Word();
+    Next(0, 18);
 }
 
-template <Storage Where>
-inline bool Processor<Where>::Return(bool condition, int tStates) {
+inline bool InstructionCycle::Return(bool condition, int tStates) {
     if (!condition) return Next(1, 6);
-    if (!HasWordToPop()) return Refuse(Limit::Pop, SP);
+    if (!HasWordToPop()) return Refuse(Limit::Pop, machine_.SP);
     DoReturn(tStates);
     return true;
 }
 
-template <Storage Where>
-inline void Processor<Where>::DoReturn(int tStates) {
-    PC = Join(Memory[Index(SP + 1)], Memory[Index(SP)]);
-    SP += 2;
-    Charge(tStates);
+inline void InstructionCycle::DoReturn(int tStates) {
+    pc_ = Join(At(machine_.SP + 1), At(machine_.SP));
+    machine_.SP += 2;
+    tStates_ += tStates;
 }
 
-template <Storage Where>
-inline bool Processor<Where>::Push(std::uint8_t code) {
-    if (!HasRoomToPush()) return Refuse(Limit::Push, SP);
-    const int value = GetRegPair(code, true);
-    Memory[Index(SP - 2)] = Low(value);
-    Memory[Index(SP - 1)] = High(value);
-    SP -= 2;
+inline void InstructionCycle::PushWord(int value) {
+    At(machine_.SP - 1) = High(value);
+    At(machine_.SP - 2) = Low(value);
+    machine_.SP -= 2;
+}
+
+inline bool InstructionCycle::Push(std::uint8_t code) {
+    if (!HasRoomToPush()) return Refuse(Limit::Push, machine_.SP);
+    PushWord(machine_.GetRegPair(code, true));
     return Next(1, 12);
 }
 
-template <Storage Where>
-inline bool Processor<Where>::Pop(std::uint8_t code) {
-    if (!HasWordToPop()) return Refuse(Limit::Pop, SP);
-    SetRegPair(code, Memory[Index(SP + 1)], Memory[Index(SP)], true);
-    SP += 2;
+inline bool InstructionCycle::Pop(std::uint8_t code) {
+    if (!HasWordToPop()) return Refuse(Limit::Pop, machine_.SP);
+    machine_.SetRegPair(code, At(machine_.SP + 1), At(machine_.SP), true);
+    machine_.SP += 2;
     return Next(1, 10);
 }
 
-template <Storage Where>
-inline bool Processor<Where>::ExchangeStackTop() {
-    if (!HasWordToPop()) return Refuse(Limit::Pop, SP);
-    std::swap(L, Memory[Index(SP)]);
-    std::swap(H, Memory[Index(SP + 1)]);
+inline bool InstructionCycle::ExchangeStackTop() {
+    if (!HasWordToPop()) return Refuse(Limit::Pop, machine_.SP);
+    std::swap(machine_.L, At(machine_.SP));
+    std::swap(machine_.H, At(machine_.SP + 1));
     return Next(1, 16);
 }
 

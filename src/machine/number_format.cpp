@@ -1,15 +1,12 @@
 #include "machine/number_format.h"
 
-#include <string_view>
-
 namespace m8085 {
 
 namespace {
 
 std::string FormatHex(std::uint32_t value, std::size_t leastDigits) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
-    for (; value != 0 || text.size() < leastDigits; value >>= 4) text.insert(text.begin(), digits[value & 15]);
+    for (; value != 0 || text.size() < leastDigits; value >>= 4) text.insert(text.begin(), HexDigits[value & 15]);
     return text;
 }
 

@@ -4,9 +4,13 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace m8085 {
+
+// The digits by their values.
+inline constexpr std::string_view HexDigits = "0123456789ABCDEF";
 
 // Exactly two upper-case hexadecimal digits.
 std::string FormatHexByte(std::uint8_t value);

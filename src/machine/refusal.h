@@ -20,6 +20,8 @@ struct Refusal {
     std::int32_t PC = 0;       // address of the refused instruction
     std::uint8_t Opcode = 0;   // its opcode; 0 where it could not be fetched
     std::int32_t Operand = 0;  // the address or stack pointer that it could not use
+
+    bool operator==(const Refusal&) const = default;
 };
 
 }  // namespace m8085

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 namespace m8085 {
@@ -32,6 +33,13 @@ struct Registers {
 
     // T-states since the last Reset or successful assembly. Stays at the largest 32-bit value once it is there.
     std::int32_t TStates = 0;
+
+    bool operator==(const Registers&) const = default;
 };
+
+// The registers by their codes. 6 stands for M, the byte in memory at the address in HL.
+inline constexpr std::array<std::uint8_t Registers::*, 8> RegisterOfCode = {
+    &Registers::B, &Registers::C, &Registers::D, &Registers::E, &Registers::H, &Registers::L, nullptr, &Registers::A};
+inline constexpr std::uint8_t CodeOfM = 6;
 
 }  // namespace m8085

@@ -12,12 +12,16 @@ constexpr auto richTextFormat = "text/rtf";
 
 }  // namespace
 
-void PutRichText(std::u16string_view text) {
-    const QString content = QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+QMimeData* MakeRichText(std::u16string_view text) {
+    QString content = QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
     auto* data = new QMimeData;
     data->setData(richTextFormat, content.toUtf8());
-    data->setText(content);
-    QGuiApplication::clipboard()->setMimeData(data);
+    data->setText(content.replace("\r\n", "\n"));
+    return data;
+}
+
+void PutRichText(std::u16string_view text) {
+    QGuiApplication::clipboard()->setMimeData(MakeRichText(text));
 }
 
 std::u16string ReadRichText() {

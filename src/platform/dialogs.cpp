@@ -2,15 +2,24 @@
 
 #include <QInputDialog>
 #include <QLabel>
+#include <algorithm>
 
 namespace platform {
 
 namespace {
 
+// A text goes on one line as far as there is room for it: Qt would break it sooner, at a hyphen too.
+void GiveRoom(QLabel& label) {
+    constexpr int mostPixels = 640;
+    const int needed = label.fontMetrics().horizontalAdvance(label.text());
+    label.setMinimumWidth(std::min(needed + 1, mostPixels));
+}
+
 QMessageBox::StandardButton Ask(QWidget& control, const QString& text, QMessageBox::Icon icon, const QString& caption,
                                 QMessageBox::StandardButtons buttons) {
     QMessageBox box(icon, caption, text, buttons, control.window());
     box.setTextFormat(Qt::PlainText);
+    GiveRoom(*box.findChild<QLabel*>("qt_msgbox_label"));
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 

@@ -10,11 +10,11 @@ inline bool IsCharacterKey(const QKeyEvent& event) {
     return !event.text().isEmpty() && event.key() != Qt::Key_Delete;
 }
 
-// Whether Alt is held, which makes of a letter an access key. AltGr, by which some keyboards type signs, is not Alt; it
-// can come as Ctrl and Alt together.
-inline bool IsAltHeld(const QKeyEvent& event) {
-    return event.modifiers().testFlag(Qt::AltModifier) &&
-           !event.modifiers().testAnyFlags(Qt::ControlModifier | Qt::GroupSwitchModifier);
+// Whether a key press is Alt with a letter, a digit or a sign. AltGr, which types characters of its own, is no Alt;
+// some systems report it as Alt with Ctrl.
+inline bool IsAltCharacter(const QKeyEvent& event) {
+    const bool alt = (event.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;
+    return alt && !event.text().isEmpty() && event.text().front().isPrint();
 }
 
 }  // namespace platform

@@ -4,9 +4,12 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QUrl>
 #include <algorithm>
 
+#include "platform/clipboard.h"
 #include "platform/fonts.h"
+#include "platform/keys.h"
 
 namespace platform {
 
@@ -34,6 +37,31 @@ QString ToDocumentText(std::u16string_view text) {
     return characters;
 }
 
+// Plain text of other programs. What the assembler knows no more than the eye can see is made a blank or a line end.
+std::u16string FromPlainText(const QString& text) {
+    std::u16string characters = text.toStdU16String();
+    for (char16_t& character : characters) {
+        const bool noBreakSpace = character == u'\u00A0' || character == u'\u2007' || character == u'\u202F';
+        const bool lineEnd = character == u'\u2028' || character == u'\u2029';
+        if (noBreakSpace) character = u' ';
+        if (lineEnd) character = u'\n';
+    }
+    return characters;
+}
+
+QString DroppedFile(const QDropEvent& event) {
+    const QList<QUrl> files = event.mimeData()->urls();
+    return files.size() == 1 ? files.front().toLocalFile() : QString();
+}
+
+// True if files are dragged and not text. Only one is accepted, and it stays where it is.
+bool AnswerFiles(QDropEvent& event) {
+    if (!event.mimeData()->hasUrls()) return false;
+    event.setDropAction(Qt::CopyAction);
+    event.setAccepted(!DroppedFile(event).isEmpty());
+    return true;
+}
+
 }  // namespace
 
 ProgramText::ProgramText(QWidget* parent) : QPlainTextEdit(parent) {
@@ -57,6 +85,7 @@ int ProgramText::Length() const {
 
 void ProgramText::SetText(std::u16string_view text) {
     setPlainText(ToDocumentText(text));
+    inserted_ = 0;
 }
 
 int ProgramText::SelectionStart() const {
@@ -82,14 +111,17 @@ std::u16string ProgramText::SelectedText() const {
 }
 
 void ProgramText::ReplaceSelection(std::u16string_view text) {
+    if (text.empty() && !textCursor().hasSelection()) return;
+    BeginStep();
     QTextCursor cursor = textCursor();
-    if (text.empty() && !cursor.hasSelection()) return;
     cursor.insertText(ToDocumentText(text));
     setTextCursor(cursor);
+    EndStep(text.size());
 }
 
 void ProgramText::InsertAt(const std::vector<std::size_t>& positions, std::u16string_view text) {
     if (positions.empty()) return;
+    BeginStep();
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
     const QString insertion = ToDocumentText(text);
@@ -98,6 +130,7 @@ void ProgramText::InsertAt(const std::vector<std::size_t>& positions, std::u16st
         cursor.insertText(insertion);
     }
     cursor.endEditBlock();
+    EndStep(positions.size() * text.size());
     SetSelectionStart(static_cast<int>(positions.back() + positions.size() * text.size()));
 }
 
@@ -118,7 +151,10 @@ void ProgramText::SelectLine(int line) {
         ClearSelection();
         return;
     }
-    // The caret goes to the line's beginning, so that a long line is not scrolled to its end.
+    // Each place that the caret goes to is scrolled into view.
+    constexpr int linesBelow = 3;
+    setTextCursor(QTextCursor(document()->findBlockByNumber(std::min(line - 1 + linesBelow, blockCount() - 1))));
+    // It ends at the line's beginning, so that a long line is not scrolled to its end.
     QTextCursor cursor = textCursor();
     cursor.setPosition(block.position() + block.length() - 1);
     cursor.setPosition(block.position(), QTextCursor::KeepAnchor);
@@ -126,20 +162,79 @@ void ProgramText::SelectLine(int line) {
 }
 
 // Tab types a tab and Enter ends the line, whatever the shift state. The toolkit's own line separator, which Shift with
-// Enter would type, is no line end to the program.
+// Enter would type, is no line end to the program. A letter with Alt is meant for a command, and types nothing where
+// that is disabled.
 void ProgramText::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab)
-        ReplaceSelection(u"\t");
-    else if (event->matches(QKeySequence::InsertLineSeparator))
-        ReplaceSelection(u"\r\n");
-    else
+    if (IsAltCharacter(*event)) {
+        event->ignore();
+    } else if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
+        insertPlainText("\t");
+        ensureCursorVisible();
+    } else if (event->matches(QKeySequence::InsertLineSeparator)) {
+        insertPlainText("\n");
+        ensureCursorVisible();
+    } else if (event->keyCombination() == (Qt::ControlModifier | Qt::Key_Y)) {
+        redo();
+    } else {
         QPlainTextEdit::keyPressEvent(event);
+    }
+}
+
+void ProgramText::dragEnterEvent(QDragEnterEvent* event) {
+    if (!AnswerFiles(*event)) QPlainTextEdit::dragEnterEvent(event);
+}
+
+void ProgramText::dragMoveEvent(QDragMoveEvent* event) {
+    if (!AnswerFiles(*event)) QPlainTextEdit::dragMoveEvent(event);
+}
+
+// The toolkit makes one step of taking a text from one place and putting it to another, within which no step can begin.
+void ProgramText::dropEvent(QDropEvent* event) {
+    if (!AnswerFiles(*event)) {
+        BeginStep();
+        QPlainTextEdit::dropEvent(event);
+    } else if (event->isAccepted()) {
+        emit FileDropped(DroppedFile(*event));
+    }
 }
 
 QMimeData* ProgramText::createMimeDataFromSelection() const {
-    auto* plainText = new QMimeData;
-    plainText->setText(QString::fromStdU16String(SelectedText()));
-    return plainText;
+    return MakeRichText(SelectedText());
+}
+
+// What Shift+Insert, the context menu and the mouse bring.
+void ProgramText::insertFromMimeData(const QMimeData* source) {
+    if (source->hasText()) ReplaceSelection(FromPlainText(source->text()));
+}
+
+// The toolkit joins a change to the step before it while the document counts as modified. What can be undone grows
+// without bound, and it can only be forgotten whole: before a step, so that the latest one is always there.
+void ProgramText::BeginStep() {
+    constexpr std::size_t mostInserted = 2'000'000;
+    document()->setModified(false);
+    if (inserted_ > mostInserted) ForgetSteps();
+}
+
+void ProgramText::EndStep(std::size_t inserted) {
+    document()->setModified(false);
+    inserted_ += inserted;
+}
+
+// The document gives the memory back only when its text is set anew. To everyone else that is no change.
+void ProgramText::ForgetSteps() {
+    const QSignalBlocker noChange(this);
+    const int anchor = textCursor().anchor();
+    const int position = textCursor().position();
+    const int across = horizontalScrollBar()->value();
+    const int down = verticalScrollBar()->value();
+    setPlainText(document()->toRawText());
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(anchor);
+    cursor.setPosition(position, QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
+    horizontalScrollBar()->setValue(across);
+    verticalScrollBar()->setValue(down);
+    inserted_ = 0;
 }
 
 // In the document a line end is one character; before a position there are as many as the number of its line.

@@ -21,40 +21,49 @@ public:
     // Replaces the whole text, and with it what can be undone. CR LF, LF and CR each end a line. Always a change.
     void SetText(std::u16string_view text);
 
-    // Makes what was done so far impossible to undo.
-    void ForgetHistory() { document()->clearUndoRedoStacks(); }
-
     int SelectionStart() const;
     void SetSelectionStart(int position);     // the selection becomes empty
     void SetSelectionLength(int characters);  // from the start of the selection; 1 or more
     std::u16string SelectedText() const;
 
     // Puts the text in the place of the selection, or at the caret where nothing is selected. The caret is left behind
-    // it. One step to undo.
+    // it. One step to undo, whatever was done before and after.
     void ReplaceSelection(std::u16string_view text);
 
     // Inserts the text at each of these positions, which are in ascending order and take no account of each other. One
-    // change, and one step to undo. The caret is left behind the last one.
+    // change, and one step to undo like the other. The caret is left behind the last one.
     void InsertAt(const std::vector<std::size_t>& positions, std::u16string_view text);
 
     // Makes the selection empty. The caret stays where the selection began, and nothing scrolls.
     void ClearSelection();
 
-    // Selects a line, counted from 1, without its line end, and scrolls it into view. Clears the selection if the text
-    // has no such line.
+    // Selects a line, counted from 1, without its line end, and scrolls it into view with some of the lines below it.
+    // Clears the selection if the text has no such line.
     void SelectLine(int line);
 
 signals:
     // Once for each change of the text. Colours are no change.
     void TextChanged();
 
+    // A file has been dropped on the editor. Several at once, and what is no file of this computer, are not taken.
+    void FileDropped(const QString& path);
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     QMimeData* createMimeDataFromSelection() const override;
+    void insertFromMimeData(const QMimeData* source) override;
 
 private:
+    void BeginStep();
+    void EndStep(std::size_t inserted);
+    void ForgetSteps();
     int ToDocument(int position) const;
     int FromDocument(int position) const;
+
+    std::size_t inserted_ = 0;  // characters, in all steps since nothing could be undone
 };
 
 }  // namespace platform

@@ -12,6 +12,12 @@ void DrawEdge(QPainter& painter, const QRect& rectangle, const QColor& colour) {
 
 Style::Style() : QProxyStyle(QStyleFactory::create("Fusion")) {}
 
+int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                     QStyleHintReturn* returnData) const {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returnData);
+}
+
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                           const QWidget* widget) const {
     constexpr int darker = 130;  // than the window's ground, in percent

@@ -22,7 +22,7 @@ TextBox::~TextBox() {
 }
 
 void TextBox::keyPressEvent(QKeyEvent* event) {
-    if (IsCharacterKey(*event) && IsAltHeld(*event)) {
+    if (IsAltCharacter(*event)) {
         event->ignore();
         return;
     }

@@ -1,6 +1,9 @@
 #include "shell/frm_splash.h"
 
+#include <QCoreApplication>
 #include <QDesktopServices>
+#include <QFileInfo>
+#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -19,8 +22,18 @@ namespace {
 constexpr int clientWidth = 6750;
 constexpr int clientHeight = 4515;
 constexpr int showMilliseconds = 2500;
+constexpr int frameWidth = 5;  // pixels
 
-const QString pageAddress = QStringLiteral("https://www.velmora.example");
+// The user guide that was installed beside the program, or else the page in the web.
+QUrl PageAddress() {
+    const QFileInfo guide(QCoreApplication::applicationDirPath() + "/../share/doc/velmora/user-guide.html");
+    return guide.isFile() ? QUrl::fromLocalFile(guide.canonicalFilePath()) : QUrl("https://www.velmora.example");
+}
+
+// As it fits into a width in pixels: the end of a path tells more than its middle.
+QString ShownAddress(const QUrl& address, const QFont& font, int width) {
+    return QFontMetrics(font).elidedText(address.toString(QUrl::PreferLocalFile), Qt::ElideMiddle, width);
+}
 
 // The blue share grows from 100 at the top to 200 at the foot.
 void PaintGradient(QPainter& painter) {
@@ -55,7 +68,9 @@ frmSplash::frmSplash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) 
     Label6 = &AddLabel("Label6", "webpage:", CourierNew(9.75), QColor(192, 0, 0), 960, 4080);
     QFont link = CourierNew(9.75);
     link.setUnderline(true);
-    Label5 = &AddLabel("Label5", pageAddress, link, QColor(0, 0, 255), 2040, 4080);
+    constexpr int linkLeft = 2040;
+    const QString address = ShownAddress(PageAddress(), link, platform::Pixels(6720 - linkLeft) - frameWidth);
+    Label5 = &AddLabel("Label5", address, link, QColor(0, 0, 255), linkLeft, 4080);
 
     Timer1.setSingleShot(true);
     connect(&Timer1, &QTimer::timeout, this, &frmSplash::Timer1_Timer);
@@ -94,7 +109,6 @@ QLabel& frmSplash::AddLabel(const QString& name, const QString& text, const QFon
 
 void frmSplash::paintEvent(QPaintEvent*) {
     constexpr double pixelsPerTwip = 1.0 / 15.0;
-    constexpr int frameWidth = 5;
     QPainter painter(this);
     painter.save();
     painter.scale(pixelsPerTwip, pixelsPerTwip);
@@ -132,8 +146,9 @@ void frmSplash::closeEvent(QCloseEvent* event) {
 }
 
 void frmSplash::Label5_Click() {
-    if (QDesktopServices::openUrl(QUrl(pageAddress))) return;
-    platform::ShowMessage(*this, "The page could not be opened in a browser. Its address is " + pageAddress,
+    const QUrl address = PageAddress();
+    if (QDesktopServices::openUrl(address)) return;
+    platform::ShowMessage(*this, "The page could not be opened in a browser. Its address is " + address.toString(),
                           QMessageBox::Information);
 }
 

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDropEvent>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -44,6 +45,20 @@ protected:
         document.mnuOpen_Click();
     }
 
+    // Whether the editor takes the files.
+    bool Drop(const QStringList& names) {
+        QList<QUrl> urls;
+        for (const QString& name : names) urls += QUrl::fromLocalFile(Path(name));
+        QMimeData files;
+        files.setUrls(urls);
+        QDragEnterEvent enter({}, Qt::CopyAction, &files, Qt::LeftButton, {});
+        QApplication::sendEvent(text.viewport(), &enter);
+        QDropEvent drop({}, Qt::CopyAction, &files, Qt::LeftButton, {});
+        QApplication::sendEvent(text.viewport(), &drop);
+        QCoreApplication::processEvents();
+        return enter.isAccepted() && drop.isAccepted();
+    }
+
     QWidget window;
     ProgramDocument document{&window};
     platform::ProgramText& text = document.txtCode();
@@ -78,9 +93,9 @@ TEST_F(ProgramDocumentTest, OpensAnyLineEndsAndSavesTheSameTextInItsEncoding) {
 
 TEST_F(ProgramDocumentTest, AFailedOrCancelledOpenChangesNothing) {
     QTest::keyClicks(&text, "hlt");
-    Write(Path("huge.asm"), {});
-    QFile::resize(Path("huge.asm"), 20'000'000);
-    for (const QString& path : {QString(), Path("none.asm"), Path("huge.asm")}) {
+    Write(Path("large.asm"), QByteArray(1024 * 1024 + 1, '\n'));
+    Write(Path("wide.asm"), "nop\n" + QByteArray(32'768, ' '));
+    for (const QString& path : {QString(), Path("none.asm"), Path("large.asm"), Path("wide.asm")}) {
         Open(path);
         EXPECT_EQ(text.Text(), u"hlt");
         EXPECT_EQ(title, "Velmora - [Untitled*]");
@@ -126,9 +141,25 @@ TEST_F(ProgramDocumentTest, NewAsksOnlyForAChangedTextAndCancelKeepsIt) {
         MessageAnswer no(QMessageBox::No);
         document.mnuNew_Click();
     }
-    text.undo();
-    EXPECT_EQ(text.Text(), u"") << "nothing is left to undo";
     EXPECT_EQ(title, "Velmora - [Untitled]");
+    text.undo();
+    EXPECT_EQ(text.Text(), u"hlt");
+    EXPECT_EQ(title, "Velmora - [Untitled*]");
+}
+
+TEST_F(ProgramDocumentTest, ADroppedFileIsOpenedUnlessTheTextBeforeItWouldBeLost) {
+    Write(Path("a.asm"), "nop");
+    EXPECT_TRUE(Drop({"a.asm"}));
+    EXPECT_EQ(text.Text(), u"nop");
+    EXPECT_FALSE(Drop({"a.asm", "b.asm"}));
+    QTest::keyClicks(&text, "x");
+    ASSERT_TRUE(folder.remove());
+    for (const auto answer : {QMessageBox::Cancel, QMessageBox::Yes}) {
+        MessageAnswer keep(answer);
+        Drop({"a.asm"});
+        EXPECT_TRUE(keep.Answered());
+        EXPECT_EQ(text.Text(), u"xnop");
+    }
 }
 
 TEST_F(ProgramDocumentTest, NewWithYesClearsTheTextWhateverBecameOfTheSaving) {
@@ -155,16 +186,26 @@ TEST_F(ProgramDocumentTest, SaveAsTakesTheNameAsGivenAndTheNextSaveAsksNothing) 
     EXPECT_EQ(Read(Path("program")), "hlt\r\n");
 }
 
-TEST_F(ProgramDocumentTest, TheClipboardTakesBothFormatsAndGivesOne) {
-    text.SetText(u"mov a,b\r\nhlt");
-    document.mnuSelectAll_Click();
-    document.mnuCut_Click();
-    EXPECT_EQ(text.Text(), u"");
-    EXPECT_EQ(QApplication::clipboard()->text(), "mov a,b\r\nhlt");
-    document.mnuPaste_Click();
-    document.mnuPaste_Click();
-    EXPECT_EQ(text.Text(), u"mov a,b\r\nhltmov a,b\r\nhlt");
-
+TEST_F(ProgramDocumentTest, EveryCopyPastesAndIsOneStep) {
+    const std::function<void()> copies[] = {
+        [this] { document.mnuCopy_Click(); },
+        [this] { document.mnuCut_Click(); },
+        [this] { QTest::keyClick(&text, Qt::Key_Insert, Qt::ControlModifier); },
+        [this] { QTest::keyClick(&text, Qt::Key_Delete, Qt::ShiftModifier); },
+    };
+    for (const auto& copy : copies) {
+        QApplication::clipboard()->clear();
+        text.SetText(u"nop\r\nhlt");
+        document.mnuSelectAll_Click();
+        copy();
+        EXPECT_EQ(QApplication::clipboard()->text(), "nop\nhlt");
+        document.mnuSelectAll_Click();
+        document.mnuPaste_Click();
+        document.mnuPaste_Click();
+        EXPECT_EQ(text.Text(), u"nop\r\nhltnop\r\nhlt");
+        text.undo();
+        EXPECT_EQ(text.Text(), u"nop\r\nhlt");
+    }
     QApplication::clipboard()->setText("plain");
     document.mnuSelectAll_Click();
     document.mnuPaste_Click();

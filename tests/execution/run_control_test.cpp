@@ -228,7 +228,8 @@ TEST_F(RunControlTest, WhatAStepOrARunHasChangedIsMarkedUntilSomethingElseChange
     EXPECT_TRUE(marked.Ports[7] && marked.Of(&Registers::A) && marked.Of(&Registers::PC));
     EXPECT_FALSE(marked.Ports[9] || marked.Of(&Registers::H) || markedBytes() != 0);
     EXPECT_EQ(next, 0x8000);
-    for (const auto& forget : {std::function<void()>([this] { control.Reset(); }), {[this] { control.SetAssembled(true); }},
+    for (const auto& forget : {std::function<void()>([this] { control.Reset(); }),
+                               {[this] { control.SetAssembled(true); }},
                                {[this] { control.ForgetChanges(); }}}) {
         Step();
         EXPECT_TRUE(marked.Of(&Registers::PC));

@@ -11,7 +11,6 @@ namespace m8085 {
 using support::Byte;
 using support::Execute;
 using support::MachineWith;
-using support::SameState;
 
 namespace {
 
@@ -89,7 +88,7 @@ TEST(InstructionCycle, EveryCodeMovesPCAndSPAndChargesItsTStates) {
             EXPECT_EQ(length == 's' || (opcode & 0xCF) == 0xC1, machine.SP == 0xFFF2);
             EXPECT_EQ(machine.Halted, opcode == 0x76);
             EXPECT_EQ(machine.Refused.Reason, Limit::None);
-            EXPECT_EQ(SameState(machine, before), tStates == 0);
+            EXPECT_EQ(machine == before, tStates == 0);
         }
 }
 
@@ -102,7 +101,7 @@ TEST(InstructionCycle, MovesBetweenAllRegistersAndMemory) {
         expected.SetReg(Byte(opcode >> 3), expected.GetReg(Byte(opcode)));
         expected.TStates += 4;
         expected.PC = 0x8001;
-        EXPECT_TRUE(SameState(machine, expected)) << opcode;
+        EXPECT_TRUE(machine == expected) << opcode;
     }
 }
 
@@ -113,6 +112,7 @@ TEST(InstructionCycle, LoadsAndStores) {
                      0x21, 0x34, 0x12, 0x22, 0xFE, 0xFF,        // LXI HL,1234; SHLD FFFE
                      0x3A, 0x00, 0x90, 0x32, 0x02, 0x90,        // LDA 9000; STA 9002
                      0x2A, 0x01, 0x90, 0xEB, 0x0A, 0x1A});      // LHLD 9001; XCHG; LDAX BC, LDAX DE
+    machine.Memory[0xAABB] = 0xCC;
     Execute(machine, 13);
     EXPECT_EQ(machine.Memory[0xFFFE], 0x34);
     EXPECT_EQ(machine.Memory[0xFFFF], 0x12);
@@ -121,6 +121,8 @@ TEST(InstructionCycle, LoadsAndStores) {
     EXPECT_EQ(machine.GetRegPair(2, false), 0x9001);
     machine.ExecuteInstruction();
     EXPECT_EQ(machine.A, 0xAA);
+    machine.ExecuteInstruction();
+    EXPECT_EQ(machine.A, 0xCC);
 }
 
 TEST(InstructionCycle, PushesAndPopsEveryPair) {
@@ -161,11 +163,10 @@ TEST(InstructionCycle, AnInstructionThatOverwritesItselfKeepsItsOrderOfAccesses)
         machine.ExecuteInstruction();
         EXPECT_EQ(machine.PC, target);
     }
-    MachineState machine = MachineWith({0x22, 0x01, 0x80, 0x3E, 0x04, 0x32, 0x08, 0x80, 0x00});  // SHLD 8001, STA 8008
-    Execute(machine, 4);
+    MachineState machine = MachineWith({0x22, 0x01, 0x80});  // SHLD 8001
+    Execute(machine, 1);
     EXPECT_EQ(machine.Memory[0x8001], 0x9F);
     EXPECT_EQ(machine.Memory[0x8002], 0x9C);
-    EXPECT_EQ(machine.B, 0x91) << "the NOP has become INR B";
 }
 
 TEST(InstructionCycle, TStatesStayAtTheirLimit) {

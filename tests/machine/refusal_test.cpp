@@ -52,12 +52,14 @@ TEST(Refusal, ChangesNothingAndTellsTheReason) {
             machine.Memory[static_cast<std::size_t>(pc + i)] = support::Byte(bytes[i]);
         const MachineState before = machine;
         machine.ExecuteInstruction();
-        EXPECT_EQ(machine.Refused.Reason, reason);
-        EXPECT_EQ(support::SameState(machine, before), reason != Limit::None);
-        EXPECT_EQ(reason == Limit::None ? machine.PC : machine.Refused.Operand, outcome);
-        if (reason == Limit::None) continue;
-        EXPECT_EQ(machine.Refused.PC, pc);
-        EXPECT_EQ(machine.Refused.Opcode, reason == Limit::Fetch ? 0 : opcode);
+        const Refusal expected{reason, pc, reason == Limit::Fetch ? std::uint8_t{0} : support::Byte(opcode), outcome};
+        EXPECT_TRUE(machine.Refused == (reason == Limit::None ? Refusal{} : expected));
+        if (reason == Limit::None) {
+            EXPECT_EQ(machine.PC, outcome);
+            continue;
+        }
+        machine.Refused = {};
+        EXPECT_TRUE(machine == before);
     }
 }
 

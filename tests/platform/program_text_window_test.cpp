@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QClipboard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -53,6 +55,43 @@ TEST_F(ProgramTextTest, ReplacingIsOneChangeAndLeavesTheCaretBehind) {
     EXPECT_EQ(text.Text(), u"mov a,b\r\nhlt");
 }
 
+TEST_F(ProgramTextTest, EveryInsertionIsAStepOfItsOwn) {
+    QTest::keyClicks(&text, "ab");
+    text.ReplaceSelection(u"c");
+    text.ReplaceSelection(u"d");
+    QApplication::clipboard()->setText(u"e\u00A0f\u2028\u2029"_qs);
+    QTest::keyClick(&text, Qt::Key_Insert, Qt::ShiftModifier);
+    text.InsertAt({1, 2}, u":");
+    QTest::keyClicks(&text, "gh");
+    const std::u16string steps[] = {u"ab", u"abc", u"abcd", u"abcde f\r\n\r\n", u"a:b:cde f\r\n\r\n"};
+    for (auto step = std::rbegin(steps); step != std::rend(steps); ++step) {
+        text.undo();
+        EXPECT_EQ(text.Text(), *step);
+    }
+    QTest::keyClick(&text, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(text.Text(), u"abc");
+}
+
+TEST_F(ProgramTextTest, WhatCanBeUndoneIsForgottenUnseenAndTheLatestStepNever) {
+    text.SetText(u"nop\r\nhlt\r\nnop");
+    text.InsertAt(std::vector<std::size_t>(30'000, 5), std::u16string(70, u'x') + u"\r\n");
+    const std::u16string before = text.Text();
+    changes.clear();
+    text.SelectLine(30'002);
+    text.ReplaceSelection(u"y");
+    EXPECT_EQ(changes.count(), 1);
+    text.undo();
+    EXPECT_EQ(text.Text(), before);
+    text.undo();
+    EXPECT_EQ(text.Text(), before);
+}
+
+TEST_F(ProgramTextTest, ALetterWithAltTypesNothingUnlessItIsAltGr) {
+    QTest::sendKeyEvent(QTest::Click, &text, Qt::Key_R, u'r', Qt::AltModifier);
+    QTest::sendKeyEvent(QTest::Click, &text, Qt::Key_Q, u'@', Qt::AltModifier | Qt::ControlModifier);
+    EXPECT_EQ(text.Text(), u"@");
+}
+
 TEST_F(ProgramTextTest, TabAndEnterDoTheSameWhateverTheShiftState) {
     text.SetText(u"ab");
     text.selectAll();
@@ -88,8 +127,12 @@ TEST_F(ProgramTextTest, SelectsALineWithoutItsEndAndNothingForALineThatIsNotTher
     EXPECT_EQ(text.SelectionStart(), 7);
 }
 
-TEST_F(ProgramTextTest, ClearingTheSelectionScrollsNothing) {
+TEST_F(ProgramTextTest, SelectingALineShowsSomeBelowItAndClearingTheSelectionScrollsNothing) {
     text.SetText(std::u16string(400, u'\n'));
+    for (int line = 1; line <= 100; ++line) {
+        text.SelectLine(line);
+        EXPECT_LT(line + 1, text.verticalScrollBar()->value() + text.verticalScrollBar()->pageStep());
+    }
     text.SelectLine(1);
     text.SetSelectionLength(2);
     text.verticalScrollBar()->setValue(200);

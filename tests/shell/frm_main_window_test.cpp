@@ -137,10 +137,10 @@ TEST_F(FrmMainTest, AssemblingOverTheCellEditorKeepsTheProgramAndTheMenuLeavesTh
 TEST_F(FrmMainTest, ATextThatIsTooLongIsRefusedUntouched) {
     Start();
     MessageAnswer error(QMessageBox::Ok);
-    const std::u16string text = std::u16string(32'765, u' ') + u":";
+    const std::u16string text = std::u16string(32'764, u' ') + u":";
     Editor().SetText(text);
     Click("cmdCompile");
-    EXPECT_TRUE(error.Text.contains("32766"));
+    EXPECT_TRUE(error.Text.contains("32767"));
     EXPECT_EQ(Editor().Text(), text);
 }
 

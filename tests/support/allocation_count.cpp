@@ -3,17 +3,10 @@
 #include <cstdlib>
 #include <new>
 
-static int allocationCount = 0;
-
-int support::AllocationCount() {
-    return allocationCount;
-}
-
 void* operator new(std::size_t size) {
-    ++allocationCount;
-    void* memory = std::malloc(size);
-    if (memory == nullptr) throw std::bad_alloc();
-    return memory;
+    ++support::Allocations;
+    if (void* memory = std::malloc(size)) return memory;
+    throw std::bad_alloc();
 }
 
 void operator delete(void* memory) noexcept {

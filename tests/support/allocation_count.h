@@ -3,6 +3,6 @@
 namespace support {
 
 // How often the whole test program has taken memory with `new`.
-int AllocationCount();
+inline int Allocations = 0;
 
 }  // namespace support

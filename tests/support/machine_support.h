@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <initializer_list>
-#include <tuple>
 
 #include "machine/machine_state.h"
 
@@ -17,12 +16,10 @@ constexpr std::uint8_t Byte(int value) {
 // 9699 in DE, 9C9F in HL, A5 in A, and A2 in the byte at HL.
 inline m8085::MachineState MachineWith(std::initializer_list<int> program) {
     m8085::MachineState machine;
-    machine.PC = 0x8000;
-    machine.SP = 0xFFF0;
     machine.H = 0x9C;
     machine.L = 0x9F;
     for (std::uint8_t code = 0; code < 8; ++code) machine.SetReg(code, Byte(0x90 + 3 * code));
-    machine.TStates = 0;
+    SetToProgramStart(machine);
     std::transform(program.begin(), program.end(), machine.Memory.begin() + machine.PC, Byte);
     return machine;
 }
@@ -33,14 +30,6 @@ inline void Execute(m8085::MachineState& machine, int instructions) {
 
 inline void SetAllFlags(m8085::MachineState& machine, bool value) {
     machine.S = machine.Z = machine.AC = machine.P = machine.CY = value;
-}
-
-// Everything but Refused.
-inline bool SameState(const m8085::MachineState& left, const m8085::MachineState& right) {
-    const auto registers = [](const m8085::MachineState& m) {
-        return std::tuple(m.GetPSW(), m.B, m.C, m.D, m.E, m.H, m.L, m.SP, m.PC, m.TStates, m.Halted);
-    };
-    return registers(left) == registers(right) && left.Memory == right.Memory && left.Ports == right.Ports;
 }
 
 }  // namespace support

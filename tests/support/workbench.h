@@ -26,7 +26,7 @@ struct Workbench {
     // Assembles text as an editor holds it, with CR LF, and on success sets the machine to the program's start.
     assembler::Assembly Assemble(std::u16string_view source) {
         assembler::Assembly assembly = assembler::AssembleProgram(Prepare(std::u16string(source)), machine, codeMap);
-        if (assembly.Succeeded) execution::SetToProgramStart(machine);
+        if (assembly.Succeeded) m8085::SetToProgramStart(machine);
         return assembly;
     }
 };

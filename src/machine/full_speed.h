@@ -3,11 +3,11 @@
 #include "machine/code_map.h"
 #include "machine/machine_state.h"
 
-namespace execution {
+namespace m8085 {
 
 // Executes from 1 up to `instructions` instructions at full speed. Ends early where a run has something to decide:
 // after HLT, at an address with no source line, on a code that is no instruction, and on a refused instruction. Which
 // of these it was can be read from the machine and the code map.
-void ExecuteSlice(m8085::MachineState& machine, const m8085::CodeMap& codeMap, int instructions);
+void ExecuteSlice(MachineState& machine, const CodeMap& codeMap, int instructions);
 
-}  // namespace execution
+}  // namespace m8085

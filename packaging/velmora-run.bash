@@ -1,0 +1,20 @@
+# Completion of velmora-run for bash.
+_velmora_run() {
+  local word=${COMP_WORDS[COMP_CWORD]} before=
+  [ "$COMP_CWORD" -eq 0 ] || before=${COMP_WORDS[COMP_CWORD - 1]}
+  local options="--help --version --check --listing --load --set --limit --trace --show --expect --json --save --binary
+    --hex"
+  local answers=
+  case $before in
+    --show) answers="registers ports changed" ;;
+    --set | --expect | --limit) return ;;
+    *) [[ $word != -* ]] || answers=$options ;;
+  esac
+  if [ -n "$answers" ]; then
+    mapfile -t COMPREPLY < <(compgen -W "$answers" -- "$word")
+  else
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -f -- "$word")
+  fi
+}
+complete -F _velmora_run velmora-run

@@ -1,0 +1,45 @@
+#include "console/image.h"
+
+#include <algorithm>
+
+#include "machine/number_format.h"
+
+namespace console {
+
+namespace {
+
+// Length, address, type and data, then what makes the sum of all of them 0 in its low byte.
+void AppendRecord(std::string& text, std::string_view bytes) {
+    unsigned sum = 0;
+    text += ':';
+    for (const char byte : bytes) {
+        sum += static_cast<unsigned char>(byte);
+        text += m8085::FormatHexByte(static_cast<std::uint8_t>(byte));
+    }
+    text += m8085::FormatHexByte(static_cast<std::uint8_t>(-sum & 0xFF)) + "\r\n";
+}
+
+}  // namespace
+
+std::string ComposeBinary(memedata::AddressRange range, const m8085::MemoryBytes& memory) {
+    if (range.First > range.Last) return {};
+    return {memory.begin() + range.First, memory.begin() + range.Last + 1};
+}
+
+std::string ComposeIntelHex(memedata::AddressRange range, const m8085::MemoryBytes& memory) {
+    constexpr std::size_t longestRecord = 16;
+    constexpr std::string_view endOfFile("\x00\x00\x00\x01", 4);
+    const std::string bytes = ComposeBinary(range, memory);
+    std::string text;
+    for (std::size_t done = 0; done < bytes.size(); done += longestRecord) {
+        const std::string_view data = std::string_view(bytes).substr(done, longestRecord);
+        const std::size_t address = range.First + done;
+        std::string record = {static_cast<char>(data.size()), static_cast<char>(address >> 8),
+                              static_cast<char>(address & 0xFF), '\0'};
+        AppendRecord(text, record += data);
+    }
+    AppendRecord(text, endOfFile);
+    return text;
+}
+
+}  // namespace console

@@ -1,0 +1,247 @@
+#include "console/report.h"
+
+#include <algorithm>
+#include <cmath>
+#include <nlohmann/json.hpp>
+#include <span>
+
+#include "console/text.h"
+#include "execution/messages.h"
+#include "machine/number_format.h"
+
+namespace console {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using m8085::FormatHexByte;
+using m8085::FormatHexLong;
+
+constexpr std::size_t bytesInRow = 16;
+
+// Bytes that stand side by side.
+struct Stretch {
+    std::size_t First = 0;
+    std::span<const std::uint8_t> Bytes;
+};
+
+std::vector<Stretch> Changed(std::span<const std::uint8_t> before, std::span<const std::uint8_t> after) {
+    std::vector<Stretch> stretches;
+    for (std::size_t first = 0; first < after.size(); ++first) {
+        std::size_t end = first;
+        while (end < after.size() && after[end] != before[end]) ++end;
+        if (end > first) stretches.push_back({first, after.subspan(first, end - first)});
+        first = end;
+    }
+    return stretches;
+}
+
+std::vector<Stretch> ChangedMemory(const Simulation& simulation) {
+    return Changed(simulation.MemoryBefore, simulation.Machine.Memory);
+}
+
+std::vector<Stretch> ChangedPorts(const Simulation& simulation) {
+    return Changed(simulation.PortsBefore, simulation.Machine.Ports);
+}
+
+std::span<const std::uint8_t> MemoryIn(const Simulation& simulation, memedata::AddressRange range) {
+    return std::span(simulation.Machine.Memory).subspan(range.First, std::size_t{range.Last} - range.First + 1);
+}
+
+// Rows of at most sixteen bytes, each behind its address.
+void AppendRows(std::vector<std::string>& rows, const std::string& label, const Stretch& stretch, bool isPort) {
+    for (std::size_t done = 0; done < stretch.Bytes.size(); done += bytesInRow) {
+        const std::size_t address = stretch.First + done;
+        std::string row = label + (isPort ? FormatHexByte(static_cast<std::uint8_t>(address))
+                                          : FormatHexLong(static_cast<std::int32_t>(address)));
+        row += ':';
+        for (std::size_t i = done; i < std::min(done + bytesInRow, stretch.Bytes.size()); ++i)
+            row += ' ' + FormatHexByte(stretch.Bytes[i]);
+        rows.push_back(std::move(row));
+    }
+}
+
+std::string RegisterLines(const m8085::MachineState& machine) {
+    std::string text;
+    for (const auto& [name, field] : RegisterNames)
+        text += std::string(name) + '=' + FormatHexByte(machine.*field) + ' ';
+    text += "SP=" + FormatHexLong(machine.SP) + " PC=" + FormatHexLong(machine.PC) + '\n';
+    for (const auto& [name, flag] : Flags) text += std::string(name) + '=' + m8085::FormatBool(machine.*flag) + ' ';
+    return text + "T-states=" + std::to_string(machine.TStates) + '\n';
+}
+
+std::string ChangedLines(const Simulation& simulation, std::size_t most) {
+    std::vector<std::string> rows;
+    for (const Stretch& stretch : ChangedMemory(simulation)) AppendRows(rows, "", stretch, false);
+    for (const Stretch& stretch : ChangedPorts(simulation)) AppendRows(rows, "port ", stretch, true);
+    std::string text;
+    for (std::size_t i = 0; i < std::min(most, rows.size()); ++i) text += rows[i] + '\n';
+    if (rows.size() > most)
+        text += std::to_string(rows.size() - most) + " more lines of changed bytes; --show changed shows them all\n";
+    return text;
+}
+
+std::string ViewText(const Simulation& simulation, const View& view) {
+    if (view.What == View::Kind::Registers) return RegisterLines(simulation.Machine);
+    if (view.What == View::Kind::Changed) return ChangedLines(simulation, m8085::MemorySize);
+    std::vector<std::string> rows;
+    if (view.What == View::Kind::Ports)
+        AppendRows(rows, "port ", {0, simulation.Machine.Ports}, true);
+    else
+        AppendRows(rows, "", {view.Range.First, MemoryIn(simulation, view.Range)}, false);
+    std::string text;
+    for (const std::string& row : rows) text += row + '\n';
+    return text;
+}
+
+bool WasRun(const Simulation& simulation) {
+    return simulation.HowItEnded != Outcome::Assembled && simulation.HowItEnded != Outcome::NotAssembled &&
+           simulation.HowItEnded != Outcome::Unreadable;
+}
+
+bool AllHold(const Simulation& simulation, const Options& options) {
+    return std::ranges::all_of(options.Expectations, [&simulation](const Expectation& expectation) {
+        return expectation.Holds(simulation.Machine);
+    });
+}
+
+std::string_view OutcomeName(Outcome outcome) {
+    switch (outcome) {
+        case Outcome::Assembled: return "assembled";
+        case Outcome::Ended: return "ended";
+        case Outcome::Unreadable: return "unreadable";
+        case Outcome::NotAssembled: return "not assembled";
+        case Outcome::LimitReached: return "limit reached";
+        case Outcome::NoInstruction: return "no instruction";
+        case Outcome::Refused: return "refused";
+    }
+    return {};
+}
+
+Json StretchesAsJson(std::span<const Stretch> stretches, const char* place) {
+    Json list = Json::array();
+    for (const Stretch& stretch : stretches) list.push_back({{place, stretch.First}, {"bytes", stretch.Bytes}});
+    return list;
+}
+
+Json MachineAsJson(const m8085::MachineState& machine) {
+    Json registers;
+    for (const auto& [name, field] : RegisterNames) registers[std::string(name)] = machine.*field;
+    registers["SP"] = machine.SP;
+    registers["PC"] = machine.PC;
+    Json flags;
+    for (const auto& [name, flag] : Flags) flags[std::string(name)] = machine.*flag;
+    return {{"registers", registers}, {"flags", flags}};
+}
+
+Json LabelsAsJson(const assembler::LabelTable& labels) {
+    Json list = Json::object();
+    for (int slot = 0; slot < labels.LabelCount(); ++slot)
+        if (labels[slot].Kind == assembler::LabelKind::Definition)
+            list.emplace(Utf8(labels[slot].Name), labels[slot].Address);  // the first of a name holds
+    return list;
+}
+
+Json ExpectationsAsJson(const Simulation& simulation, const Options& options) {
+    Json list = Json::array();
+    for (const Expectation& expectation : options.Expectations)
+        list.push_back({{"expected", expectation.Text()},
+                        {"found", expectation.Found(simulation.Machine)},
+                        {"holds", expectation.Holds(simulation.Machine)}});
+    return list;
+}
+
+Json ViewsAsJson(const Simulation& simulation, const Options& options) {
+    Json list = Json::array();
+    for (const View& view : options.Views) {
+        if (view.What == View::Kind::Memory)
+            list.push_back({{"address", view.Range.First}, {"bytes", MemoryIn(simulation, view.Range)}});
+        if (view.What == View::Kind::Ports)
+            list.push_back({{"port", 0}, {"bytes", std::span(simulation.Machine.Ports)}});
+    }
+    return list;
+}
+
+}  // namespace
+
+ExitCode ExitCodeOf(const Simulation& simulation, const Options& options) {
+    switch (simulation.HowItEnded) {
+        case Outcome::Unreadable: return WrongUse;
+        case Outcome::NotAssembled: return DoesNotAssemble;
+        case Outcome::Assembled: return Success;
+        case Outcome::Refused: return AccessRefused;
+        default: break;
+    }
+    if (!AllHold(simulation, options)) return Unexpected;
+    return simulation.HowItEnded == Outcome::Ended ? Success : DoesNotEnd;
+}
+
+std::string Diagnosis(const Simulation& simulation) {
+    if (simulation.HowItEnded == Outcome::Assembled || simulation.HowItEnded == Outcome::Ended) return {};
+    const std::string place =
+        Printable(simulation.Name) + ':' + (simulation.Line == 0 ? "" : std::to_string(simulation.Line) + ':');
+    std::string text = place + " error: " + simulation.Message + '\n';
+    if (!simulation.Note.empty()) text += place + " note: " + simulation.Note + '\n';
+    if (const auto source = simulation.SourceOf(simulation.Line); WasRun(simulation) && !source.empty())
+        text += "    " + std::string(source) + '\n';
+    return text;
+}
+
+std::string TextReport(const Simulation& simulation, const Options& options) {
+    if (simulation.HowItEnded == Outcome::Unreadable || simulation.HowItEnded == Outcome::NotAssembled) return {};
+    if (simulation.HowItEnded == Outcome::Assembled) {
+        const std::int32_t end = simulation.Translation.End;
+        if (end == m8085::ProgramOrigin) return "Assembled: there is no instruction.\n";
+        return "Assembled: " + std::to_string(end - m8085::ProgramOrigin) + " bytes, " +
+               FormatHexLong(m8085::ProgramOrigin) + " to " + FormatHexLong(end - 1) + ".\n";
+    }
+    std::string text = simulation.HowItEnded == Outcome::Ended ? simulation.Message + '\n' : "";
+    constexpr std::size_t mostRows = 32;
+    if (options.Views.empty()) text += RegisterLines(simulation.Machine) + ChangedLines(simulation, mostRows);
+    for (const View& view : options.Views) text += ViewText(simulation, view);
+    return text;
+}
+
+std::string Verdict(const Simulation& simulation, const Options& options) {
+    std::vector<std::string> reasons;
+    if (simulation.HowItEnded != Outcome::Ended)
+        reasons.push_back((simulation.Line == 0 ? "" : "line " + std::to_string(simulation.Line) + ": ") +
+                          simulation.Message + (simulation.Note.empty() ? "" : " (" + simulation.Note + ")"));
+    if (WasRun(simulation))
+        for (const Expectation& expectation : options.Expectations)
+            if (!expectation.Holds(simulation.Machine))
+                reasons.push_back("expected " + expectation.Text() + ", found " +
+                                  expectation.Found(simulation.Machine));
+    std::string line = Printable(simulation.Name) + (reasons.empty() ? ": pass" : ": fail");
+    for (const std::string& reason : reasons) line += (&reason == &reasons.front() ? ": " : "; ") + Printable(reason);
+    return line + '\n';
+}
+
+std::string JsonReport(const Simulation& simulation, const Options& options) {
+    Json report = {{"program", simulation.Name},
+                   {"outcome", OutcomeName(simulation.HowItEnded)},
+                   {"exitCode", ExitCodeOf(simulation, options)},
+                   {"message", simulation.Message}};
+    if (!simulation.Note.empty()) report["note"] = simulation.Note;
+    if (simulation.Line != 0) {
+        report["line"] = simulation.Line;
+        report["source"] = simulation.SourceOf(simulation.Line);
+    }
+    if (simulation.Translation.Succeeded) {
+        report["size"] = simulation.Translation.End - m8085::ProgramOrigin;
+        report["labels"] = LabelsAsJson(simulation.Translation.Labels);
+    }
+    if (WasRun(simulation)) {
+        report["tStates"] = simulation.Machine.TStates;
+        report["microseconds"] = std::round(simulation.Machine.TStates * execution::RunMicroseconds * 1000) / 1000;
+        report.update(MachineAsJson(simulation.Machine));
+        report["changedMemory"] = StretchesAsJson(ChangedMemory(simulation), "address");
+        report["changedPorts"] = StretchesAsJson(ChangedPorts(simulation), "port");
+        if (!options.Views.empty()) report["shown"] = ViewsAsJson(simulation, options);
+        if (!options.Expectations.empty()) report["expectations"] = ExpectationsAsJson(simulation, options);
+    }
+    if (!options.Expectations.empty()) report["pass"] = ExitCodeOf(simulation, options) == Success;
+    return report.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace console

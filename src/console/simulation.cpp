@@ -1,0 +1,143 @@
+#include "console/simulation.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "assembler/disassembly.h"
+#include "assembler/explanation.h"
+#include "assembler/instruction_table.h"
+#include "console/text.h"
+#include "console/trace.h"
+#include "editor/program_file.h"
+#include "execution/messages.h"
+#include "execution/run_control.h"
+#include "machine/full_speed.h"
+#include "machine/number_format.h"
+
+namespace console {
+
+namespace {
+
+std::vector<std::string> LinesOf(std::u16string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of(u"\r\n"), text.size());
+        lines.push_back(Printable(Utf8(text.substr(0, end))));
+        const std::size_t lineEnd = text.substr(end).starts_with(u"\r\n") ? 2 : 1;
+        text.remove_prefix(std::min(end + lineEnd, text.size()));
+    }
+    return lines;
+}
+
+// Whether the program has come to a place from which it does not go on, and which.
+bool HasStopped(Simulation& simulation) {
+    const m8085::MachineState& machine = simulation.Machine;
+    if (machine.Refused.Reason != m8085::Limit::None)
+        simulation.HowItEnded = Outcome::Refused;
+    else if (machine.Halted || simulation.Code.LineAt(machine.PC) == 0)
+        simulation.HowItEnded = Outcome::Ended;
+    else if (machine.CanFetch() &&
+             assembler::AnchorOf(machine.Memory[static_cast<std::size_t>(machine.PC)]) == assembler::NoAnchor)
+        simulation.HowItEnded = Outcome::NoInstruction;
+    else
+        return false;
+    return true;
+}
+
+void RunAtFullSpeed(Simulation& simulation, std::uint64_t limit) {
+    constexpr std::uint64_t slice = 1'000'000;
+    while (limit > 0) {
+        const std::uint64_t instructions = std::min(limit, slice);
+        m8085::ExecuteSlice(simulation.Machine, simulation.Code, static_cast<int>(instructions));
+        if (HasStopped(simulation)) return;
+        limit -= instructions;
+    }
+}
+
+void RunTraced(Simulation& simulation, std::uint64_t limit, const TraceSink& trace) {
+    constexpr std::size_t fullBuffer = 0x10000;
+    m8085::MachineState& machine = simulation.Machine;
+    std::string lines;
+    for (bool hasStopped = false; !hasStopped && limit > 0; --limit) {
+        const Fetched instruction = FetchAtPC(machine);
+        machine.ExecuteInstruction();
+        hasStopped = HasStopped(simulation);
+        const bool isInstruction = assembler::AnchorOf(instruction.Bytes[0]) != assembler::NoAnchor;
+        if (isInstruction && machine.Refused.Reason == m8085::Limit::None) AppendTraceLine(lines, instruction, machine);
+        if (lines.size() < fullBuffer && !hasStopped && limit > 1) continue;
+        trace(lines);
+        lines.clear();
+    }
+}
+
+std::string MessageFor(const Simulation& simulation, std::uint64_t limit) {
+    const m8085::MachineState& machine = simulation.Machine;
+    const std::string address = m8085::FormatHexLong(machine.PC);
+    switch (simulation.HowItEnded) {
+        case Outcome::Ended: return execution::EndMessage(machine.TStates, execution::RunMicroseconds);
+        case Outcome::Refused: return execution::RefusalMessage(machine.Refused);
+        case Outcome::NoInstruction:
+            return "The byte " + m8085::FormatHexByte(machine.Memory[static_cast<std::size_t>(machine.PC)]) +
+                   " at address " + address + " is no instruction: the program stands still there.";
+        default:
+            return "The limit of " + std::to_string(limit) + " instructions has been reached at address " + address +
+                   ".";
+    }
+}
+
+}  // namespace
+
+memedata::AddressRange Simulation::ProgramRange() const {
+    return {static_cast<std::uint16_t>(m8085::ProgramOrigin), static_cast<std::uint16_t>(Translation.End - 1)};
+}
+
+std::string_view Simulation::SourceOf(int line) const {
+    if (line < 1 || line > std::ssize(SourceLines)) return {};
+    std::string_view text = SourceLines[static_cast<std::size_t>(line - 1)];
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    return text.substr(0, text.find_last_not_of(" \t") + 1);
+}
+
+std::unique_ptr<Simulation> Unreadable(std::string name, std::string reason) {
+    auto simulation = std::make_unique<Simulation>();
+    simulation->Name = std::move(name);
+    simulation->HowItEnded = Outcome::Unreadable;
+    simulation->Message = std::move(reason);
+    return simulation;
+}
+
+std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file) {
+    auto simulation = std::make_unique<Simulation>();
+    simulation->Name = std::move(name);
+    const std::u16string source = editor::DecodeProgramFile(file).Text;
+    simulation->SourceLines = LinesOf(source);
+    simulation->Program = assembler::PrepareProgram(source);
+    // The line end that preparing has added is not the user's.
+    const auto excess = assembler::ExplainExcessLength(simulation->Program.Text.size() - 1, 0);
+    auto& assembly = simulation->Translation;
+    assembly = assembler::AssembleProgram(simulation->Program.Text, simulation->Machine, simulation->Code);
+    if (assembly.Succeeded) {
+        m8085::SetToProgramStart(simulation->Machine);
+        return simulation;
+    }
+    simulation->HowItEnded = Outcome::NotAssembled;
+    simulation->Message = excess ? *excess : Printable(Utf8(assembly.AsmErrorText));
+    simulation->Line = simulation->Program.SourceLine(assembly.FaultLine);
+    simulation->Note = Printable(Utf8(assembler::ExplainFailure(simulation->Program, assembly)));
+    return simulation;
+}
+
+void Run(Simulation& simulation, std::uint64_t limit, const TraceSink& trace) {
+    simulation.HowItEnded = Outcome::LimitReached;
+    const std::uint64_t most = limit == 0 ? std::numeric_limits<std::uint64_t>::max() : limit;
+    if (trace)
+        RunTraced(simulation, most, trace);
+    else
+        RunAtFullSpeed(simulation, most);
+    simulation.Message = MessageFor(simulation, limit);
+    if (simulation.HowItEnded == Outcome::Ended) return;
+    simulation.Line = simulation.Program.SourceLine(simulation.Code.LineAt(simulation.Machine.PC));
+}
+
+}  // namespace console

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "assembler/assembler.h"
+#include "assembler/source_preparation.h"
+#include "datafiles/data_file.h"
+#include "machine/code_map.h"
+#include "machine/machine_state.h"
+
+namespace console {
+
+enum class Outcome {
+    Assembled,   // and not run
+    Ended,       // at HLT or where no instruction was assembled
+    Unreadable,  // there is no program
+    NotAssembled,
+    LimitReached,   // in instructions
+    NoInstruction,  // the program stands still at a code that is none
+    Refused,        // the machine refused an access beyond its memory
+};
+
+// One program, the machine of its own that it is assembled into and runs on, and what became of it.
+struct Simulation {
+    std::string Name;  // as it is shown
+    Outcome HowItEnded = Outcome::Assembled;
+    std::string Message;  // of the program's end, or what went wrong
+    std::string Note;     // what is behind a failed assembly; empty for nothing
+    int Line = 0;         // of the file, where something went wrong; 0 for no line
+
+    std::vector<std::string> SourceLines;  // of the file, in UTF-8
+    assembler::PreparedProgram Program;
+    assembler::Assembly Translation;
+    m8085::MachineState Machine;
+    m8085::CodeMap Code;
+    m8085::MemoryBytes MemoryBefore{};  // as they were when the run began
+    m8085::PortBytes PortsBefore{};
+
+    // Where the assembled program lies. The first address is above the last if there is nothing.
+    memedata::AddressRange ProgramRange() const;
+
+    // The text of the file's line, without blanks around it; empty for line 0.
+    std::string_view SourceOf(int line) const;
+};
+
+// A simulation of a program that cannot be read.
+std::unique_ptr<Simulation> Unreadable(std::string name, std::string reason);
+
+// Assembles a program file into a new machine, which is left as after Assemble, at the program's start.
+std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file);
+
+// Takes the trace, in pieces of any length.
+using TraceSink = std::function<void(std::string_view)>;
+
+// Runs the program as Run does, for so many instructions at most; 0 for no limit. Without a sink, at full speed.
+void Run(Simulation& simulation, std::uint64_t limit, const TraceSink& trace);
+
+}  // namespace console
