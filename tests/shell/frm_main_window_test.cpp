@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QTemporaryFile>
 #include <QTest>
 #include <functional>
 #include <memory>
 
 #include "platform/modal.h"
+#include "platform/palette.h"
 #include "platform/program_text.h"
 #include "shell/workbench.h"
 
@@ -154,6 +156,38 @@ TEST_F(FrmMainTest, StepsShowTheNextLineAndTheEndTakesTwoPresses) {
     Click("cmdSingleStep");
     EXPECT_TRUE(end.Text.contains("3.96 microsec on 8085 (12 T-States)"));
     EXPECT_EQ(Editor().SelectedText(), u"");
+}
+
+TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachine) {
+    StartWith(u"nop\r\nnop\r\nnop\r\nnop\r\nnop\r\nnop");
+    const auto isMarked = [this] {
+        return Find<QLineEdit>("txtPC").palette().color(QPalette::Text) == platform::ChangedText;
+    };
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    const std::function<void()> changes[] = {
+        [this] { Click("txtSf"); },
+        [this] {
+            EditCell(7, 1);
+            QTest::keyClicks(QApplication::focusWidget(), "9");
+        },
+        [this] {
+            const InputAnswer answer("a000");
+            Click("cmdAdd");
+        },
+        [&] {
+            const FileAnswer answer(file.fileName());
+            Find<QAction>("mnuLoadData").trigger();
+        },
+        [this] { Click("cmdReset"); },
+        [this] { Click("cmdClear"); },
+    };
+    for (const auto& change : changes) {
+        Click("cmdSingleStep");
+        EXPECT_TRUE(isMarked());
+        change();
+        EXPECT_FALSE(isMarked());
+    }
 }
 
 TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
