@@ -23,20 +23,11 @@ protected:
     void EditCell(int row, int column) { Find<QTableView>("grdRAM").setCurrentIndex(Cells().index(row, column)); }
 };
 
-TEST_F(FrmMainTest, AProgramIsTypedAssembledAndRunByKeyboardAlone) {
+TEST_F(FrmMainTest, TheEditorHasTheFocusAtTheStartAndKeepsItAtTab) {
     Start();
-    ASSERT_EQ(QApplication::focusWidget(), &Editor());
-    QTest::keyClicks(&Editor(), "mvi a,5\rhlt");
-    Press(Qt::Key_F4);
-    EXPECT_EQ(State(), CommandState::ProgramAssembled);
-    MessageAnswer end(QMessageBox::Ok);
-    Press(Qt::Key_F5);
-    EXPECT_TRUE(end.Text.contains("12 T-States"));
-    EXPECT_EQ(Register("A"), "05");
     QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
-    EXPECT_EQ(Editor().Text(), u"mvi a,5\r\nhlt\t");
+    EXPECT_EQ(Editor().Text(), u"\t");
     EXPECT_EQ(window->focusWidget(), &Editor());
-    EXPECT_EQ(State(), CommandState::NoProgram);
 }
 
 TEST_F(FrmMainTest, AFailedAssemblyShowsItsLineAndKeepsWhatWasTypedIntoABox) {
