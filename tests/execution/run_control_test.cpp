@@ -187,4 +187,42 @@ TEST_F(RunControlTest, MarksWhatTheLatestStepOrRunHasChangedAndWhereTheNextInstr
     EXPECT_FALSE(marked.Memory[0x9000]);
 }
 
+TEST_F(RunControlTest, WhatAStepOrARunHasChangedIsMarkedUntilSomethingElseChangesTheMachine) {
+    using m8085::Registers;
+    const auto markedBytes = [this] { return std::count(marked.Memory.begin(), marked.Memory.end(), true); };
+    Load(u"LXI H,9001\r\nSUB A\r\nMOV M,L\r\nOUT 7\r\nINR A\r\nOUT 7\r\nHLT");
+    EXPECT_EQ(next, 0x8000);
+    machine.Ports[9] = 9;
+    Step();
+    EXPECT_TRUE(marked.Of(&Registers::H) && marked.Of(&Registers::L) && marked.Of(&Registers::PC));
+    EXPECT_FALSE(marked.Of(&Registers::A) || marked.OfFlags() || marked.Of(&Registers::SP) || markedBytes() != 0);
+    Step();
+    EXPECT_TRUE(marked.Of(&Registers::Z) && marked.OfFlags());
+    EXPECT_FALSE(marked.Of(&Registers::A) || marked.Of(&Registers::CY)) << "the same value is no change";
+    Step();
+    EXPECT_TRUE(markedBytes() == 1 && marked.Memory[0x9001]);
+    EXPECT_EQ(next, 0x8005);
+
+    // A run is marked as a whole, also behind the Reset at its end; the others' forget.
+    Run();
+    EXPECT_TRUE(marked.Ports[7] && marked.Of(&Registers::A) && marked.Of(&Registers::PC));
+    EXPECT_FALSE(marked.Ports[9] || marked.Of(&Registers::H) || markedBytes() != 0);
+    EXPECT_EQ(next, 0x8000);
+    for (const auto& forget : {std::function<void()>([this] { control.Reset(); }),
+                               {[this] { control.SetAssembled(true); }},
+                               {[this] { control.ForgetChanges(); }}}) {
+        Step();
+        EXPECT_TRUE(marked.Of(&Registers::PC));
+        forget();
+        EXPECT_FALSE(marked.Of(&Registers::PC));
+    }
+    onYield = [this] {
+        control.LoseProgram();
+        control.Stop();
+    };
+    SlowRun();
+    EXPECT_TRUE(marked.Of(&Registers::PC));
+    EXPECT_EQ(next, std::nullopt);
+}
+
 }  // namespace execution
