@@ -29,12 +29,13 @@ struct Panels {
     panels::MemoryGrid grid{machine, codeMap, columns, &window};
 };
 
-// Every register, and a byte in every pair of columns, changes from one refresh to the next.
+// Every register, and a byte in every pair of columns, changes from one refresh to the next, and is marked.
 void Refresh(benchmark::State& state, int pairs, double boundMilliseconds) {
     BoundMilliseconds(state, boundMilliseconds);
     Panels panels(pairs);
+    m8085::MachineState& machine = panels.machine;
     for (std::uint8_t value = 0; auto _ : state) {
-        m8085::MachineState& machine = panels.machine;
+        const m8085::MachineState before = machine;
         ++value;
         for (std::uint8_t* target :
              {&machine.A, &machine.B, &machine.C, &machine.D, &machine.E, &machine.H, &machine.L})
@@ -44,18 +45,22 @@ void Refresh(benchmark::State& state, int pairs, double boundMilliseconds) {
         machine.SetPSW(value);
         machine.PC += 3;
         machine.TStates += 7;
+        const m8085::Changes changes = m8085::Between(before, machine);
+        panels.registers.MarkChanges(changes);
+        panels.grid.MarkChanges(changes);
         panels.registers.DisplayRegs();
         panels.grid.RefreshRAMDisplay();
+        panels.grid.MarkNextAddress(machine.PC);
     }
 }
 
 void RefreshPanelsOf4Pairs(benchmark::State& state) {
-    Refresh(state, 4, 0.3);
+    Refresh(state, 4, 0.1);
 }
 BENCHMARK(RefreshPanelsOf4Pairs);
 
 void RefreshPanelsOf51Pairs(benchmark::State& state) {
-    Refresh(state, 51, 4);
+    Refresh(state, 51, 0.3);
 }
 BENCHMARK(RefreshPanelsOf51Pairs);
 

@@ -14,6 +14,7 @@
 #include "bounds.h"
 #include "editor/program_file.h"
 #include "platform/program_text.h"
+#include "shell/settings.h"
 #include "shell/workbench.h"
 
 namespace {
@@ -142,8 +143,13 @@ public:
 };
 
 // Every step shows its T-states, so a step that was painted is a painting of their box.
-void SlowRunPaintedSteps(benchmark::State& state) {
+void SlowRunPaintedSteps(benchmark::State& state, int pairs, double bound) {
+    const panels::ColumnList stored = shell::ReadColumns();
+    panels::ColumnList columns = stored;
+    while (columns.ColCount() < pairs) columns.Add("A000");
+    shell::SaveColumns(columns);
     Workbench bench;
+    shell::SaveColumns(stored);
     bench.Editor().SetText(u"loop:\r\ninr a\r\nsta 9000\r\njmp loop");
     bench.Press("cmdCompile");
     const PaintCounter counter(*bench.Window.findChild<QWidget*>("txtTstates"));
@@ -151,9 +157,18 @@ void SlowRunPaintedSteps(benchmark::State& state) {
         QTimer::singleShot(200, [&bench] { bench.Press("cmdHalt"); });
         bench.Press("cmdSlowRun");
     }
-    BoundItemsPerSecond(state, static_cast<double>(counter.Paintings), 300);
+    BoundItemsPerSecond(state, static_cast<double>(counter.Paintings), bound);
 }
-BENCHMARK(SlowRunPaintedSteps)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+
+void SlowRunPaintedStepsOf4Pairs(benchmark::State& state) {
+    SlowRunPaintedSteps(state, 4, 2000);
+}
+BENCHMARK(SlowRunPaintedStepsOf4Pairs)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+
+void SlowRunPaintedStepsOf51Pairs(benchmark::State& state) {
+    SlowRunPaintedSteps(state, 51, 500);
+}
+BENCHMARK(SlowRunPaintedStepsOf51Pairs)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
 
 // From the moment at which a click on Stop arrives during an endless run to the end of the run, the refreshes included.
 void StopAnEndlessRun(benchmark::State& state) {

@@ -23,15 +23,10 @@ bool IsOneOf(const QString& name, std::initializer_list<const char*> names) {
     return std::ranges::find(names, name) != names.end();
 }
 
-// What the message box that is up says; empty where none is.
-QString Message() {
-    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    return box == nullptr ? QString() : box->windowTitle() + ": " + box->text();
-}
-
 // The boxes by which Assemble and Load Data File tell of a failure, after they have changed memory.
 bool IsFailureTold() {
-    return Message().startsWith("Error");
+    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    return box != nullptr && box->windowTitle().startsWith("Error");
 }
 
 // A text without what an editor may change about line ends.
@@ -73,6 +68,7 @@ void Invariants::NoteTextChange() {
     (IsRunning() ? programIsLostInRun_ : programIsLost_) = true;
 }
 
+// A halted machine steps no further: Single Step tells of the end, and Slow Run only lifts the halt.
 void Invariants::NoteCommand(const QString& name) {
     const bool isAssemble = IsOneOf(name, {"cmdCompile", "mnuCompile"});
     const bool isLoad = name == "mnuLoadData";
@@ -88,9 +84,9 @@ void Invariants::NoteCommand(const QString& name) {
     if (isAssemble) programIsLost_ = false;
     if (isRun) programIsLost_ = std::exchange(programIsLostInRun_, false);
     if (name == "mnuCompile" || (isLoad && wasToldOfFailure_)) gridMayBeOld_ = true;
-    const bool isEndOnly = isStep && std::exchange(wasToldOfEnd_, false);
-    if (isRun) wasToldOfEnd_ = false;
-    if ((isStep && !isEndOnly) || isRun || isClear || name == "cmdCompile" || (isLoad && !wasToldOfFailure_)) {
+    const bool isFullRun = IsOneOf(name, {"cmdRun", "mnuRun"});
+    const bool hasStepped = (isStep || isRun) && !wasHalted_;
+    if (hasStepped || isFullRun || isClear || name == "cmdCompile" || (isLoad && !wasToldOfFailure_)) {
         allCellsAreDue_ = true;
         if (!isLoad) gridMayBeOld_ = false;
     }
@@ -99,11 +95,11 @@ void Invariants::NoteCommand(const QString& name) {
 
 std::optional<QString> Invariants::FindFault() {
     if (IsFailureTold()) gridMayBeOld_ = wasToldOfFailure_ = true;
-    if (Message().contains("End of code")) wasToldOfEnd_ = true;
     for (const auto& fault : {FaultInMemory(), FaultAfterStop(), FaultInRegisters(), FaultInCells(),
                               FaultInCellEditor(), FaultInCommandStates(), FaultInTitle(), FaultInFocus()})
         if (fault) return fault;
     wasRunning_ = IsRunning();
+    wasHalted_ = machine_.Halted;
     currentRow_ = grid_.currentIndex().row();
     return std::nullopt;
 }

@@ -60,7 +60,7 @@ private:
     bool allCellsAreDue_ = true;
     bool wasRunning_ = false;
     bool wasToldOfFailure_ = false;
-    bool wasToldOfEnd_ = false;  // by a box, and not yet by the command that showed it
+    bool wasHalted_ = false;
 
     bool textHasChanged_ = false;  // since the title was last without its mark
     QString titleSeen_;

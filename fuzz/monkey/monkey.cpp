@@ -54,8 +54,8 @@ void Monkey::Start() {
 
 // One event. The next one is due before this one is done with, so that it also comes inside runs, menus and boxes.
 void Monkey::Tick() {
-    if (const auto fault = invariants_.FindFault()) Report(*fault);
     if (hasLeft_) return End();
+    if (const auto fault = invariants_.FindFault()) Report(*fault);
     Start();
     QWidget* box = QApplication::activeModalWidget();
     if (remaining_-- <= 0 && box == nullptr && QApplication::activePopupWidget() == nullptr) {

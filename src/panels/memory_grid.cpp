@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QHeaderView>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QStylePainter>
 #include <utility>
@@ -11,6 +12,7 @@
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/palette.h"
+#include "platform/style.h"
 #include "platform/twips.h"
 
 namespace panels {
@@ -27,6 +29,24 @@ constexpr int dataWidth = platform::Pixels(500);
 // The model counts the rows under the header from 0 to 255. The editor does not open on the last one.
 constexpr int lastRow = MemorySnapshot::Rows - 1;
 
+// Its text stands where the cell shows it, and a thin edge shows that it is open.
+class CellEditor : public platform::TextBox {
+public:
+    explicit CellEditor(QWidget* parent) : TextBox("txtEdit", parent) {
+        setFont(platform::SansSerif(8.25));
+        setFrame(false);
+        setTextMargins(1, 0, 0, 1);
+        setFocusPolicy(Qt::ClickFocus);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        TextBox::paintEvent(event);
+        QPainter painter(this);
+        platform::DrawEdge(painter, rect(), palette().color(QPalette::Highlight));
+    }
+};
+
 }  // namespace
 
 MemoryGrid::MemoryGrid(m8085::MachineState& machine, const m8085::CodeMap& codeMap, ColumnList& columns,
@@ -36,7 +56,7 @@ MemoryGrid::MemoryGrid(m8085::MachineState& machine, const m8085::CodeMap& codeM
       columns_(columns),
       grdRAM_(new platform::Grid("grdRAM", this)),
       model_(new MemoryModel(machine, codeMap, grdRAM_)),
-      txtEdit_(new platform::TextBox("txtEdit", this)) {
+      txtEdit_(new CellEditor(this)) {
     setObjectName("frmRAM");
     setFont(platform::WindowFont());
     SetUpGrid();
@@ -55,9 +75,6 @@ void MemoryGrid::SetUpGrid() {
 void MemoryGrid::SetUpEditor() {
     txtEdit_->setAccessibleName("Byte");
     SetEditorText("00");
-    txtEdit_->setFrame(false);
-    txtEdit_->setTextMargins(1, 0, 0, 0);
-    txtEdit_->setFocusPolicy(Qt::ClickFocus);
     txtEdit_->hide();
     txtEdit_->installEventFilter(this);
     txtEdit_->SetKeyFilter([this](int character) {

@@ -1,6 +1,7 @@
 #include "platform/text_box.h"
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
@@ -36,6 +37,12 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
 void TextBox::keyReleaseEvent(QKeyEvent* event) {
     QLineEdit::keyReleaseEvent(event);
     if (!event->isAutoRepeat()) emit KeyReleased(event->key());
+}
+
+// Text that is dragged from the program stays there too: a box keeps two digits of it at the most.
+void TextBox::dropEvent(QDropEvent* event) {
+    QLineEdit::dropEvent(event);
+    if (event->source() != this) event->setDropAction(Qt::CopyAction);
 }
 
 void TextBox::focusInEvent(QFocusEvent* event) {

@@ -10,9 +10,6 @@
 
 namespace execution {
 
-namespace {
-
-// Records what the commands ask of the view: each call a word or a message, separated by bars.
 class RunControlTest : public ::testing::Test {
 protected:
     void Load(std::u16string_view source) {
@@ -20,106 +17,96 @@ protected:
         control.SetAssembled(true);
     }
 
-    std::string LogOf(void (RunControl::*command)()) {
-        log.clear();
+    // Each of these gives what the user was told, or nothing.
+    std::string Told(void (RunControl::*command)()) {
+        told.clear();
+        yields = 0;
         (control.*command)();
-        return log;
+        return told;
     }
-    std::string Run() { return LogOf(&RunControl::RunProgram); }
-    std::string SlowRun() { return LogOf(&RunControl::SlowRun); }
-    std::string Step() { return LogOf(&RunControl::StepProgram); }
+    std::string Run() { return Told(&RunControl::RunProgram); }
+    std::string SlowRun() { return Told(&RunControl::SlowRun); }
+    std::string Step() { return Told(&RunControl::StepProgram); }
 
-    void Note(const std::string& call) { log += (log.empty() ? "" : "|") + call; }
-
-    RunView RecordingView() {
-        return {.DisplayRegs = [this] { Note("regs"); },
-                .RefreshRAMDisplay = [this] { Note("memory"); },
-                .SelectLine = [this](int line) { Note("line " + std::to_string(line)); },
-                .ClearSelection = [this] { Note("clear"); },
-                .Yield =
-                    [this] {
-                        Note("yield");
-                        if (onYield) onYield();
-                    },
-                .ShowEndMessage = [this](const std::string& text) { Note(text); },
-                .ShowRefusal = [this](const std::string& text) { Note(text); },
-                .ShowCommandState =
-                    [this](CommandState state) {
-                        constexpr const char* names[] = {"no program", "assembled", "running"};
-                        Note(names[static_cast<int>(state)]);
-                    },
-                .MarkChanges = [this](const m8085::Changes& changes) { marked = changes; },
-                .MarkNextAddress = [this](std::optional<std::int32_t> address) { next = address; }};
+    RunView View() {
+        RunView view = support::SilentView();
+        view.SelectLine = [this](int newLine) { line = newLine; };
+        view.ClearSelection = [this] { line = 0; };
+        view.Yield = [this] {
+            ++yields;
+            if (onYield) onYield();
+        };
+        view.ShowEndMessage = view.ShowRefusal = [this](const std::string& text) { told += text; };
+        view.MarkChanges = [this](const m8085::Changes& changes) { marked = changes; };
+        view.MarkNextAddress = [this](std::optional<std::int32_t> address) { next = address; };
+        return view;
     }
 
     support::Workbench bench;
     m8085::MachineState& machine = bench.machine;
-    std::string log;
+    std::string told;
+    int line = 0;  // selected
+    int yields = 0;
     m8085::Changes marked;
     std::optional<std::int32_t> next;
     std::function<void()> onYield;
-    RunControl control{bench.machine, bench.codeMap, RecordingView()};
+    RunControl control{bench.machine, bench.codeMap, View()};
 };
+
+namespace {
 
 std::string EndOf(const std::string& time, const std::string& tStates) {
     return "End of code encountered. The program would take " + time + " microsec on 8085 (" + tStates + " T-States)";
-}
-
-std::string ReportedRun(const std::string& time, const std::string& tStates) {
-    return "running|yield|regs|memory|" + EndOf(time, tStates) + "|regs|clear|assembled";
 }
 
 }  // namespace
 
 TEST_F(RunControlTest, RunReportsTheTimeAndResets) {
     Load(u"MVI A,5\r\nHLT");
-    EXPECT_EQ(Run(), ReportedRun("3.9", "12"));
-    EXPECT_EQ(machine.PC, 0x8000);
-    EXPECT_EQ(machine.SP, 0xFFF0);
-    EXPECT_EQ(machine.TStates, 0);
-    EXPECT_EQ(machine.A, 5);
-    EXPECT_FALSE(machine.Halted);
-
+    for (int run = 0; run < 2; ++run) EXPECT_EQ(Run(), EndOf("3.9", "12"));
     machine.TStates = std::numeric_limits<std::int32_t>::max() - 2;
-    const std::string limitTold = ". The T-state counter has reached its limit; the program took at least this long.";
-    EXPECT_EQ(Run(), "running|yield|regs|memory|" + EndOf("697932185.275", "2147483647") + limitTold +
-                         "|regs|clear|assembled");
+    EXPECT_EQ(Run(), EndOf("697932185.275", "2147483647") +
+                         ". The T-state counter has reached its limit; the program took at least this long.");
 }
 
 TEST_F(RunControlTest, RunEndsAtAnAddressWithoutSourceLine) {
-    EXPECT_EQ(Run(), ReportedRun("1.3", "4"));  // nothing was ever assembled
+    EXPECT_EQ(Run(), EndOf("1.3", "4"));  // nothing was ever assembled
     Load(u"LXI H,9000\r\nPCHL");
-    EXPECT_EQ(Run(), ReportedRun("5.2", "16"));
+    EXPECT_EQ(Run(), EndOf("5.2", "16"));
     bench = {};
     Load(u"MVI A,5");
-    EXPECT_EQ(Run(), ReportedRun("2.275", "7"));
+    EXPECT_EQ(Run(), EndOf("2.275", "7"));
     Load(u"MVI A,5\r\nMVI B,6");
     Load(u"MVI A,5");
-    EXPECT_EQ(Run(), ReportedRun("4.55", "14")) << "what an earlier, longer program left is executed too";
+    EXPECT_EQ(Run(), EndOf("4.55", "14")) << "what an earlier, longer program left is executed too";
 }
 
 TEST_F(RunControlTest, SingleStepSelectsTheNextLineAndReportsOnThePressAfterTheEnd) {
     Load(u"; five\r\nMVI A,5\r\nHLT");
-    EXPECT_EQ(Step(), "regs|memory|line 3");
-    EXPECT_EQ(Step(), "regs|memory|line 3");
-    EXPECT_EQ(machine.TStates, 12);
-    EXPECT_EQ(Step(), EndOf("3.96", "12") + "|clear|regs");
+    for (int press = 0; press < 2; ++press) {
+        EXPECT_EQ(Step(), "");
+        EXPECT_EQ(line, 3);
+    }
+    EXPECT_EQ(Step(), EndOf("3.96", "12"));
+    EXPECT_EQ(line, 0);
     EXPECT_EQ(machine.PC, 0x8000);
 
     machine.PC = 0x8002;
     Step();
-    EXPECT_EQ(Run(), "running|regs|memory|" + EndOf("1.625", "5") + "|regs|clear|assembled");
+    EXPECT_EQ(Run(), EndOf("1.625", "5")) << "nothing more is executed";
     EXPECT_FALSE(machine.Halted);
 }
 
-TEST_F(RunControlTest, SlowRunShowsEachInstructionAndEndsSilently) {
+TEST_F(RunControlTest, SlowRunEndsSilentlyWhereTheProgramLeftTheMachine) {
     Load(u"MVI A,5\r\nHLT");
-    EXPECT_EQ(SlowRun(), "running|regs|memory|line 2|yield|regs|memory|line 2|yield|clear|assembled");
-    EXPECT_EQ(machine.PC, 0x8002);
-    EXPECT_EQ(Run(), ReportedRun("5.525", "17")) << "the HLT is executed once more";
+    EXPECT_EQ(SlowRun(), "");
+    EXPECT_EQ(yields, 2);
+    EXPECT_EQ(line, 0);
+    EXPECT_EQ(Run(), EndOf("5.525", "17")) << "the HLT is executed once more";
 
     machine.Halted = true;
-    EXPECT_EQ(SlowRun(), "running|clear|assembled");
+    EXPECT_EQ(SlowRun(), "");
+    EXPECT_EQ(yields, 0);
     EXPECT_FALSE(machine.Halted);
 }
 
@@ -127,49 +114,40 @@ TEST_F(RunControlTest, StopLeavesTheMachineWhereItIs) {
     Load(u"NOP\r\nNOP\r\nNOP");
     control.SetSliceLength(1);
     onYield = [this] { control.Stop(); };
-    EXPECT_EQ(Run(), "running|yield|regs|memory|clear|assembled");
-    EXPECT_EQ(SlowRun(), "running|regs|memory|line 3|yield|assembled");
-    EXPECT_EQ(machine.PC, 0x8002);
+    EXPECT_EQ(Run(), "");
+    EXPECT_EQ(SlowRun(), "");
+    EXPECT_EQ(line, 3);
     onYield = nullptr;
-    EXPECT_EQ(Run(), ReportedRun("3.9", "12")) << "the whole time counts";
+    EXPECT_EQ(Run(), EndOf("3.9", "12")) << "the whole time counts";
 
     // Stop in the very yield in which the program ends
     onYield = [this] { control.Stop(); };
     machine.PC = 0x8002;
-    EXPECT_EQ(Run(), "running|yield|regs|memory|clear|assembled");
+    EXPECT_EQ(Run(), "");
     EXPECT_EQ(machine.PC, 0x8003);
     machine.PC = 0x8001;
     machine.Memory[0x8001] = 0x76;
-    EXPECT_EQ(Run(), "running|yield|regs|memory|clear|assembled");
+    EXPECT_EQ(Run(), "");
     EXPECT_TRUE(machine.Halted);
-}
-
-TEST_F(RunControlTest, ACodeThatIsNoInstructionSpinsUntilStop) {
-    Load(u"NOP\r\nNOP");
-    machine.Memory[0x8001] = 0x08;
-    int yields = 0;
-    onYield = [&] {
-        if (++yields == 4) control.Stop();
-    };
-    EXPECT_EQ(Run(), "running|yield|yield|yield|yield|regs|memory|clear|assembled");
-    EXPECT_EQ(machine.PC, 0x8001);
-    EXPECT_EQ(machine.TStates, 4);
 }
 
 TEST_F(RunControlTest, ARunSeesWhatTheUserChangesInItsYieldsButNoOtherCommand) {
     Load(u"INR A\r\nINR A\r\nINR A\r\nINR A\r\nINR A");
     control.SetSliceLength(2);
     onYield = [this] {
+        EXPECT_EQ(control.State(), CommandState::Running);
         machine.A = static_cast<std::uint8_t>(machine.A * 10);
         control.RunProgram();
         control.SlowRun();
         control.StepProgram();
         control.Reset();
     };
-    EXPECT_EQ(Run(), "running|yield|yield|yield|regs|memory|" + EndOf("6.5", "20") + "|regs|clear|assembled");
+    EXPECT_EQ(Run(), EndOf("6.5", "20"));
+    EXPECT_EQ(yields, 3);
     EXPECT_EQ(machine.A, (((2 * 10 + 2) * 10 + 1) * 10) % 256);
     machine.PC = 0x8004;
-    EXPECT_EQ(SlowRun(), "running|regs|memory|line 0|yield|clear|assembled");
+    SlowRun();
+    EXPECT_EQ(yields, 1);
 }
 
 TEST_F(RunControlTest, AnEditDuringARunCostsTheProgramButNotStop) {
@@ -177,34 +155,97 @@ TEST_F(RunControlTest, AnEditDuringARunCostsTheProgramButNotStop) {
     control.SetSliceLength(1);
     onYield = [this] {
         control.LoseProgram();
-        EXPECT_TRUE(CanStart(Startable::DuringRun, control.State()));
+        EXPECT_EQ(control.State(), CommandState::Running);
+        EXPECT_EQ(next, std::nullopt);
         control.Stop();
     };
-    EXPECT_EQ(Run(), "running|yield|regs|memory|clear|no program");
-    EXPECT_EQ(SlowRun(), "running|regs|memory|line 3|yield|no program");
+    for (const auto command : {&RunControl::RunProgram, &RunControl::SlowRun}) {
+        Told(command);
+        EXPECT_EQ(control.State(), CommandState::NoProgram);
+    }
     onYield = nullptr;
-    EXPECT_EQ(Run(), ReportedRun("3.9", "12")) << "the edit is forgotten with its run";
+    Run();
+    EXPECT_EQ(control.State(), CommandState::ProgramAssembled) << "the edit is forgotten with its run";
     control.LoseProgram();
     EXPECT_EQ(control.State(), CommandState::NoProgram);
 }
 
 TEST_F(RunControlTest, ARefusalIsShownAndTheNextCommandTriesAgain) {
-    const std::string told =
+    const std::string refusal =
         "The instruction at address 8003 (opcode C5) has no room to push two bytes on the stack: SP is 0001, at the "
         "lower end of memory. Nothing has been changed.";
     Load(u"LXI SP,1\r\nPUSH B");
-    EXPECT_EQ(Run(), "running|yield|regs|memory|line 2|" + told + "|assembled");
+    EXPECT_EQ(Run(), refusal);
+    EXPECT_EQ(line, 2);
     machine.SP = 2;
-    EXPECT_EQ(Run(), ReportedRun("7.15", "22"));
+    EXPECT_EQ(Run(), EndOf("7.15", "22"));
 
-    EXPECT_EQ(SlowRun(), "running|regs|memory|line 2|yield|regs|memory|line 2|" + told + "|assembled");
-    EXPECT_EQ(Step(), "regs|memory|line 2|" + told);
+    EXPECT_EQ(SlowRun(), refusal);
+    line = 0;
+    EXPECT_EQ(Step(), refusal);
+    EXPECT_EQ(line, 2);
     machine.SP = 2;
-    EXPECT_EQ(Step(), "regs|memory|line 0");
+    EXPECT_EQ(Step(), "");
 
     control.Reset();
     machine.PC = 0xFFFE;  // no source line there
-    EXPECT_TRUE(Run().starts_with("running|yield|regs|memory|The program has come to address FFFE")) << log;
+    EXPECT_TRUE(Run().starts_with("The program has come to address FFFE")) << told;
+}
+
+TEST_F(RunControlTest, MarksWhatTheLatestStepOrRunHasChangedAndWhereTheNextInstructionStands) {
+    Load(u"MVI A,5\r\nSTA 9000\r\nHLT");
+    EXPECT_EQ(next, 0x8000);
+    Step();
+    EXPECT_TRUE(marked.Of(&m8085::Registers::A));
+    Step();
+    EXPECT_FALSE(marked.Of(&m8085::Registers::A));
+    EXPECT_TRUE(marked.Memory[0x9000]);
+    EXPECT_EQ(next, 0x8005);
+    control.Reset();
+    EXPECT_EQ(next, 0x8000);
+    machine.Memory[0x9000] = 0;
+    Run();
+    EXPECT_TRUE(marked.Memory[0x9000]) << "all of the run counts";
+    control.ForgetChanges();
+    EXPECT_FALSE(marked.Memory[0x9000]);
+}
+
+TEST_F(RunControlTest, WhatAStepOrARunHasChangedIsMarkedUntilSomethingElseChangesTheMachine) {
+    using m8085::Registers;
+    const auto markedBytes = [this] { return std::count(marked.Memory.begin(), marked.Memory.end(), true); };
+    Load(u"LXI H,9001\r\nSUB A\r\nMOV M,L\r\nOUT 7\r\nINR A\r\nOUT 7\r\nHLT");
+    EXPECT_EQ(next, 0x8000);
+    machine.Ports[9] = 9;
+    Step();
+    EXPECT_TRUE(marked.Of(&Registers::H) && marked.Of(&Registers::L) && marked.Of(&Registers::PC));
+    EXPECT_FALSE(marked.Of(&Registers::A) || marked.OfFlags() || marked.Of(&Registers::SP) || markedBytes() != 0);
+    Step();
+    EXPECT_TRUE(marked.Of(&Registers::Z) && marked.OfFlags());
+    EXPECT_FALSE(marked.Of(&Registers::A) || marked.Of(&Registers::CY)) << "the same value is no change";
+    Step();
+    EXPECT_TRUE(markedBytes() == 1 && marked.Memory[0x9001]);
+    EXPECT_EQ(next, 0x8005);
+
+    // A run is marked as a whole, also behind the Reset at its end; the others' forget.
+    Run();
+    EXPECT_TRUE(marked.Ports[7] && marked.Of(&Registers::A) && marked.Of(&Registers::PC));
+    EXPECT_FALSE(marked.Ports[9] || marked.Of(&Registers::H) || markedBytes() != 0);
+    EXPECT_EQ(next, 0x8000);
+    for (const auto& forget : {std::function<void()>([this] { control.Reset(); }),
+                               {[this] { control.SetAssembled(true); }},
+                               {[this] { control.ForgetChanges(); }}}) {
+        Step();
+        EXPECT_TRUE(marked.Of(&Registers::PC));
+        forget();
+        EXPECT_FALSE(marked.Of(&Registers::PC));
+    }
+    onYield = [this] {
+        control.LoseProgram();
+        control.Stop();
+    };
+    SlowRun();
+    EXPECT_TRUE(marked.Of(&Registers::PC));
+    EXPECT_EQ(next, std::nullopt);
 }
 
 }  // namespace execution

@@ -2,16 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include <QAction>
+#include <QAccessible>
 #include <QPlainTextEdit>
 #include <QTest>
 #include <vector>
+
+#include "platform/palette.h"
 
 namespace panels {
 
 class RegisterPanelTest : public testing::Test {
 protected:
     RegisterPanelTest() {
+        QObject::connect(&panel, &RegisterPanel::Edited, [this] { ++edits; });
         cmdRun.move(0, 200);
         panel.DisplayRegs();
         window.show();
@@ -27,6 +30,7 @@ protected:
     }
 
     m8085::MachineState machine;
+    int edits = 0;
     QWidget window;
     QPlainTextEdit txtCode{&window};
     RegisterPanel panel{machine, txtCode, &window};
@@ -49,10 +53,11 @@ TEST_F(RegisterPanelTest, BoxesAndFlagButtonsChangeTheMachineThatIsShown) {
     const std::vector<int> registers{machine.C, machine.A, machine.B, machine.D, machine.E, machine.H, machine.L};
     EXPECT_EQ(registers, (std::vector{0, 1, 2, 3, 4, 5, 6}));
     EXPECT_EQ(Text("txtF"), "94");
+    EXPECT_EQ(edits, 7 + 5);
     EXPECT_TRUE(txtCode.hasFocus());
 }
 
-TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRunsButNotBeforeAMenuKeyDoes) {
+TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRuns) {
     int seen = -1;
     QObject::connect(&cmdRun, &QPushButton::clicked, [&] { seen = machine.L; });
     TypeOver("txtL", "1g \rFF");
@@ -65,20 +70,31 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRunsButNotBefor
     QTest::keyClick(window.windowHandle(), Qt::Key_R, Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor([&] { return seen == 0x0A; }));
 
-    QAction mnuRun;
-    mnuRun.setShortcut(Qt::Key_F5);
-    window.addAction(&mnuRun);
-    QObject::connect(&mnuRun, &QAction::triggered, [&] { panel.DisplayRegs(); });
-    machine.B = 0x42;
     TypeOver("txtB", "77");
-    QTest::keyClick(window.windowHandle(), Qt::Key_F5);
-    EXPECT_EQ(machine.B, 0x42);
-    EXPECT_EQ(Text("txtB"), "42");
-    EXPECT_TRUE(Box("txtB").hasFocus());
-
+    panel.DisplayRegs();
+    EXPECT_EQ(Text("txtB"), "00") << "a refresh goes over what is typed";
     Box("txtB").setText("5 to paste");  // no number, so the register stays
     txtCode.setFocus();
-    EXPECT_EQ(Text("txtB"), "42");
+    EXPECT_EQ(Text("txtB"), "00");
+}
+
+TEST_F(RegisterPanelTest, WhatHasChangedIsColouredAndHeard) {
+    const auto heard = [this](const char* name, QAccessible::Text kind) {
+        return QAccessible::queryAccessibleInterface(window.findChild<QWidget*>(name))->text(kind);
+    };
+    machine.A = machine.Memory[0x9000] = 0xFE;
+    machine.S = true;
+    panel.MarkChanges(m8085::Between({}, machine));
+    panel.DisplayRegs();
+    QStringList coloured;
+    for (const QWidget* control : panel.findChildren<QWidget*>())
+        for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText})
+            if (control->palette().color(role) == platform::ChangedText) coloured += control->objectName();
+    EXPECT_EQ(coloured.join(' '), "txtA txtF txtSf");
+    EXPECT_EQ(heard("txtTstates", QAccessible::Description), "Changed: A FE, flag S 1, memory 9000 FE");
+    EXPECT_EQ(heard("txtSf", QAccessible::Name), "Sign flag S, bit 7 of F: 1");
+    EXPECT_EQ(heard("txtA", QAccessible::Description),
+              "Register A, the accumulator\nBinary 1111 1110, decimal 254, signed -2");
 }
 
 }  // namespace panels

@@ -37,17 +37,16 @@ TEST_F(ProgramTextTest, PositionsCountALineEndAsTwo) {
 
 TEST_F(ProgramTextTest, EveryInsertionIsOneChangeAndOneStep) {
     QTest::keyClicks(&text, "ab");
-    text.SetSelectionStart(1);
-    text.SetSelectionLength(1);
-    text.ReplaceSelection(u"m\r\nn");
     text.ReplaceSelection(u"c");
+    QTest::keyClicks(&text, "d");
     QApplication::clipboard()->setText(u"e\u00A0f\u2028\u2029"_qs);
     QTest::keyClick(&text, Qt::Key_Insert, Qt::ShiftModifier);
     text.InsertAt({1, 2}, u":");
     EXPECT_EQ(text.SelectionStart(), 4);
-    QTest::keyClicks(&text, "gh");
-    EXPECT_EQ(changes.count(), 8);
-    const std::u16string steps[] = {u"ab", u"am\r\nn", u"am\r\nnc", u"am\r\nnce f\r\n\r\n", u"a:m:\r\nnce f\r\n\r\n"};
+    text.SetSelectionLength(2);
+    text.ReplaceSelection(u"m\r\nn");
+    EXPECT_EQ(changes.count(), 7);
+    const std::u16string steps[] = {u"ab", u"abc", u"abcd", u"abcde f\r\n\r\n", u"a:b:cde f\r\n\r\n"};
     for (auto step = std::rbegin(steps); step != std::rend(steps); ++step) {
         text.undo();
         EXPECT_EQ(text.Text(), *step);

@@ -1,4 +1,5 @@
 #include <QTemporaryDir>
+#include <numeric>
 #include <optional>
 
 #include "platform/clipboard.h"
@@ -14,7 +15,7 @@ using enum execution::Startable;
 
 constexpr auto asWhenIdle = "as when idle";
 
-// What a command does to the window and the machine that CommandsTest sets up, in the words of CommandsTest::EffectOf.
+// What a command does to the window and the machine that SetUp makes, in the words of EffectOf.
 struct CommandRow {
     QString Entry;
     QString Button;  // empty where there is none
@@ -30,22 +31,22 @@ const CommandRow commandRows[] = {
     {"mnuOpen", "", Always, "[Open]"},
     {"mnuSave", "", Always, "title program.asm]"},
     {"mnuSaveAs", "", Always, "[Save As]"},
-    {"mnuCut", "", Always, "text mvi a,/hlt|clipboard 5", asWhenIdle, NoProgram},
+    {"mnuCut", "", Always, "text mvi a,/hlt|selected |clipboard 5", asWhenIdle, NoProgram},
     {"mnuCopy", "", Always, "clipboard 5"},
-    {"mnuPaste", "", Always, "text mvi a,9/hlt", asWhenIdle, NoProgram},
+    {"mnuPaste", "", Always, "text mvi a,9/hlt|selected ", asWhenIdle, NoProgram},
     {"mnuSelectAll", "", Always, "selected mvi a,5/hlt"},
-    {"mnuCompile", "cmdCompile", WhenIdle, "A 1, PC 8000, SP fff0, 0 T|registers", "", ProgramAssembled, "|grid"},
+    {"mnuCompile", "cmdCompile", WhenIdle, "A 1, PC 8000, SP FFF0, 0 T|registers", "", ProgramAssembled, "|grid"},
     {"mnuRun", "cmdRun", WithProgram,
-     "[Velmora] End of code encountered|selected |A 5, PC 8000, SP fff0, 0 T|registers|grid", "", ProgramAssembled},
+     "[Velmora] End of code encountered|selected |A 5, PC 8000, SP FFF0, 0 T|registers|grid", "", ProgramAssembled},
     {"mnuSlowRun", "cmdSlowRun", WithProgram, "selected |A 5, PC 8002, SP 1000, 112 T|registers|grid", "",
      ProgramAssembled},
     {"mnuSingleStep", "cmdSingleStep", WithProgram, "selected hlt|A 5, PC 8002, SP 1000, 107 T|registers|grid", ""},
     {"mnuHalt", "cmdHalt", DuringRun, "", "stopped"},
-    {"mnuReset", "cmdReset", WithProgram, "A 1, PC 8000, SP fff0, 0 T|registers", ""},
+    {"mnuReset", "cmdReset", WithProgram, "A 1, PC 8000, SP FFF0, 0 T|registers", ""},
     {"mnuCalculator", "", Always, "[Velmora] No calculator could be started"},
     {"mnuDelay", "cmdDelay", WhenIdle, "[Delay] How many milliseconds of delay do you want?"},
     {"mnuCodeAssistant", "cmdCodeAssistant", WhenIdle, "Stop &Code Assistant, frmCA"},
-    {"mnuMemoryClear", "cmdClear", Always, "memory|grid", asWhenIdle, NoProgram},
+    {"mnuMemoryClear", "cmdClear", Always, "memory of sum 0|grid", asWhenIdle, NoProgram},
     {"mnuMemoryAdd", "cmdAdd", Always, "[Add Column] Enter starting address"},
     {"mnuMemoryRemove", "cmdRemove", Always, "[Remove Column] Enter a starting address"},
     {"mnuLoadData", "", Always, "[Open]"},
@@ -54,8 +55,8 @@ const CommandRow commandRows[] = {
     {"mnuExit", "", Always, "[Save?] Program has changed|exit"},
 };
 
-QString OneLine(const QString& text) {
-    return QString(text).replace("\r\n", "/");
+QString OneLine(const std::u16string& text) {
+    return QString::fromStdU16String(text).replace("\r\n", "/");
 }
 
 }  // namespace
@@ -89,38 +90,34 @@ protected:
         machine->SP = 0x1000;
         machine->TStates = 100;
         ++machine->C;
+        exits = 0;
     }
 
-    struct Sight {
-        QString Title, Text, Selection, Clipboard, Registers, Assistant;
-        m8085::MemoryBytes Memory;
-        QWidgetList Windows;
-        int Exits;
-    };
-
-    Sight Look() {
-        Sight sight;
-        sight.Title = window->windowTitle().section('/', -1);
-        sight.Text = OneLine(QString::fromStdU16String(Editor().Text()));
-        sight.Selection = OneLine(QString::fromStdU16String(Editor().SelectedText()));
-        sight.Clipboard = QString::fromStdU16String(platform::ReadRichText());
-        sight.Registers = QString("A %1, PC %2, SP %3, %4 T")
-                              .arg(machine->A)
-                              .arg(machine->PC, 0, 16)
-                              .arg(machine->SP, 0, 16)
-                              .arg(machine->TStates);
-        sight.Assistant = Button("cmdCodeAssistant").text() + (Find<QWidget>("frmCA").isVisible() ? ", frmCA" : "");
-        sight.Memory = machine->Memory;
-        for (QWidget* widget : QApplication::topLevelWidgets())
-            if (widget->isVisible()) sight.Windows += widget;
-        sight.Exits = exits;
-        return sight;
+    // What can be seen of the window and the machine, a fact each. The last two tell what the window has caught up
+    // with.
+    QStringList Look() {
+        QStringList titles;
+        for (const QWidget* widget : QApplication::topLevelWidgets())
+            if (widget->isVisible() && widget != window) titles += widget->windowTitle();
+        const int memorySum = std::accumulate(machine->Memory.begin(), machine->Memory.end(), 0);
+        const bool showsAssistant = Find<QWidget>("frmCA").isVisible();
+        return {"title " + window->windowTitle().section('/', -1),
+                "text " + OneLine(Editor().Text()),
+                "selected " + OneLine(Editor().SelectedText()),
+                "clipboard " + OneLine(platform::ReadRichText()),
+                QString::asprintf("A %X, PC %X, SP %X, %d T", machine->A, machine->PC, machine->SP, machine->TStates),
+                "memory of sum " + QString::number(memorySum),
+                Button("cmdCodeAssistant").text() + (showsAssistant ? ", frmCA" : ""),
+                "window " + titles.join(','),
+                exits == 0 ? "" : "exit",
+                Register("C").toInt(nullptr, 16) == machine->C ? "registers" : "",
+                Cell(0, 3).toInt(nullptr, 16) == machine->Memory[0x9000] ? "grid" : ""};
     }
 
     // Everything that a command did, joined by "|": the box that came up, which is cancelled, and what changed.
     QString EffectOf(const std::function<void()>& start) {
         QStringList effect;
-        const Sight before = Look();
+        const QStringList before = Look();
         {
             const BoxAnswer<QDialog> answer([&effect](QDialog& box) {
                 const auto* message = qobject_cast<QMessageBox*>(&box);
@@ -131,25 +128,11 @@ protected:
             });
             start();
         }
-        const Sight after = Look();
-        const auto note = [&effect](const QString& word, const QString& old, const QString& now) {
-            if (now != old) effect += word + now;
-        };
-        note("title ", before.Title, after.Title);
-        note("text ", before.Text, after.Text);
-        if (before.Text == after.Text) note("selected ", before.Selection, after.Selection);
-        note("clipboard ", before.Clipboard, after.Clipboard);
-        note("", before.Registers, after.Registers);
-        if (before.Memory != after.Memory) effect += "memory";
-        if (Register("C").toInt(nullptr, 16) == machine->C) effect += "registers";
-        if (Cell(0, 3).toInt(nullptr, 16) == machine->Memory[0x9000]) effect += "grid";
-        note("", before.Assistant, after.Assistant);
-        for (QWidget* opened : after.Windows) {
-            if (before.Windows.contains(opened)) continue;
-            effect += "window " + opened->windowTitle();
-            opened->hide();
-        }
-        if (after.Exits != before.Exits) effect += "exit";
+        const QStringList after = Look();
+        for (qsizetype fact = 0; fact < after.size(); ++fact)
+            if (after[fact] != before[fact]) effect += after[fact];
+        for (QWidget* opened : QApplication::topLevelWidgets())
+            if (opened != window) opened->hide();
         return effect.join('|');
     }
 

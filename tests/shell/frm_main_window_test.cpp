@@ -28,9 +28,8 @@ TEST_F(FrmMainTest, AProgramIsTypedAssembledAndRunByKeyboardAlone) {
     EXPECT_EQ(State(), CommandState::ProgramAssembled);
     MessageAnswer end(QMessageBox::Ok);
     Press(Qt::Key_F5);
-    EXPECT_EQ(end.Text, "End of code encountered. The program would take 3.9 microsec on 8085 (12 T-States)");
-    EXPECT_EQ(end.Caption, "Velmora");
-    EXPECT_EQ(Register("A") + Register("PC") + Register("Tstates"), "0580000");
+    EXPECT_TRUE(end.Text.contains("12 T-States"));
+    EXPECT_EQ(Register("A"), "05");
     QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
     EXPECT_EQ(Editor().Text(), u"mvi a,5\r\nhlt\t");
     EXPECT_EQ(window->focusWidget(), &Editor());
@@ -43,7 +42,8 @@ TEST_F(FrmMainTest, AFailedAssemblyShowsItsLineAndKeepsWhatWasTypedIntoABox) {
     TypeIntoB("77");
     MessageAnswer error(QMessageBox::Ok);
     Press(Qt::Key_F4);
-    EXPECT_EQ(error.Caption + error.Text, "ErrorBad opcode - FOO");
+    EXPECT_EQ(error.Caption, "Error");
+    EXPECT_EQ(error.Text, "Bad opcode - FOO");
     EXPECT_EQ(Editor().Text(), u"start: \r\nnop\r\na:\r\nfoo\r\nhlt");
     EXPECT_EQ(Editor().SelectedText(), u"foo");
     EXPECT_EQ(window->focusWidget(), &Editor());
@@ -103,17 +103,6 @@ TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
     EXPECT_EQ(Register("Tstates"), QString::number(machine->TStates));
 }
 
-TEST_F(FrmMainTest, AnEditDuringASlowRunKeepsStopAliveAndLosesTheProgram) {
-    StartWith(u"loop:\r\ninr a\r\njmp loop");
-    DuringTheRun([&] {
-        Editor().ReplaceSelection(u";");
-        EXPECT_EQ(State(), CommandState::Running);
-        Click("cmdHalt");
-    });
-    Click("cmdSlowRun");
-    EXPECT_EQ(State(), CommandState::NoProgram);
-}
-
 TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {
     StartWith(u"lxi sp,1\r\npush b\r\nhlt");
     MessageAnswer refusal(QMessageBox::Ok);
@@ -155,9 +144,23 @@ TEST_F(FrmMainTest, ExitStoresTheColumnsAndTheNextStartShowsThem) {
     Click("cmdAdd");
     window->close();
     EXPECT_EQ(exits, 1);
-    EXPECT_EQ(Store().Get("colcount") + ' ' + Store().Get("3"), "4 fe00");
+    EXPECT_EQ(Store().Get("colcount"), "4");
+    EXPECT_EQ(Store().Get("3"), "fe00");
     Start();
     EXPECT_EQ(Cells().columnCount(), 10);
+}
+
+TEST_F(FrmMainTest, TheEndOfTheSessionStoresTheColumnsAndAsksOnlyWhereItMay) {
+    Start();
+    Editor().SetText(u"hlt");
+    for (const bool mayAsk : {false, true}) {
+        Store().clear();
+        const MessageAnswer question(QMessageBox::Cancel);
+        window->CommitSession(mayAsk);
+        EXPECT_EQ(question.Caption, mayAsk ? "Save?" : "");
+        EXPECT_EQ(Store().Get("colcount"), "3");
+    }
+    EXPECT_EQ(exits, 0);
 }
 
 TEST_F(FrmMainTest, ADamagedStoreNeverStopsTheStart) {
@@ -169,15 +172,6 @@ TEST_F(FrmMainTest, ADamagedStoreNeverStopsTheStart) {
     Start();
     EXPECT_EQ(Cells().columnCount(), 10);
     EXPECT_EQ(Cell(0, 6), "A000");
-}
-
-TEST_F(FrmMainTest, CancelInTheQuestionDoesNotStopTheExit) {
-    Start();
-    QTest::keyClicks(&Editor(), "hlt");
-    MessageAnswer cancel(QMessageBox::Cancel);
-    window->close();
-    EXPECT_TRUE(cancel.Answered());
-    EXPECT_EQ(exits, 1);
 }
 
 TEST_F(FrmMainTest, ExitWorksFromInsideARunAndWhileItsOwnQuestionIsOpen) {
