@@ -5,30 +5,30 @@
 
 #include "bounds.h"
 #include "core_programs.h"
-#include "support/workbench.h"
+#include "support/bench.h"
 
 namespace {
 
-using support::Workbench;
+using support::Bench;
 
 // From the program's start to its end, one instruction at a time.
-std::int64_t CountInstructions(Workbench& workbench) {
+std::int64_t CountInstructions(Bench& bench) {
     std::int64_t count = 0;
     do {
-        workbench.machine.ExecuteInstruction();
+        bench.machine.ExecuteInstruction();
         ++count;
-    } while (!workbench.machine.Halted && workbench.codeMap.LineAt(workbench.machine.PC) != 0);
-    workbench.machine.Halted = false;
-    m8085::SetToProgramStart(workbench.machine);
+    } while (!bench.machine.Halted && bench.codeMap.LineAt(bench.machine.PC) != 0);
+    bench.machine.Halted = false;
+    m8085::SetToProgramStart(bench.machine);
     return count;
 }
 
 // The Run command itself, over a window that shows nothing.
 void RunAtFullSpeed(benchmark::State& state, std::u16string_view source) {
-    Workbench workbench;
-    if (!workbench.Assemble(source).Succeeded) return state.SkipWithError("the program does not assemble");
-    const std::int64_t instructions = CountInstructions(workbench);
-    execution::RunControl control(workbench.machine, workbench.codeMap, support::SilentView());
+    Bench bench;
+    if (!bench.Assemble(source).Succeeded) return state.SkipWithError("the program does not assemble");
+    const std::int64_t instructions = CountInstructions(bench);
+    execution::RunControl control(bench.machine, bench.codeMap, support::SilentView());
     for (auto _ : state) control.RunProgram();
     BoundItemsPerSecond(state, static_cast<double>(instructions * state.iterations()), 550e6);
 }
@@ -63,9 +63,9 @@ std::u16string LongestProgram() {
 
 void AssemblyOfTheLongestProgram(benchmark::State& state) {
     const std::u16string text = LongestProgram();
-    Workbench workbench;
+    Bench bench;
     for (auto _ : state)
-        if (!workbench.Assemble(text).Succeeded) state.SkipWithError("the program does not assemble");
+        if (!bench.Assemble(text).Succeeded) state.SkipWithError("the program does not assemble");
     BoundMilliseconds(state, 20);
 }
 BENCHMARK(AssemblyOfTheLongestProgram)->Unit(benchmark::kMillisecond);

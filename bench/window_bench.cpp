@@ -19,8 +19,8 @@
 
 namespace {
 
-struct Workbench : shell::Workbench {
-    Workbench() : shell::Workbench([] {}) {
+struct ShownWorkbench : shell::Workbench {
+    ShownWorkbench() : shell::Workbench([] {}) {
         Window.show();
         QCoreApplication::processEvents();
     }
@@ -44,7 +44,7 @@ std::u16string ProgramOfLength(std::size_t characters) {
 
 // A key typed in the middle of the text, with all that the program does about a change, painting included.
 void TypeCharacter(benchmark::State& state, std::size_t length, double bound) {
-    Workbench bench;
+    ShownWorkbench bench;
     bench.Editor().SetText(ProgramOfLength(length));
     bench.Editor().SetSelectionStart(static_cast<int>(length / 2));
     QCoreApplication::processEvents();
@@ -67,7 +67,7 @@ BENCHMARK(TypeCharacterInMegabyte)->Unit(benchmark::kMillisecond);
 
 // A key typed in the middle of one line, as long as any line of a file that opens.
 void TypeCharacterInLongestLine(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     std::u16string line;
     while (line.size() < editor::LongestLine) line += u"in ";
     bench.Editor().SetText(line);
@@ -83,7 +83,7 @@ BENCHMARK(TypeCharacterInLongestLine)->Unit(benchmark::kMillisecond);
 
 // The text goes into the editor, is coloured and painted.
 void Open32765Characters(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     const std::u16string text = ProgramOfLength(32'765);
     for (auto _ : state) {
         bench.Editor().SetText(text);
@@ -95,7 +95,7 @@ BENCHMARK(Open32765Characters)->Unit(benchmark::kMillisecond);
 
 // The most that 300 pastes over a whole program take up at any time, so that they can be undone.
 void MemoryOfManyChanges(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     const std::u16string text = ProgramOfLength(36'000);
     bench.Editor().SetText(text);
     const double before = HeapMegabytes();
@@ -114,7 +114,7 @@ BENCHMARK(MemoryOfManyChanges)->Iterations(1)->UseRealTime();
 // The longest program that can be assembled with labels still to be split off, by the button, the grid's refresh
 // included.
 void AssembleLongestInTheWindow(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     std::u16string text;
     for (int label = 0; label < 50; ++label) text += u"l: nop\r\n";
     while (text.size() < 32'600) text += u"nop\r\n";
@@ -148,7 +148,7 @@ void SlowRunPaintedSteps(benchmark::State& state, int pairs, double bound) {
     panels::ColumnList columns = stored;
     while (columns.ColCount() < pairs) columns.Add("A000");
     shell::SaveColumns(columns);
-    Workbench bench;
+    ShownWorkbench bench;
     shell::SaveColumns(stored);
     bench.Editor().SetText(u"loop:\r\ninr a\r\nsta 9000\r\njmp loop");
     bench.Press("cmdCompile");
@@ -172,7 +172,7 @@ BENCHMARK(SlowRunPaintedStepsOf51Pairs)->Unit(benchmark::kMillisecond)->Iteratio
 
 // From the moment at which a click on Stop arrives during an endless run to the end of the run, the refreshes included.
 void StopAnEndlessRun(benchmark::State& state) {
-    Workbench bench;
+    ShownWorkbench bench;
     bench.Editor().SetText(u"loop:\r\ninr a\r\njmp loop");
     bench.Press("cmdCompile");
     for (auto _ : state) {

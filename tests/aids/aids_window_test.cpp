@@ -7,7 +7,7 @@
 #include "aids/delay_designer.h"
 #include "assembler/instruction_table.h"
 #include "platform/modal.h"
-#include "support/workbench.h"
+#include "support/bench.h"
 
 namespace aids {
 
@@ -50,7 +50,7 @@ protected:
 };
 
 TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) {
-    const auto bench = std::make_unique<support::Workbench>();
+    const auto bench = std::make_unique<support::Bench>();
     for (int row = 0; row < assembler::InstructionRows; ++row) {
         const int anchor = assembler::FirstAnchor + row * assembler::InstructionRowLength;
         const auto text = [](std::string_view word) { return QString::fromStdString(std::string(word)); };

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "support/workbench.h"
+#include "support/bench.h"
 
 namespace assembler {
 
-using support::Workbench;
+using support::Bench;
 
 namespace {
 
@@ -24,7 +24,7 @@ std::string Narrow(std::u16string_view text) {
 }
 
 // The bytes from 8000 up to the last that is not zero.
-Bytes Program(const Workbench& bench) {
+Bytes Program(const Bench& bench) {
     Bytes bytes(bench.machine.Memory.begin() + m8085::ProgramOrigin,
                 bench.machine.Memory.begin() + m8085::ProgramOrigin + 16);
     while (!bytes.empty() && bytes.back() == 0) bytes.pop_back();
@@ -85,7 +85,7 @@ TEST(Assembler, EveryInstructionGetsItsOwnOpcode) {
             source.replace(byte, 2, "5A");
             expected.push_back(0x5A);
         }
-        Workbench bench;
+        Bench bench;
         EXPECT_TRUE(bench.Assemble(std::u16string(source.begin(), source.end())).Succeeded) << source;
         if (opcode == 0) expected.clear();  // a NOP is a zero
         EXPECT_EQ(Program(bench), expected) << source;
@@ -121,7 +121,7 @@ TEST(Assembler, SourceFormat) {
         {u"\u00E4:RET\r\nJMP \u00E4", {0xC9, 0xC3, 0, 0x80}},
     };
     for (const auto& [source, bytes] : sources) {
-        Workbench bench;
+        Bench bench;
         bench.machine.Halted = true;
         const Assembly assembly = bench.Assemble(source);
         EXPECT_TRUE(assembly.Succeeded) << Narrow(source) << ": " << Narrow(assembly.AsmErrorText);
@@ -180,7 +180,7 @@ TEST(Assembler, FailuresTellTextAndLineAndKeepWhatWasWritten) {
     };
     for (const auto& [source, text, line, left] : failures) {
         SCOPED_TRACE(Narrow(source));
-        Workbench bench;
+        Bench bench;
         bench.machine.Halted = true;
         const Assembly assembly = bench.Assemble(source);
         EXPECT_FALSE(assembly.Succeeded);
@@ -192,7 +192,7 @@ TEST(Assembler, FailuresTellTextAndLineAndKeepWhatWasWritten) {
 }
 
 TEST(Assembler, NotesLinesAndLabels) {
-    Workbench bench;
+    Bench bench;
     const Assembly assembly = bench.Assemble(u"; count down\r\nMVI A,5\r\nLOOP:\r\nDCR A\r\nJNZ LOOP\r\nHLT");
     EXPECT_EQ(Program(bench), (Bytes{0x3E, 5, 0x3D, 0xC2, 2, 0x80, 0x76}));
     const int lines[] = {2, 0, 4, 5, 0, 0, 6, 0};
@@ -215,7 +215,7 @@ TEST(Assembler, NotesLinesAndLabels) {
 
 TEST(Assembler, HundredAndOneLabelsOfWhichTheLastIsOutOfReach) {
     const auto outcome = [](const std::u16string& source) {
-        Workbench bench;
+        Bench bench;
         const Assembly assembly = bench.Assemble(source);
         return Narrow(assembly.AsmErrorText) + ' ' + std::to_string(assembly.AsmErrorLine);
     };
@@ -228,7 +228,7 @@ TEST(Assembler, HundredAndOneLabelsOfWhichTheLastIsOutOfReach) {
 }
 
 TEST(Assembler, TakesNoLongerTextThanTheEditorMayHold) {
-    Workbench bench;
+    Bench bench;
     std::u16string text(LongestPreparedText, u' ');
     text.back() = u'\n';
     EXPECT_TRUE(AssembleProgram(text, bench.machine, bench.codeMap).Succeeded);

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/workbench.h"
+#include "support/bench.h"
 
 namespace assembler {
 
@@ -15,7 +15,7 @@ std::string Narrow(std::u16string_view text) {
 // The line at fault in the file, and the note.
 std::string Explain(const std::string& source) {
     const PreparedProgram program = PrepareProgram(std::u16string(source.begin(), source.end()));
-    support::Workbench bench;
+    support::Bench bench;
     const Assembly assembly = AssembleProgram(program.Text, bench.machine, bench.codeMap);
     return std::to_string(program.SourceLine(assembly.FaultLine)) + ": " + Narrow(ExplainFailure(program, assembly));
 }

@@ -7,7 +7,7 @@
 
 #include "assembler/disassembly.h"
 #include "assembler/instruction_table.h"
-#include "support/workbench.h"
+#include "support/bench.h"
 
 namespace assembler {
 
@@ -54,7 +54,7 @@ TEST(Disassembly, AssemblesToTheSameBytes) {
         const auto code = static_cast<std::uint8_t>(opcode);
         const std::string line = text({code, 0xA5, 0x0C});
         EXPECT_EQ(line.empty(), AnchorOf(code) == NoAnchor);
-        support::Workbench bench;
+        support::Bench bench;
         bench.Assemble(std::u16string(line.begin(), line.end()) + u"\r\nhlt\r\n0ca5:");
         const auto length = static_cast<std::size_t>(InstructionLength(code));
         if (line.empty() || TakesLabel(AnchorOf(code))) continue;

@@ -9,7 +9,7 @@
 
 #include "files/file_writer.h"
 #include "platform/modal.h"
-#include "support/workbench.h"
+#include "support/bench.h"
 
 namespace commands {
 

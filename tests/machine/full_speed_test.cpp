@@ -5,8 +5,8 @@
 #include <limits>
 
 #include "support/allocation_count.h"
+#include "support/bench.h"
 #include "support/machine_support.h"
-#include "support/workbench.h"
 
 namespace m8085 {
 
@@ -16,7 +16,7 @@ TEST(FullSpeed, ASliceEndsAtAnAddressWithNoLineAndKeepsTheLimitOfTStates) {
     for (const int lines : {0, 1, 7, 999, 1000, 1001, 2500})
         for (const int length : {1, 7, 1000, 1001, 3000})
             for (const std::int64_t tStates : {std::int64_t{0}, most - 30, most - 4001}) {
-                support::Workbench bench;  // whose memory is full of NOPs
+                support::Bench bench;  // whose memory is full of NOPs
                 bench.machine.TStates = static_cast<std::int32_t>(tStates);
                 for (int address = 0; address < lines; ++address) bench.codeMap.SetLine(address, 1);
                 ExecuteSlice(bench.machine, bench.codeMap, length);
@@ -27,7 +27,7 @@ TEST(FullSpeed, ASliceEndsAtAnAddressWithNoLineAndKeepsTheLimitOfTStates) {
 }
 
 TEST(FullSpeed, PCAndSPAreKeptWhereMemoryEnds) {
-    support::Workbench bench;
+    support::Bench bench;
     MachineState& machine = bench.machine;
     for (std::int32_t address = 0xFFF0; address < MemorySize; ++address) bench.codeMap.SetLine(address, 1);
     machine.Memory[0xFFFC] = 0xC1;  // POP BC; NOP
@@ -48,7 +48,7 @@ TEST(FullSpeed, PCAndSPAreKeptWhereMemoryEnds) {
 }
 
 TEST(FullSpeed, WhatAnInstructionOrAnAssemblyWritesIsExecuted) {
-    support::Workbench bench;
+    support::Bench bench;
     ASSERT_TRUE(bench.Assemble(u"mvi a,04\r\nsta 8005\r\nnop\r\nnop").Succeeded);
     ExecuteSlice(bench.machine, bench.codeMap, 100);
     EXPECT_EQ(bench.machine.B, 1) << "the first NOP has become INR B";
@@ -62,7 +62,7 @@ TEST(FullSpeed, WhatAnInstructionOrAnAssemblyWritesIsExecuted) {
 }
 
 TEST(FullSpeed, ARunAllocatesNothing) {
-    support::Workbench bench;
+    support::Bench bench;
     ASSERT_TRUE(bench.Assemble(u"loop:\r\ninr m\r\npush h\r\npop h\r\njmp loop").Succeeded);
     execution::RunControl* running = nullptr;
     int yields = 0;

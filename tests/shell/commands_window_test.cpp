@@ -11,17 +11,19 @@ namespace {
 
 using execution::CommandState;
 using enum execution::CommandState;
-using enum execution::Startable;
 
-constexpr auto asWhenIdle = "as when idle";
+constexpr auto asEver = "as ever";
+
+// In which states a button can be pressed: without a program, with one, during a run.
+constexpr auto Always = "111", WhenIdle = "110", WithProgram = "010", DuringRun = "001";
 
 // What a command does to the window and the machine that SetUp makes, in the words of EffectOf.
 struct CommandRow {
     QString Entry;
     QString Button;  // empty where there is none
-    execution::Startable When;
-    QString WhenIdle;
-    QString InRun = asWhenIdle;                // by an entry that has not followed its button
+    const char* When;
+    QString Effect;
+    QString InRun = asEver;                    // by an entry that has not followed its button
     std::optional<CommandState> LeadsTo = {};  // where that is not the state before
     QString ButtonAdds = {};
 };
@@ -31,9 +33,9 @@ const CommandRow commandRows[] = {
     {"mnuOpen", "", Always, "[Open]"},
     {"mnuSave", "", Always, "title program.asm]"},
     {"mnuSaveAs", "", Always, "[Save As]"},
-    {"mnuCut", "", Always, "text mvi a,/hlt|selected |clipboard 5", asWhenIdle, NoProgram},
+    {"mnuCut", "", Always, "text mvi a,/hlt|selected |clipboard 5", asEver, NoProgram},
     {"mnuCopy", "", Always, "clipboard 5"},
-    {"mnuPaste", "", Always, "text mvi a,9/hlt|selected ", asWhenIdle, NoProgram},
+    {"mnuPaste", "", Always, "text mvi a,9/hlt|selected ", asEver, NoProgram},
     {"mnuSelectAll", "", Always, "selected mvi a,5/hlt"},
     {"mnuCompile", "cmdCompile", WhenIdle, "A 1, PC 8000, SP FFF0, 0 T|registers", "", ProgramAssembled, "|grid"},
     {"mnuRun", "cmdRun", WithProgram,
@@ -46,7 +48,7 @@ const CommandRow commandRows[] = {
     {"mnuCalculator", "", Always, "[Velmora] No calculator could be started"},
     {"mnuDelay", "cmdDelay", WhenIdle, "[Delay] How many milliseconds of delay do you want?"},
     {"mnuCodeAssistant", "cmdCodeAssistant", WhenIdle, "Stop &Code Assistant, frmCA"},
-    {"mnuMemoryClear", "cmdClear", Always, "memory of sum 0|grid", asWhenIdle, NoProgram},
+    {"mnuMemoryClear", "cmdClear", Always, "memory of sum 0|grid", asEver, NoProgram},
     {"mnuMemoryAdd", "cmdAdd", Always, "[Add Column] Enter starting address"},
     {"mnuMemoryRemove", "cmdRemove", Always, "[Remove Column] Enter a starting address"},
     {"mnuLoadData", "", Always, "[Open]"},
@@ -153,20 +155,16 @@ protected:
         machine->Memory[0x8002] = 0xC3;  // JMP 8000
         machine->Memory[0x8004] = 0x80;
         QString effect;
-        bool hadToBeStopped = false;
         std::optional<MessageAnswer> end;
-        QTimer lastStop;
-        lastStop.setSingleShot(true);
-        lastStop.callOnTimeout([&] {
-            hadToBeStopped = true;
-            Click("cmdHalt");
-        });
+        QTimer stop;
+        bool hadToBeStopped = false;
         DuringTheRun([&] {
             ExpectState(Running);
             effect = effectOf();
             ExpectState(Running);
             end.emplace();
-            lastStop.start(20);
+            stop.callOnTimeout([&] { std::exchange(hadToBeStopped, true), Click("cmdHalt"); });
+            stop.start(20);
         });
         Click("cmdRun");
         const bool isStopped = !hadToBeStopped && !end->Answered();
@@ -176,9 +174,11 @@ protected:
     void ExpectState(CommandState state) {
         for (const CommandRow& row : commandRows) {
             const bool canBeUsed = row.Button.isEmpty() || Button(row.Button).isEnabled();
-            EXPECT_EQ(canBeUsed, CanStart(row.When, state)) << qPrintable(row.Button);
+            EXPECT_EQ(canBeUsed, CanStart(row, state)) << qPrintable(row.Button);
         }
     }
+
+    static bool CanStart(const CommandRow& row, CommandState state) { return row.When[static_cast<int>(state)] == '1'; }
 
     const QByteArray path = qgetenv("PATH");
     QTemporaryDir folder;
@@ -191,12 +191,12 @@ TEST_F(CommandsTest, EveryEntryAndButtonDoesItsCommandAndNothingElse) {
             SCOPED_TRACE(qPrintable(row.Entry));
             SetUp(state);
             ExpectState(state);
-            EXPECT_EQ(EffectOfEntry(row), row.WhenIdle);
+            EXPECT_EQ(EffectOfEntry(row), row.Effect);
             ExpectState(row.LeadsTo.value_or(state));
             if (row.Button.isEmpty()) continue;
             SetUp(state);
-            const bool canStart = CanStart(row.When, state);
-            EXPECT_EQ(EffectOfButton(row), canStart ? row.WhenIdle + row.ButtonAdds : "");
+            const bool canStart = CanStart(row, state);
+            EXPECT_EQ(EffectOfButton(row), canStart ? row.Effect + row.ButtonAdds : "");
             ExpectState(canStart ? row.LeadsTo.value_or(state) : state);
         }
     }
@@ -206,11 +206,11 @@ TEST_F(CommandsTest, ARunLetsInWhatCannotHarmIt) {
     StartWithFile();
     for (const CommandRow& row : commandRows) {
         SCOPED_TRACE(qPrintable(row.Entry));
-        const QString expected = row.InRun == asWhenIdle ? row.WhenIdle : row.InRun;
+        const QString expected = row.InRun == asEver ? row.Effect : row.InRun;
         EXPECT_EQ(EffectInRun([&] { return EffectOfEntry(row); }), expected);
         ExpectState(row.LeadsTo == NoProgram ? NoProgram : ProgramAssembled);
         if (row.Button.isEmpty()) continue;
-        EXPECT_EQ(EffectInRun([&] { return EffectOfButton(row); }), CanStart(row.When, Running) ? expected : "");
+        EXPECT_EQ(EffectInRun([&] { return EffectOfButton(row); }), CanStart(row, Running) ? expected : "");
     }
 }
 
@@ -219,12 +219,12 @@ TEST_F(CommandsTest, EntriesFollowTheirButtonsWhenTheirMenuOpens) {
     for (const CommandState state : {NoProgram, ProgramAssembled}) {
         SetUp(state);
         for (QMenu* menu : window->menuBar()->findChildren<QMenu*>()) {
-            for (const CommandRow& row : commandRows) Find<QAction>(row.Entry).setEnabled(!CanStart(row.When, state));
+            for (const CommandRow& row : commandRows) Find<QAction>(row.Entry).setEnabled(!CanStart(row, state));
             emit menu->aboutToShow();
             for (const CommandRow& row : commandRows) {
                 const auto& entry = Find<QAction>(row.Entry);
                 const bool follows = !row.Button.isEmpty() && menu->actions().contains(&entry);
-                EXPECT_EQ(entry.isEnabled(), CanStart(row.When, state) == follows) << qPrintable(row.Entry);
+                EXPECT_EQ(entry.isEnabled(), CanStart(row, state) == follows) << qPrintable(row.Entry);
             }
         }
     }

@@ -1,5 +1,8 @@
 #include "shell/frm_main.h"
 
+#include <QTemporaryFile>
+
+#include "platform/palette.h"
 #include "shell/main_window.h"
 
 namespace shell {
@@ -20,20 +23,11 @@ protected:
     void EditCell(int row, int column) { Find<QTableView>("grdRAM").setCurrentIndex(Cells().index(row, column)); }
 };
 
-TEST_F(FrmMainTest, AProgramIsTypedAssembledAndRunByKeyboardAlone) {
+TEST_F(FrmMainTest, TheEditorHasTheFocusAtTheStartAndKeepsItAtTab) {
     Start();
-    ASSERT_EQ(QApplication::focusWidget(), &Editor());
-    QTest::keyClicks(&Editor(), "mvi a,5\rhlt");
-    Press(Qt::Key_F4);
-    EXPECT_EQ(State(), CommandState::ProgramAssembled);
-    MessageAnswer end(QMessageBox::Ok);
-    Press(Qt::Key_F5);
-    EXPECT_TRUE(end.Text.contains("12 T-States"));
-    EXPECT_EQ(Register("A"), "05");
     QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
-    EXPECT_EQ(Editor().Text(), u"mvi a,5\r\nhlt\t");
+    EXPECT_EQ(Editor().Text(), u"\t");
     EXPECT_EQ(window->focusWidget(), &Editor());
-    EXPECT_EQ(State(), CommandState::NoProgram);
 }
 
 TEST_F(FrmMainTest, AFailedAssemblyShowsItsLineAndKeepsWhatWasTypedIntoABox) {
@@ -86,6 +80,38 @@ TEST_F(FrmMainTest, StepsShowTheNextLineAndTheEndTakesTwoPresses) {
     Click("cmdSingleStep");
     EXPECT_TRUE(end.Text.contains("3.96 microsec on 8085 (12 T-States)"));
     EXPECT_EQ(Editor().SelectedText(), u"");
+}
+
+TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachine) {
+    StartWith(u"nop\r\nnop\r\nnop\r\nnop\r\nnop\r\nnop");
+    const auto isMarked = [this] {
+        return Find<QLineEdit>("txtPC").palette().color(QPalette::Text) == platform::ChangedText;
+    };
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    const std::function<void()> changes[] = {
+        [this] { Click("txtSf"); },
+        [this] {
+            EditCell(7, 1);
+            QTest::keyClicks(QApplication::focusWidget(), "9");
+        },
+        [this] {
+            const InputAnswer answer("a000");
+            Click("cmdAdd");
+        },
+        [&] {
+            const FileAnswer answer(file.fileName());
+            Find<QAction>("mnuLoadData").trigger();
+        },
+        [this] { Click("cmdReset"); },
+        [this] { Click("cmdClear"); },
+    };
+    for (const auto& change : changes) {
+        Click("cmdSingleStep");
+        EXPECT_TRUE(isMarked());
+        change();
+        EXPECT_FALSE(isMarked());
+    }
 }
 
 TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
