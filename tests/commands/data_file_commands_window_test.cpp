@@ -1,28 +1,25 @@
 #include "commands/data_file_commands.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
-#include <memory>
 
 #include "files/file_writer.h"
-#include "platform/modal.h"
-#include "support/bench.h"
+#include "shell/main_window.h"
 
 namespace commands {
 
-class DataFileCommandsTest : public testing::Test {
+class DataFileCommandsTest : public shell::MainWindowTest {
 protected:
-    DataFileCommandsTest() { window.show(); }
+    DataFileCommandsTest() { Start(); }
+
+    void Choose(const char* entry) { Find<QAction>(entry).trigger(); }
 
     void PutFile(const QByteArray& content) {
         ASSERT_EQ(files::WriteFile(path.toStdString(), content.toStdString()), std::nullopt);
     }
 
     datafiles::frmSave* Dialog() const {
-        for (auto* dialog : window.findChildren<datafiles::frmSave*>())
+        for (auto* dialog : window->findChildren<datafiles::frmSave*>())
             if (dialog->isVisible()) return dialog;
         return nullptr;
     }
@@ -54,42 +51,29 @@ protected:
 
     QTemporaryDir directory;
     QString path = directory.filePath("Memory.dat");
-    QWidget window;
-    std::unique_ptr<m8085::MachineState> machine = std::make_unique<m8085::MachineState>();
-    platform::FileDialog cDialog;
-    panels::ColumnList columns;
-    m8085::CodeMap codeMap;
-    panels::MemoryGrid memoryGrid{*machine, codeMap, columns, &window};
-    execution::RunControl runControl{*machine, codeMap, support::SilentView()};
-    DataFileCommands files{*machine, cDialog, runControl, memoryGrid};
 };
 
 TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrTellsWhyNot) {
     const auto load = [this] {
         const FileAnswer file(path);
         const MessageAnswer message;
-        files.mnuLoadData_Click();
+        Choose("mnuLoadData");
         return message.Text;
     };
     EXPECT_EQ(load(), "The file " + path.toLower() + " does not exist. Please verify the path.");
-    memoryGrid.FormatGrid();
-    memoryGrid.RefreshRAMDisplay();
-    const auto shown = [this](int row) {
-        const QAbstractItemModel& cells = *window.findChild<QTableView*>("grdRAM")->model();
-        return cells.index(row, 1).data().toString();
-    };
     PutFile("8000: 1 80000000");
     EXPECT_EQ(load(), "There was some problem with opening the data file. It is probably not in the right format.");
-    EXPECT_EQ(shown(0), "00");
+    EXPECT_EQ(Cell(0, 1), "00");
     PutFile("8000 : 3E 5 76");
     EXPECT_EQ(load(), "");
-    EXPECT_EQ(shown(1), "05");
+    EXPECT_EQ(Cell(1, 1), "05");
 }
 
 TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays) {
-    files.mnuSaveData_Click();
+    Choose("mnuSaveData");
     const QString wrong = " addresss is invalid. Enter a valid hex address (0000 - FFFF).";
     EXPECT_EQ(Add("", "0"), "The starting" + wrong);
+    EXPECT_EQ(Dialog()->focusWidget(), &Control<QLineEdit>("Text1"));
     EXPECT_EQ(Add("FFFF", "10000"), "The ending" + wrong);
     for (const auto& [first, last] : {std::pair{"8000", "8001"}, {"FFFF", "fffF"}, {"9000", "8000"}}) Add(first, last);
     EXPECT_EQ(Click("OKButton"), "Please specify the output file name.");
@@ -108,12 +92,12 @@ TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays)
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readLine().left(23), "; Data file created on ");
     EXPECT_EQ(file.readAll(), "\r\n8000 : A5 0 \r\nFFFF : A5 \r\n9000 : \r\n");
-    files.mnuSaveData_Click();
+    Choose("mnuSaveData");
     EXPECT_EQ(Entries(), "");
 }
 
 TEST_F(DataFileCommandsTest, RemoveReachesTheSelectedEntryByMouseAndByKeyboard) {
-    files.mnuSaveData_Click();
+    Choose("mnuSaveData");
     ASSERT_TRUE(QTest::qWaitForWindowActive(Dialog()));
     for (const char* address : {"1", "2", "3", "4"}) Add(address, address);
     auto& list = Control<QListWidget>("List1");
