@@ -185,7 +185,7 @@ private:
         const Text quoted = Shortened(word);
         if (word.find(u',') != Text::npos) return strayComma;
         for (const View directive : {View(word), View(second)})
-            if (const Text note = OfDirective(directive); !note.empty()) return note;
+            if (Text note = OfDirective(directive); !note.empty()) return note;
         if (Contains(interruptMnemonics, word)) return u"this machine has no interrupts, and so no " + quoted;
         if (second == u":") return u"no blank belongs between a label and its colon";
         if (word[0] < 0x80 && m8085::ToUpperCase(word[0]) == m8085::ToLowerCase(word[0]) &&
@@ -194,7 +194,7 @@ private:
         if (IsMnemonic(second) && m8085::HexDigitValue(word[0]) <= 9 && ReadNumber(word, 0xFFFF))
             return u"no address belongs in front of an instruction";
 
-        const Text asLabel = u"if " + quoted + u" is a label, it needs a colon: " + quoted + u":";
+        Text asLabel = u"if " + quoted + u" is a label, it needs a colon: " + quoted + u":";
         if (IsJumpedTo(word) || IsMnemonic(second)) return asLabel;
         const std::vector<Text> meant = MnemonicsLike(word);
         if (!meant.empty()) return u"there is no " + quoted + u"; is " + Choice(meant) + u" meant?";

@@ -172,7 +172,7 @@ TEST_F(RunControlTest, ARefusalIsShownAndTheNextCommandTriesAgain) {
 TEST_F(RunControlTest, WhatAStepOrARunHasChangedIsMarkedUntilSomethingElseChangesTheMachine) {
     using m8085::Registers;
     const auto markedBytes = [this] { return std::count(marked.Memory.begin(), marked.Memory.end(), true); };
-    Load(u"LXI H,9001\r\nSUB A\r\nMOV M,L\r\nOUT 7\r\nINR A\r\nOUT 7\r\nHLT");
+    Load(u"LXI H,90FF\r\nSUB A\r\nMOV M,L\r\nOUT 7\r\nINR A\r\nOUT 7\r\nHLT");
     EXPECT_EQ(next, 0x8000);
     machine.Ports[9] = 9;
     Step();
@@ -182,7 +182,7 @@ TEST_F(RunControlTest, WhatAStepOrARunHasChangedIsMarkedUntilSomethingElseChange
     EXPECT_TRUE(marked.Of(&Registers::Z) && marked.OfFlags());
     EXPECT_FALSE(marked.Of(&Registers::A) || marked.Of(&Registers::CY)) << "the same value is no change";
     Step();
-    EXPECT_TRUE(markedBytes() == 1 && marked.Memory[0x9001]);
+    EXPECT_TRUE(markedBytes() == 1 && marked.Memory[0x90FF]);
     EXPECT_EQ(next, 0x8005);
 
     // A run is marked as a whole, also behind the Reset at its end; the others' forget.
@@ -197,9 +197,11 @@ TEST_F(RunControlTest, WhatAStepOrARunHasChangedIsMarkedUntilSomethingElseChange
         EXPECT_TRUE(marked.Of(&Registers::PC));
         forget();
         EXPECT_FALSE(marked.Of(&Registers::PC));
+        EXPECT_EQ(next, machine.PC);
     }
     onYield = [this] {
         control.LoseProgram();
+        EXPECT_EQ(next, std::nullopt);
         control.Stop();
     };
     SlowRun();
