@@ -83,9 +83,7 @@ void ProgramDocument::mnuSave_Click() {
         mnuSaveAs_Click();
         return;
     }
-    if (!WriteProgramFile()) return;
-    ProgramChanged = false;
-    WriteFileName();
+    WriteProgramFile();
 }
 
 // The document takes the new name before it is written, and keeps it if the writing fails.
@@ -93,9 +91,7 @@ void ProgramDocument::mnuSaveAs_Click() {
     const auto path = fileDialog_.ShowSave(*txtCode_);
     if (!path) return;
     ProgramFileName = *path;
-    if (!WriteProgramFile()) return;
-    ProgramChanged = false;
-    WriteFileName();
+    WriteProgramFile();
 }
 
 void ProgramDocument::mnuCut_Click() {
@@ -116,14 +112,6 @@ void ProgramDocument::mnuSelectAll_Click() {
     txtCode_->SetSelectionLength(txtCode_->Length());
 }
 
-void ProgramDocument::SelectLine(int line) {
-    txtCode_->SelectLine(line);
-}
-
-void ProgramDocument::ClearSelection() {
-    txtCode_->ClearSelection();
-}
-
 // The highlighter has coloured the change by now.
 void ProgramDocument::txtCode_Change() {
     ProgramChanged = true;
@@ -135,11 +123,12 @@ void ProgramDocument::WriteFileName() {
     emit TitleChanged(QCoreApplication::applicationName() + (" - [" + ProgramFileName) + (ProgramChanged ? "*]" : "]"));
 }
 
-bool ProgramDocument::WriteProgramFile() {
+void ProgramDocument::WriteProgramFile() {
     const EncodedProgram file = EncodeProgramFile(txtCode_->Text(), encoding_);
-    if (files::WriteFile(QFileInfo(ProgramFileName).filesystemFilePath(), file.Bytes)) return false;
+    if (files::WriteFile(QFileInfo(ProgramFileName).filesystemFilePath(), file.Bytes)) return;
     encoding_ = file.WrittenAs;
-    return true;
+    ProgramChanged = false;
+    WriteFileName();
 }
 
 }  // namespace editor
