@@ -145,7 +145,7 @@ TEST_F(MemoryGridTest, NothingIsWrittenThatNobodyTyped) {
     // Over the last row the editor is not to be seen, or stands open over the row above.
     grid.scrollToBottom();
     for (int row : {255, 254, 255}) Click(row, 1);
-    machine.Memory[0x80FF] = 0x99;
+    EXPECT_EQ(std::exchange(machine.Memory[0x80FF], 0x99), 0x3E);
     panel.RefreshRAMDisplay();
     EXPECT_EQ(editor.text(), "3E");
     Click(253, 1);
