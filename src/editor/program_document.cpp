@@ -1,10 +1,10 @@
 #include "editor/program_document.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <optional>
 
 #include "editor/program_highlighter.h"
+#include "files/file_reader.h"
 #include "files/file_writer.h"
 #include "platform/clipboard.h"
 #include "platform/dialogs.h"
@@ -15,16 +15,10 @@ namespace {
 
 const QString untitled = QStringLiteral("Untitled");
 
-// A file above this size is far from being a program that can be assembled.
-constexpr qint64 largestProgramFile = 1024 * 1024;
-
 std::optional<ProgramFile> ReadProgramFile(const QString& path) {
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || file.size() > largestProgramFile || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) return std::nullopt;
-    ProgramFile program = DecodeProgramFile({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    const files::Content file = files::ReadFile(QFileInfo(path).filesystemFilePath(), LargestProgramFile);
+    if (!file.Problem.empty()) return std::nullopt;
+    ProgramFile program = DecodeProgramFile(file.Bytes);
     if (!LinesAreShortEnough(program.Text)) return std::nullopt;
     return program;
 }
