@@ -210,4 +210,29 @@ TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
     EXPECT_EQ(Cell(4, 9).data(Qt::ToolTipRole).toString(), "Port 04, decimal 4\nByte 00, binary 0000 0000, decimal 0");
 }
 
+TEST_F(MemoryGridTest, TheEditorScrollsBeforeTheEdgeAndWithTheWheel) {
+    const auto colourAt = [this](int row, int column) {
+        const QRect place = grid.visualRect(Cell(row, column));
+        return grid.viewport()->grab(place).toImage().pixelColor(place.width() - 4, 4);
+    };
+    EXPECT_EQ(colourAt(0, 0), QColor(228, 255, 204));
+    EXPECT_EQ(colourAt(0, 1), QColor(253, 255, 199));
+    Click(0, 1);
+    for (int row = 1; row < 40; ++row) {
+        Key(Qt::Key_Down);
+        ASSERT_TRUE(grid.viewport()->rect().contains(grid.visualRect(Cell(row + 1, 1)))) << row;
+    }
+    const int top = grid.TopRow();
+    const QPoint at = editor.rect().center();
+    QWheelEvent wheel(at, editor.mapToGlobal(at), {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&editor, &wheel);
+    EXPECT_LT(grid.TopRow(), top);
+    EXPECT_FALSE(editor.isVisible());
+
+    const QSignalSpy repaints(grid.model(), &QAbstractItemModel::dataChanged);
+    machine.Memory[0x8000] = 1;
+    panel.RefreshRAMDisplay();
+    EXPECT_EQ(repaints.size(), 1);
+}
+
 }  // namespace panels
