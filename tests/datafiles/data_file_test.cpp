@@ -20,7 +20,7 @@ TEST(DataFile, ReadsAddressesBytesAndComments) {
         {"3E 5 76 10000:", {}, true},
         {"8000: 1 ; a: 7 ; b\r2;c\n3", {{0x8000, 1}, {0x8001, 2}, {0x8002, 3}}, true},
         {"8000; : 9\r\n: 4;", {{0x8000, 4}}, true},
-        {"8000H: 1G2 0x10 5\xC3\xA4-6", {{0x8000, 0x12}, {0x8001, 0x10}, {0x8002, 0x56}}, true},
+        {"8000H: /1@G2`g 0x10 5\xC3\xA4-6", {{0x8000, 0x12}, {0x8001, 0x10}, {0x8002, 0x56}}, true},
         {std::string(65533, ' ') + "8000:12;\n34", {{0x8000, 0x12}, {0x8001, 0x34}}, true},  // across blocks of reading
         {"8000: 1 80000000 2", {{0x8000, 1}}, false},
         {"FFFF: 1 2 8000: 5", {{0xFFFF, 1}}, false},
