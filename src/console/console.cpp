@@ -13,6 +13,7 @@
 #include "console/text.h"
 #include "files/file_reader.h"
 #include "files/file_writer.h"
+#include "files/path.h"
 
 namespace console {
 
@@ -22,7 +23,7 @@ namespace {
 constexpr std::size_t largestProgram = 1024 * 1024;
 
 std::string ReadDataFile(const std::string& path) {
-    files::Content content = files::ReadFile(path);
+    files::Content content = files::ReadFile(files::PathOf(path));
     if (!content.Problem.empty()) throw UsageError("\"" + path + "\" cannot be read: " + content.Problem);
     const auto scratch = std::make_unique<m8085::MemoryBytes>();
     std::istringstream file(content.Bytes);
@@ -33,7 +34,7 @@ std::string ReadDataFile(const std::string& path) {
 }
 
 void WriteFile(const std::string& path, std::string_view bytes) {
-    if (const auto reason = files::WriteFile(path, bytes))
+    if (const auto reason = files::WriteFile(files::PathOf(path), bytes))
         throw UsageError("\"" + path + "\" could not be written: " + *reason);
 }
 
@@ -80,8 +81,8 @@ private:
 
     std::unique_ptr<Simulation> Assemble(const std::string& program) {
         const bool isStandardInput = program == "-";
-        const files::Content file =
-            isStandardInput ? files::ReadStream(in_, largestProgram) : files::ReadFile(program, largestProgram);
+        const files::Content file = isStandardInput ? files::ReadStream(in_, largestProgram)
+                                                    : files::ReadFile(files::PathOf(program), largestProgram);
         const std::string name = isStandardInput ? "<stdin>" : program;
         const bool hasHeading = options_.Programs.size() > 1 && !options_.Json && !IsMarkingSheet();
         if (hasHeading) out_ << Printable(name) << ":\n";
@@ -107,7 +108,7 @@ private:
             return console::Run(simulation, options_.Limit, [this](std::string_view lines) {
                 if (!(out_ << lines)) throw UsageError("standard output could not be written");
             });
-        files::FileWriter file(*options_.Trace);
+        files::FileWriter file(files::PathOf(*options_.Trace));
         const auto commit = [&] {
             if (const auto reason = file.Commit())
                 throw UsageError("\"" + *options_.Trace + "\" could not be written: " + *reason);

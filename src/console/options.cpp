@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <iterator>
 
+#include "files/path.h"
+
 namespace console {
 
 namespace {
@@ -37,11 +39,11 @@ MemoryFile TakeMemoryFile(MemoryFile::Format format, const Words& words, Words& 
 // A file that is written must not be one of the programs, and its name not look like theirs: with --listing *.asm the
 // first of them would be gone.
 void KeepFromPrograms(const std::string& path, const Words& programs) {
-    const auto extension = std::filesystem::path(path).extension();
+    const auto extension = files::PathOf(path).extension();
     for (const std::string& program : programs) {
         std::error_code error;
-        if ((!extension.empty() && std::filesystem::path(program).extension() == extension) ||
-            std::filesystem::equivalent(path, program, error))
+        if ((!extension.empty() && files::PathOf(program).extension() == extension) ||
+            std::filesystem::equivalent(files::PathOf(path), files::PathOf(program), error))
             throw UsageError("\"" + path + "\" is named like a program, and would be written over");
     }
 }
@@ -93,6 +95,7 @@ CommandLine ReadCommandLine(std::vector<std::string> arguments) {
             ->trigger_on_parse();
     };
 
+    app.allow_windows_style_options(false);  // what begins with "/" is a path everywhere
     app.formatter(std::make_shared<CLI::Formatter>());
     app.get_formatter()->column_width(26);
     app.set_version_flag("--version", "velmora-run " VELMORA_VERSION, "Print the version and exit");
