@@ -23,10 +23,12 @@ bool IsOneOf(const QString& name, std::initializer_list<const char*> names) {
     return std::ranges::find(names, name) != names.end();
 }
 
-// The boxes by which Assemble and Load Data File tell of a failure, after they have changed memory.
+// The boxes by which Assemble and Load Data File tell of a failure, after they have changed memory. Another box may
+// stand before them.
 bool IsFailureTold() {
-    const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    return box != nullptr && box->windowTitle().startsWith("Error");
+    return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
+        return widget->isVisible() && widget->windowTitle().startsWith("Error");
+    });
 }
 
 // A text without what an editor may change about line ends.

@@ -6,11 +6,13 @@
 #include <sstream>
 
 #include "console/image.h"
+#include "console/interruption.h"
 #include "console/listing.h"
 #include "console/options.h"
 #include "console/report.h"
 #include "console/simulation.h"
 #include "console/text.h"
+#include "editor/program_file.h"
 #include "files/file_reader.h"
 #include "files/file_writer.h"
 #include "files/path.h"
@@ -18,9 +20,6 @@
 namespace console {
 
 namespace {
-
-// A program above this size cannot be assembled by far.
-constexpr std::size_t largestProgram = 1024 * 1024;
 
 std::string ReadDataFile(const std::string& path) {
     files::Content content = files::ReadFile(files::PathOf(path));
@@ -33,9 +32,9 @@ std::string ReadDataFile(const std::string& path) {
     return std::move(content.Bytes);
 }
 
-void WriteFile(const std::string& path, std::string_view bytes) {
-    if (const auto reason = files::WriteFile(files::PathOf(path), bytes))
-        throw UsageError("\"" + path + "\" could not be written: " + *reason);
+// Throws if the file could not be written, for the reason given.
+void ExpectWritten(const std::string& path, const std::optional<std::string>& reason) {
+    if (reason) throw UsageError("\"" + path + "\" could not be written: " + *reason);
 }
 
 std::string Now(const char* format) {
@@ -68,7 +67,11 @@ public:
         int exitCode = Success;
         for (const std::string& program : options_.Programs) {
             const std::unique_ptr<Simulation> simulation = Assemble(program);
-            if (simulation->Translation.Succeeded) Simulate(*simulation);
+            if (simulation->Translation.Succeeded) {
+                const DeferredSignals deferred;
+                Simulate(*simulation);
+                DeferredSignals::Check();
+            }
             Report(*simulation);
             exitCode = std::max<int>(exitCode, ExitCodeOf(*simulation, options_));
         }
@@ -81,8 +84,9 @@ private:
 
     std::unique_ptr<Simulation> Assemble(const std::string& program) {
         const bool isStandardInput = program == "-";
-        const files::Content file = isStandardInput ? files::ReadStream(in_, largestProgram)
-                                                    : files::ReadFile(files::PathOf(program), largestProgram);
+        const files::Content file = isStandardInput
+                                        ? files::ReadStream(in_, editor::LargestProgramFile)
+                                        : files::ReadFile(files::PathOf(program), editor::LargestProgramFile);
         const std::string name = isStandardInput ? "<stdin>" : program;
         const bool hasHeading = options_.Programs.size() > 1 && !options_.Json && !IsMarkingSheet();
         if (hasHeading) out_ << Printable(name) << ":\n";
@@ -99,7 +103,8 @@ private:
         simulation.MemoryBefore = simulation.Machine.Memory;
         simulation.PortsBefore = simulation.Machine.Ports;
         if (!options_.CheckOnly) RunProgram(simulation);
-        for (const MemoryFile& file : options_.MemoryFiles) WriteFile(file.Path, Compose(file, simulation));
+        for (const MemoryFile& file : options_.MemoryFiles)
+            ExpectWritten(file.Path, files::WriteFile(files::PathOf(file.Path), Compose(file, simulation)));
     }
 
     void RunProgram(Simulation& simulation) {
@@ -109,10 +114,7 @@ private:
                 if (!(out_ << lines)) throw UsageError("standard output could not be written");
             });
         files::FileWriter file(files::PathOf(*options_.Trace));
-        const auto commit = [&] {
-            if (const auto reason = file.Commit())
-                throw UsageError("\"" + *options_.Trace + "\" could not be written: " + *reason);
-        };
+        const auto commit = [&] { ExpectWritten(*options_.Trace, file.Commit()); };
         console::Run(simulation, options_.Limit, [&](std::string_view lines) {
             if (!file.Write(lines)) commit();
         });
@@ -123,7 +125,7 @@ private:
         if (path.empty())
             out_ << text;
         else
-            WriteFile(path, text);
+            ExpectWritten(path, files::WriteFile(files::PathOf(path), text));
     }
 
     void Report(const Simulation& simulation) {
@@ -156,6 +158,9 @@ int Main(std::vector<std::string> arguments, std::istream& in, std::ostream& out
         if (commandLine.Wanted) return Session(std::move(*commandLine.Wanted), in, out, err).Run();
         out << commandLine.Answer;
         return out.flush() ? Success : WrongUse;
+    } catch (const Interruption&) {
+        out.flush();
+        return WrongUse;
     } catch (const std::exception& problem) {
         err << "velmora-run: " << Printable(problem.what()) << "\nvelmora-run --help tells how it is used.\n";
         return WrongUse;

@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "console/console.h"
+#include "console/interruption.h"
 
 #ifdef _WIN32
 #include <fcntl.h>
@@ -18,7 +19,10 @@ int Start(std::vector<std::string> arguments) {
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is reported, not the end of the program
 #endif
     std::ios::sync_with_stdio(false);
-    return console::Main(std::move(arguments), std::cin, std::cout, std::cerr);
+    const int exitCode = console::Main(std::move(arguments), std::cin, std::cout, std::cerr);
+    // Whoever started the program sees what ended it, so that a loop over many programs ends too.
+    if (const int signal = console::DeferredSignals::Arrived()) std::raise(signal);
+    return exitCode;
 }
 
 #ifdef _WIN32

@@ -67,6 +67,15 @@ TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrTellsWhyNot) {
     PutFile("8000 : 3E 5 76");
     EXPECT_EQ(load(), "");
     EXPECT_EQ(Cell(1, 1), "05");
+
+    // What a file stores before it fails is not undone by what was typed before.
+    auto& grid = Find<QTableView>("grdRAM");
+    grid.setCurrentIndex(Cells().index(0, 1));
+    QTest::keyClicks(&Find<QLineEdit>("txtEdit"), "7");
+    PutFile("8000 : 22 GG");
+    load();
+    grid.setCurrentIndex(Cells().index(1, 1));
+    EXPECT_EQ(machine->Memory[0x8000], 0x22);
 }
 
 TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays) {
@@ -98,7 +107,7 @@ TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays)
 
 TEST_F(DataFileCommandsTest, RemoveReachesTheSelectedEntryByMouseAndByKeyboard) {
     Choose("mnuSaveData");
-    ASSERT_TRUE(QTest::qWaitForWindowActive(Dialog()));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return Dialog()->isActiveWindow(); }));
     for (const char* address : {"1", "2", "3", "4"}) Add(address, address);
     auto& list = Control<QListWidget>("List1");
     list.setFocus();

@@ -169,24 +169,6 @@ TEST_F(RunControlTest, ARefusalIsShownAndTheNextCommandTriesAgain) {
     EXPECT_TRUE(Run().starts_with("The program has come to address FFFE")) << told;
 }
 
-TEST_F(RunControlTest, MarksWhatTheLatestStepOrRunHasChangedAndWhereTheNextInstructionStands) {
-    Load(u"MVI A,5\r\nSTA 9000\r\nHLT");
-    EXPECT_EQ(next, 0x8000);
-    Step();
-    EXPECT_TRUE(marked.Of(&m8085::Registers::A));
-    Step();
-    EXPECT_FALSE(marked.Of(&m8085::Registers::A));
-    EXPECT_TRUE(marked.Memory[0x9000]);
-    EXPECT_EQ(next, 0x8005);
-    control.Reset();
-    EXPECT_EQ(next, 0x8000);
-    machine.Memory[0x9000] = 0;
-    Run();
-    EXPECT_TRUE(marked.Memory[0x9000]) << "all of the run counts";
-    control.ForgetChanges();
-    EXPECT_FALSE(marked.Memory[0x9000]);
-}
-
 TEST_F(RunControlTest, WhatAStepOrARunHasChangedIsMarkedUntilSomethingElseChangesTheMachine) {
     using m8085::Registers;
     const auto markedBytes = [this] { return std::count(marked.Memory.begin(), marked.Memory.end(), true); };

@@ -23,7 +23,7 @@ struct CommandRow {
     QString Button;  // empty where there is none
     const char* When;
     QString Effect;
-    QString InRun = asEver;                    // by an entry that has not followed its button
+    QString InRun = asEver;
     std::optional<CommandState> LeadsTo = {};  // where that is not the state before
     QString ButtonAdds = {};
 };
@@ -31,7 +31,7 @@ struct CommandRow {
 const CommandRow commandRows[] = {
     {"mnuNew", "", Always, "[Save?] Program has changed"},
     {"mnuOpen", "", Always, "[Open]"},
-    {"mnuSave", "", Always, "title program.asm]"},
+    {"mnuSave", "", Always, "title [*].asm]"},
     {"mnuSaveAs", "", Always, "[Save As]"},
     {"mnuCut", "", Always, "text mvi a,/hlt|selected |clipboard 5", asEver, NoProgram},
     {"mnuCopy", "", Always, "clipboard 5"},
@@ -68,11 +68,11 @@ protected:
     CommandsTest() { qputenv("PATH", ""); }
     ~CommandsTest() override { qputenv("PATH", path); }
 
-    // A program that has a file.
+    // A program that has a file; by its name Qt would see a place for a mark of its own in the title.
     void StartWithFile() {
         Start();
-        QFile::remove(folder.filePath("program.asm"));
-        const FileAnswer answer(folder.filePath("program.asm"));
+        QFile::remove(folder.filePath("[*].asm"));
+        const FileAnswer answer(folder.filePath("[*].asm"));
         Find<QAction>("mnuSaveAs").trigger();
     }
 
@@ -103,7 +103,7 @@ protected:
             if (widget->isVisible() && widget != window) titles += widget->windowTitle();
         const int memorySum = std::accumulate(machine->Memory.begin(), machine->Memory.end(), 0);
         const bool showsAssistant = Find<QWidget>("frmCA").isVisible();
-        return {"title " + window->windowTitle().section('/', -1),
+        return {"title " + window->windowHandle()->title().section('/', -1),
                 "text " + OneLine(Editor().Text()),
                 "selected " + OneLine(Editor().SelectedText()),
                 "clipboard " + OneLine(platform::ReadRichText()),
@@ -138,6 +138,14 @@ protected:
         return effect.join('|');
     }
 
+    void ExpectToFollow(const CommandRow& row, CommandState state) {
+        auto& entry = Find<QAction>(row.Entry);
+        entry.setEnabled(!CanStart(row, state));
+        emit qobject_cast<QMenu*>(entry.associatedObjects().constFirst())->aboutToShow();
+        EXPECT_EQ(entry.isEnabled(), CanStart(row, state));
+    }
+
+    // Also of an entry that has not followed its button.
     QString EffectOfEntry(const CommandRow& row) {
         auto& entry = Find<QAction>(row.Entry);
         entry.setEnabled(true);
@@ -195,6 +203,7 @@ TEST_F(CommandsTest, EveryEntryAndButtonDoesItsCommandAndNothingElse) {
             ExpectState(row.LeadsTo.value_or(state));
             if (row.Button.isEmpty()) continue;
             SetUp(state);
+            ExpectToFollow(row, state);
             const bool canStart = CanStart(row, state);
             EXPECT_EQ(EffectOfButton(row), canStart ? row.Effect + row.ButtonAdds : "");
             ExpectState(canStart ? row.LeadsTo.value_or(state) : state);
@@ -211,22 +220,6 @@ TEST_F(CommandsTest, ARunLetsInWhatCannotHarmIt) {
         ExpectState(row.LeadsTo == NoProgram ? NoProgram : ProgramAssembled);
         if (row.Button.isEmpty()) continue;
         EXPECT_EQ(EffectInRun([&] { return EffectOfButton(row); }), CanStart(row, Running) ? expected : "");
-    }
-}
-
-TEST_F(CommandsTest, EntriesFollowTheirButtonsWhenTheirMenuOpens) {
-    StartWithFile();
-    for (const CommandState state : {NoProgram, ProgramAssembled}) {
-        SetUp(state);
-        for (QMenu* menu : window->menuBar()->findChildren<QMenu*>()) {
-            for (const CommandRow& row : commandRows) Find<QAction>(row.Entry).setEnabled(!CanStart(row, state));
-            emit menu->aboutToShow();
-            for (const CommandRow& row : commandRows) {
-                const auto& entry = Find<QAction>(row.Entry);
-                const bool follows = !row.Button.isEmpty() && menu->actions().contains(&entry);
-                EXPECT_EQ(entry.isEnabled(), CanStart(row, state) == follows) << qPrintable(row.Entry);
-            }
-        }
     }
 }
 

@@ -23,11 +23,18 @@ protected:
     void EditCell(int row, int column) { Find<QTableView>("grdRAM").setCurrentIndex(Cells().index(row, column)); }
 };
 
-TEST_F(FrmMainTest, TheEditorHasTheFocusAtTheStartAndKeepsItAtTab) {
+TEST_F(FrmMainTest, AtTheStartTheEditorHasTheFocusAndFilesAreLookedForBesideTheProgram) {
     Start();
     QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
     EXPECT_EQ(Editor().Text(), u"\t");
     EXPECT_EQ(window->focusWidget(), &Editor());
+    QString directory;
+    const BoxAnswer<QFileDialog> answer([&directory](QFileDialog& dialog) {
+        directory = dialog.directory().path();
+        dialog.reject();
+    });
+    Find<QAction>("mnuOpen").trigger();
+    EXPECT_EQ(directory, QCoreApplication::applicationDirPath());
 }
 
 TEST_F(FrmMainTest, AFailedAssemblyShowsItsLineAndKeepsWhatWasTypedIntoABox) {
@@ -62,12 +69,16 @@ TEST_F(FrmMainTest, AssemblingOverTheCellEditorKeepsTheProgramAndTheMenuLeavesTh
 
 TEST_F(FrmMainTest, ATextThatIsTooLongIsRefusedUntouched) {
     Start();
-    MessageAnswer error(QMessageBox::Ok);
     const std::u16string text = std::u16string(32'764, u' ') + u":";
     Editor().SetText(text);
+    const MessageAnswer end;
+    Press(Qt::Key_F5);
+    EXPECT_EQ(State(), CommandState::ProgramAssembled) << "what is in memory can be run";
+    const MessageAnswer error;
     Click("cmdCompile");
     EXPECT_TRUE(error.Text.contains("32767"));
     EXPECT_EQ(Editor().Text(), text);
+    EXPECT_EQ(State(), CommandState::NoProgram);
 }
 
 TEST_F(FrmMainTest, StepsShowTheNextLineAndTheEndTakesTwoPresses) {
@@ -80,6 +91,9 @@ TEST_F(FrmMainTest, StepsShowTheNextLineAndTheEndTakesTwoPresses) {
     Click("cmdSingleStep");
     EXPECT_TRUE(end.Text.contains("3.96 microsec on 8085 (12 T-States)"));
     EXPECT_EQ(Editor().SelectedText(), u"");
+    const MessageAnswer endOfRun;
+    Find<QAction>("mnuRun").trigger();
+    EXPECT_EQ(window->focusWidget(), &Button("cmdRun")) << "the focus goes to the button of the entry that ran";
 }
 
 TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachine) {
@@ -116,17 +130,18 @@ TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachine) {
 
 TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
     StartWith(u"loop:\r\ninr a\r\njmp loop");
-    DuringTheRun([&] {
-        EXPECT_EQ(State(), CommandState::Running);
-        for (const Qt::Key key : {Qt::Key_F4, Qt::Key_F5, Qt::Key_F8}) Press(key);
-        Editor().setFocus();
-        Press(Qt::Key_F6);
-        Press(Qt::Key_Space);
-    });
-    Click("cmdRun");
-    EXPECT_EQ(State(), CommandState::ProgramAssembled);
-    EXPECT_NE(machine->TStates, 0);
-    EXPECT_EQ(Register("Tstates"), QString::number(machine->TStates));
+    for (const Qt::Key stop : {Qt::Key_Space, Qt::Key_Escape}) {
+        DuringTheRun([&] {
+            EXPECT_EQ(State(), CommandState::Running);
+            for (const Qt::Key key : {Qt::Key_F4, Qt::Key_F5, Qt::Key_F8}) Press(key);
+            Editor().setFocus();
+            Press(Qt::Key_F6);
+            Press(stop);
+        });
+        Click("cmdRun");
+        EXPECT_EQ(State(), CommandState::ProgramAssembled);
+        EXPECT_NE(machine->TStates, 0);
+    }
 }
 
 TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {

@@ -30,7 +30,7 @@ protected:
         machine = workbench->Machine.get();
         window->show();
         window->activateWindow();
-        QCoreApplication::processEvents();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window));
     }
 
     void StartWith(std::u16string_view program) {
