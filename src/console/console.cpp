@@ -15,13 +15,14 @@
 #include "editor/program_file.h"
 #include "files/file_reader.h"
 #include "files/file_writer.h"
+#include "files/path.h"
 
 namespace console {
 
 namespace {
 
 std::string ReadDataFile(const std::string& path) {
-    files::Content content = files::ReadFile(path);
+    files::Content content = files::ReadFile(files::PathOf(path));
     if (!content.Problem.empty()) throw UsageError("\"" + path + "\" cannot be read: " + content.Problem);
     const auto scratch = std::make_unique<m8085::MemoryBytes>();
     std::istringstream file(content.Bytes);
@@ -83,8 +84,9 @@ private:
 
     std::unique_ptr<Simulation> Assemble(const std::string& program) {
         const bool isStandardInput = program == "-";
-        const files::Content file = isStandardInput ? files::ReadStream(in_, editor::LargestProgramFile)
-                                                    : files::ReadFile(program, editor::LargestProgramFile);
+        const files::Content file = isStandardInput
+                                        ? files::ReadStream(in_, editor::LargestProgramFile)
+                                        : files::ReadFile(files::PathOf(program), editor::LargestProgramFile);
         const std::string name = isStandardInput ? "<stdin>" : program;
         const bool hasHeading = options_.Programs.size() > 1 && !options_.Json && !IsMarkingSheet();
         if (hasHeading) out_ << Printable(name) << ":\n";
@@ -102,7 +104,7 @@ private:
         simulation.PortsBefore = simulation.Machine.Ports;
         if (!options_.CheckOnly) RunProgram(simulation);
         for (const MemoryFile& file : options_.MemoryFiles)
-            ExpectWritten(file.Path, files::WriteFile(file.Path, Compose(file, simulation)));
+            ExpectWritten(file.Path, files::WriteFile(files::PathOf(file.Path), Compose(file, simulation)));
     }
 
     void RunProgram(Simulation& simulation) {
@@ -111,7 +113,7 @@ private:
             return console::Run(simulation, options_.Limit, [this](std::string_view lines) {
                 if (!(out_ << lines)) throw UsageError("standard output could not be written");
             });
-        files::FileWriter file(*options_.Trace);
+        files::FileWriter file(files::PathOf(*options_.Trace));
         const auto commit = [&] { ExpectWritten(*options_.Trace, file.Commit()); };
         console::Run(simulation, options_.Limit, [&](std::string_view lines) {
             if (!file.Write(lines)) commit();
@@ -123,7 +125,7 @@ private:
         if (path.empty())
             out_ << text;
         else
-            ExpectWritten(path, files::WriteFile(path, text));
+            ExpectWritten(path, files::WriteFile(files::PathOf(path), text));
     }
 
     void Report(const Simulation& simulation) {

@@ -4,13 +4,55 @@
 #include "console/console.h"
 #include "console/interruption.h"
 
-int main(int argc, char** argv) {
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <cstdio>
+#endif
+
+namespace {
+
+int Start(std::vector<std::string> arguments) {
 #ifdef SIGXFSZ
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is reported, not the end of the program
 #endif
     std::ios::sync_with_stdio(false);
-    const int exitCode = console::Main({argv + 1, argv + argc}, std::cin, std::cout, std::cerr);
+    const int exitCode = console::Main(std::move(arguments), std::cin, std::cout, std::cerr);
     // Whoever started the program sees what ended it, so that a loop over many programs ends too.
     if (const int signal = console::DeferredSignals::Arrived()) std::raise(signal);
     return exitCode;
 }
+
+#ifdef _WIN32
+
+// UTF-8. Half of a pair of surrogates, which a name may hold, becomes the replacement character.
+std::string Narrow(std::wstring_view wide) {
+    const int length = static_cast<int>(wide.size());
+    std::string narrow(wide.size() * 3, '\0');
+    const int size = static_cast<int>(narrow.size());
+    const int used = WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, narrow.data(), size, nullptr, nullptr);
+    narrow.resize(static_cast<std::size_t>(used));
+    return narrow;
+}
+
+}  // namespace
+
+// What is read and written keeps its line ends.
+int wmain(int argc, wchar_t** argv) {
+    for (std::FILE* const stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+    std::vector<std::string> arguments;
+    for (int index = 1; index < argc; ++index) arguments.push_back(Narrow(argv[index]));
+    return Start(std::move(arguments));
+}
+
+#else
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return Start({argv + 1, argv + argc});
+}
+
+#endif

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "console/text.h"
+#include "files/path.h"
 
 namespace console {
 
@@ -38,22 +39,23 @@ MemoryFile TakeMemoryFile(MemoryFile::Format format, const Words& words, Words& 
 
 // In upper case, since some file systems make no difference.
 std::string Extension(const std::string& path) {
-    return UpperCase(std::filesystem::path(path).extension().string());
+    const std::u8string extension = files::PathOf(path).extension().u8string();
+    return UpperCase(std::string(extension.begin(), extension.end()));
 }
 
 bool IsSameFile(const std::string& one, const std::string& other) {
     std::error_code error;
     const auto whole = [&error](const std::string& path) {
-        return std::filesystem::absolute(path, error).lexically_normal();
+        return std::filesystem::absolute(files::PathOf(path), error).lexically_normal();
     };
-    return std::filesystem::equivalent(one, other, error) || whole(one) == whole(other);
+    return std::filesystem::equivalent(files::PathOf(one), files::PathOf(other), error) || whole(one) == whole(other);
 }
 
 // A file that is written must not be one of the programs, and its name not look like theirs: with --listing *.asm the
 // first of them would be gone. A device loses nothing.
 void KeepFromPrograms(const std::string& path, const Words& programs) {
     std::error_code error;
-    if (std::filesystem::is_other(path, error)) return;
+    if (std::filesystem::is_other(files::PathOf(path), error)) return;
     for (const std::string& program : programs)
         if (program != "-" && (Extension(path) == Extension(program) || IsSameFile(path, program)))
             throw UsageError("\"" + path + "\" is named like a program, and would be written over");
@@ -112,6 +114,7 @@ CommandLine ReadCommandLine(std::vector<std::string> arguments) {
             ->trigger_on_parse();
     };
 
+    app.allow_windows_style_options(false);  // what begins with "/" is a path everywhere
     app.formatter(std::make_shared<CLI::Formatter>());
     app.get_formatter()->column_width(26);
     app.set_version_flag("--version", "velmora-run " VELMORA_VERSION, "Print the version and exit");

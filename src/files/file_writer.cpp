@@ -1,6 +1,7 @@
 #include "files/file_writer.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <random>
 #include <system_error>
@@ -13,7 +14,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #else
 #include <fstream>
 #endif
@@ -27,15 +27,15 @@ std::filesystem::path NameForCopy(const std::filesystem::path& folder) {
     return folder / (".velmora-" + std::to_string(random()) + std::to_string(random()));
 }
 
+std::string Reason(int errorNumber) {
+    return std::generic_category().message(errorNumber);
+}
+
 }  // namespace
 
 #ifdef VELMORA_POSIX
 
 namespace {
-
-std::string Reason(int errorNumber) {
-    return std::generic_category().message(errorNumber);
-}
 
 // An open file. Closes it at the end, whatever became of it.
 class Descriptor {
@@ -244,7 +244,7 @@ private:
 
 class FileWriter::Output {
 public:
-    explicit Output(const std::filesystem::path& path) : path_(path) { Open(); }
+    explicit Output(const std::filesystem::path& path) { Open(path); }
 
     ~Output() {
         copy_.close();
@@ -272,14 +272,21 @@ public:
 private:
     void Fail(std::string reason) { problem_ = std::move(reason); }
 
-    void Open() {
+    void Open(const std::filesystem::path& path) {
         std::error_code error;
-        const std::filesystem::file_status status = std::filesystem::status(path_, error);
+        const std::filesystem::file_status status = std::filesystem::status(path, error);
         exists_ = std::filesystem::exists(status);
+        if (error && status.type() != std::filesystem::file_type::not_found) return Fail(error.message());
+        if (is_directory(status)) return Fail(Reason(EISDIR));
         if (exists_ && !is_regular_file(status)) return Fail("It is no ordinary file.");
+        const bool isReadOnly =
+            (status.permissions() & std::filesystem::perms::owner_write) == std::filesystem::perms{};
+        if (exists_ && isReadOnly) return Fail(Reason(EACCES));
+        path_ = is_symlink(symlink_status(path, error)) ? canonical(path, error) : path;
         copyPath_ = NameForCopy(path_.parent_path());
+        errno = 0;
         copy_.open(copyPath_, std::ios::binary);
-        if (!copy_) Fail("The folder takes no new file.");
+        if (!copy_) Fail(Reason(errno));
     }
 
     void PutInPlace() {
