@@ -148,7 +148,12 @@ void CodeAssistant::AskForLabelLine() {
 
 void CodeAssistant::AskForBranchTarget() {
     const QString prompt = "Enter a label for " + FromLatin1(entry_.Mnemonic()) + ":";
-    Take(InstructionEntry::ChooseLabel(platform::AskText(txtCode_, prompt, "Label").toStdU16String()));
+    const EntryStep line = InstructionEntry::ChooseLabel(platform::AskText(txtCode_, prompt, "Label").toStdU16String());
+    // The assistant may have been stopped under the box.
+    if (IsOn())
+        Take(line);
+    else
+        txtCode_.ReplaceSelection(line.Text);
 }
 
 void CodeAssistant::Take(const EntryStep& step) {

@@ -4,6 +4,7 @@
 
 #include "assembler/instruction_table.h"
 #include "machine/characters.h"
+#include "machine/number_format.h"
 
 namespace aids {
 
@@ -40,7 +41,7 @@ EntryStep InstructionEntry::ChooseRegister(std::string_view caption) {
 
 EntryStep InstructionEntry::ChooseDigit(int digit) {
     assert(digit >= 0 && digit <= 15);
-    const std::u16string text(1, u"0123456789abcdef"[digit]);
+    const std::u16string text = LowerCase(m8085::HexDigits.substr(static_cast<std::size_t>(digit), 1));
     ++CADigitsEntered;
     if (CADigitsEntered == CADigitsWanted) return CAGetOperand(text);
     return {text, NextEntry::Digit};

@@ -6,22 +6,13 @@
 #include <utility>
 
 #include "assembler/instruction_table.h"
+#include "machine/bytes.h"
 #include "machine/characters.h"
 #include "machine/number_format.h"
 
 namespace assembler {
 
 namespace {
-
-std::u16string_view WithoutFinalH(std::u16string_view word) {
-    if (word.ends_with(u'H')) word.remove_suffix(1);
-    return word;
-}
-
-// The value of hexadecimal digits; what is above FFFF reads as 10000. Nothing for a text that is no number.
-std::optional<std::int32_t> ReadWord(std::u16string_view digits) {
-    return m8085::ReadHexNumber(digits, 0xFFFF);
-}
 
 // One assembly in progress.
 class Translation {
@@ -195,7 +186,7 @@ bool Translation::SelectBySecondOperand(int& anchor) {
 }
 
 bool Translation::EmitByte(std::u16string_view word) {
-    const auto value = ReadWord(WithoutFinalH(word));
+    const auto value = ReadNumber(word);
     if (!value || *value > 0xFF || !Write(LocationCounter, *value)) return FailGenerally();
     ++LocationCounter;
     return true;
@@ -203,9 +194,9 @@ bool Translation::EmitByte(std::u16string_view word) {
 
 // The low byte, that of the last two digits, is written before the size of the number is looked at.
 bool Translation::EmitWord(std::u16string_view word) {
+    const auto value = ReadNumber(word);
     const std::u16string_view digits = WithoutFinalH(word);
-    const auto value = ReadWord(digits);
-    const auto lowByte = ReadWord(digits.substr(digits.size() - std::min<std::size_t>(digits.size(), 2)));
+    const auto lowByte = ReadNumber(digits.substr(digits.size() - std::min<std::size_t>(digits.size(), 2)));
     if (!value || !Write(LocationCounter, *lowByte) || *value > 0xFFFF || !Write(LocationCounter + 1, *value >> 8))
         return FailGenerally();
     LocationCounter += 2;
@@ -238,7 +229,7 @@ bool Translation::ResolveLabels() {
 // Stores the low byte of the value. False beyond the end of memory, which no text of legal length reaches.
 bool Translation::Write(std::int32_t address, std::int32_t value) {
     if (address >= m8085::MemorySize) return false;
-    machine_.Memory[static_cast<std::size_t>(address)] = static_cast<std::uint8_t>(value & 0xFF);
+    machine_.Memory[m8085::Index(address)] = m8085::Low(value);
     return true;
 }
 
@@ -253,6 +244,15 @@ bool Translation::FailOnOperand(std::u16string_view operand) {
 }
 
 }  // namespace
+
+std::u16string_view WithoutFinalH(std::u16string_view word) {
+    if (word.ends_with(u'H')) word.remove_suffix(1);
+    return word;
+}
+
+std::optional<std::int32_t> ReadNumber(std::u16string_view word) {
+    return m8085::ReadHexNumber(WithoutFinalH(word), 0xFFFF);
+}
 
 Assembly AssembleProgram(std::u16string text, m8085::MachineState& machine, m8085::CodeMap& codeMap) {
     std::ranges::transform(text, text.begin(), m8085::ToUpperCase);

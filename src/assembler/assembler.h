@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "assembler/label_table.h"
 #include "machine/code_map.h"
@@ -27,6 +29,13 @@ struct Assembly {
     int FaultLine = 0;
     std::array<std::u16string, 3> FaultWords;
 };
+
+// The value of a number as programs write it: hexadecimal digits in either case, and perhaps an upper-case H behind
+// them. What is above FFFF reads as 10000. Nothing for any other text.
+std::optional<std::int32_t> ReadNumber(std::u16string_view word);
+
+// Such a number without its H.
+std::u16string_view WithoutFinalH(std::u16string_view word);
 
 // Translates a program into Memory from 8000 (hexadecimal) upward and notes each opcode's source line in the code map.
 // The text is a prepared one: labels on lines of their own, every line ended by a line feed. All numbers in it are

@@ -1,6 +1,7 @@
 #include "assembler/disassembly.h"
 
 #include "assembler/instruction_table.h"
+#include "machine/bytes.h"
 #include "machine/number_format.h"
 
 namespace assembler {
@@ -21,7 +22,7 @@ Anchors AnchorsByOpcode() {
 // A pair goes by its first register, but for those that have none.
 std::string OperandText(std::string_view column, const std::array<std::uint8_t, 3>& bytes) {
     if (column == "I8") return m8085::FormatHexByte(bytes[1]);
-    if (column == "I16") return m8085::FormatHexLong(bytes[2] << 8 | bytes[1]);
+    if (column == "I16") return m8085::FormatHexLong(m8085::Join(bytes[2], bytes[1]));
     const bool isPair = column.size() == 2 && column != "SP";
     return std::string(isPair ? column.substr(0, 1) : column);
 }

@@ -81,6 +81,7 @@ void AppendOnce(std::vector<Text>& words, Text word) {
 
 std::vector<Text> MnemonicsLike(View word) {
     std::vector<Text> like;
+    if (word.size() < 2) return like;  // one letter is one letter off from too many
     ForEachRowOf({}, [&](int anchor) {
         const Text mnemonic = Wide(MnemonicAt(anchor));
         if (IsOneLetterOff(word, mnemonic)) AppendOnce(like, mnemonic);
@@ -118,9 +119,28 @@ View WithoutLast(View word) {
     return word.substr(0, word.size() - 1);
 }
 
-std::optional<std::int32_t> ReadNumber(View word, std::int32_t largest) {
-    if (word.ends_with(u'H')) word = WithoutLast(word);
-    return m8085::ReadHexNumber(word, largest);
+bool IsDecimalDigit(char16_t character) {
+    return character >= u'0' && character <= u'9';
+}
+
+// Whether the word is an address rather than a name: "2000", "C010", "FE00H", but not "FACE".
+bool LooksLikeAddress(View word) {
+    if (!ReadNumber(word)) return false;
+    const bool isNoWord = word.ends_with(u'H') || std::ranges::any_of(word, IsDecimalDigit);
+    return IsDecimalDigit(word[0]) || (WithoutFinalH(word).size() == 4 && isNoWord);
+}
+
+// A page that a program is copied from may have one in place of a blank.
+bool HasNoBreakSpace(View word) {
+    return word.substr(0, word.find(u';')).find_first_of(u"\u00A0\u2007\u202F") != View::npos;
+}
+
+// The longest mnemonic that the word begins with and that something else than a comma follows; empty for none.
+View MnemonicInFront(View word) {
+    for (std::size_t length = std::min<std::size_t>(MnemonicWidth, word.size()); length >= 2; --length)
+        if (IsMnemonic(word.substr(0, length)))
+            return word.substr(length).starts_with(u',') ? View() : word.substr(0, length);
+    return {};
 }
 
 // The value of digits to the base, or nothing for another text and above `largest`.
@@ -141,11 +161,13 @@ public:
     Explanation(const PreparedProgram& program, const Assembly& failed) : program_(program), failed_(failed) {}
 
     Text Find() const {
-        constexpr View badLabel = u"Bad label - ";
-        if (View(failed_.AsmErrorText).starts_with(badLabel))
-            return OfLabel(View(failed_.AsmErrorText).substr(badLabel.size()));
         if (failed_.FaultLine == 0) return {};
         if (IsBehindColonInComment()) return u"a colon in a comment breaks the line there: leave it out";
+        constexpr View badLabel = u"Bad label - ";
+        const View message = failed_.AsmErrorText;
+        if (HasNoBreakSpace(message) || std::ranges::any_of(failed_.FaultWords, HasNoBreakSpace))
+            return u"there is a no-break space in this line: put a blank in its place";
+        if (message.starts_with(badLabel)) return OfLabel(message.substr(badLabel.size()));
         if (std::ranges::any_of(failed_.FaultWords, [](View word) { return word.find(u';') != word.npos; }))
             return stickingComment;
         const View mnemonic = failed_.FaultWords[0];
@@ -183,19 +205,24 @@ private:
     Text OfMnemonic() const {
         const auto& [word, second, third] = failed_.FaultWords;
         const Text quoted = Shortened(word);
-        if (word.find(u',') != Text::npos) return strayComma;
-        for (const View directive : {View(word), View(second)})
-            if (Text note = OfDirective(directive); !note.empty()) return note;
+        const bool isBeforeMnemonic = IsMnemonic(second);
+        if (word.find(u',') != Text::npos) {
+            const View mnemonic = MnemonicInFront(word);
+            return mnemonic.empty() ? strayComma : u"a blank belongs behind " + Text(mnemonic);
+        }
+        for (const View directive : {View(word), View(second)}) {
+            const bool isLabel = isBeforeMnemonic && !directive.starts_with(u'#') && !directive.starts_with(u'.');
+            if (Text note = OfDirective(directive); !note.empty() && !isLabel) return note;
+        }
         if (Contains(interruptMnemonics, word)) return u"this machine has no interrupts, and so no " + quoted;
         if (second == u":") return u"no blank belongs between a label and its colon";
         if (word[0] < 0x80 && m8085::ToUpperCase(word[0]) == m8085::ToLowerCase(word[0]) &&
             m8085::HexDigitValue(word[0]) < 0 && word[0] != u'_')
             return u"a line begins with a label or a mnemonic; a comment begins with \";\"";
-        if (IsMnemonic(second) && m8085::HexDigitValue(word[0]) <= 9 && ReadNumber(word, 0xFFFF))
-            return u"no address belongs in front of an instruction";
+        if (isBeforeMnemonic && LooksLikeAddress(word)) return u"no address belongs in front of an instruction";
 
         Text asLabel = u"if " + quoted + u" is a label, it needs a colon: " + quoted + u":";
-        if (IsJumpedTo(word) || IsMnemonic(second)) return asLabel;
+        if (IsJumpedTo(word) || isBeforeMnemonic) return asLabel;
         const std::vector<Text> meant = MnemonicsLike(word);
         if (!meant.empty()) return u"there is no " + quoted + u"; is " + Choice(meant) + u" meant?";
         if (second.empty()) return asLabel;
@@ -229,9 +256,9 @@ private:
 
     Text OfRegister(View mnemonic, View word, int column) const {
         if (word.find(u',') != View::npos) return strayComma;
-        if (ReadNumber(word, 0xFFFF) && !Contains(registerNames, word))
+        if (ReadNumber(word) && !Contains(registerNames, word))
             for (const auto& [withRegister, withNumber] : twins)
-                if (mnemonic == withRegister)
+                if (mnemonic == withRegister && (mnemonic != u"MOV" || column == 2))
                     return Text(mnemonic) + u" takes a register here; " + Text(withNumber) + u" takes a number";
 
         std::vector<Text> choices;
@@ -259,10 +286,10 @@ private:
             return Text(mnemonic) + u" takes a number here, not a register";
         }
         if (IsDefined(word)) return u"a label is no number: write the address that it stands for";
-        if (ReadNumber(word, 0xFFFF)) return OfTooLarge(word, isByte);
+        if (ReadNumber(word)) return OfTooLarge(word, isByte);
         Text withZeros(word);
         std::ranges::replace(withZeros, u'O', u'0');
-        if (ReadNumber(withZeros, 0xFFFF)) return u"there is a letter O in " + quoted + u" where a 0 belongs";
+        if (ReadNumber(withZeros)) return u"there is a letter O in " + quoted + u" where a 0 belongs";
         return quoted + u" is no number: those are hexadecimal digits and nothing else, but for a final H";
     }
 
@@ -289,14 +316,16 @@ private:
         if (name.empty()) return u"a jump or call needs a label to go to";
         if (name.ends_with(u':')) return u"no colon belongs behind the label of a jump or call";
         const LabelTable& labels = failed_.Labels;
-        if (labels.LabelCount() == LabelTable::Slots && labels[LabelTable::NotFound].Name == name)
+        constexpr int last = LabelTable::NotFound;
+        if (labels.LabelCount() > last && labels[last].Kind == LabelKind::Definition && labels[last].Name == name)
             return quoted + u" has the last of the 101 places for labels and jumps, where it cannot be found";
-        if (m8085::HexDigitValue(name[0]) >= 0 && m8085::HexDigitValue(name[0]) <= 9 && ReadNumber(name, 0xFFFF))
-            return u"a jump or call goes to a label, not to an address: put a label there";
+        if (LooksLikeAddress(name)) return u"a jump or call goes to a label, not to an address: put a label there";
         std::vector<Text> meant;
-        for (int slot = 0; slot < labels.LabelCount(); ++slot)
-            if (labels[slot].Kind == LabelKind::Definition && IsOneLetterOff(name, labels[slot].Name))
-                AppendOnce(meant, labels[slot].Name);
+        for (int slot = 0; slot < labels.LabelCount(); ++slot) {
+            const auto& [label, address, kind, line] = labels[slot];
+            if (kind == LabelKind::Definition && !label.empty() && IsOneLetterOff(name, label))
+                AppendOnce(meant, label);
+        }
         if (!meant.empty()) return u"there is no label " + quoted + u"; is " + Choice(meant) + u" meant?";
         return u"no line defines it: put " + quoted + u": where it is to go";
     }

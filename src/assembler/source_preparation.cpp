@@ -63,6 +63,7 @@ PreparedProgram PrepareProgram(std::u16string_view source) {
     const std::u16string text = WithCarriageReturns(source);
     std::u16string split;
     PreparedProgram program;
+    program.Length = text.size();
     int line = 1;
     std::size_t copied = 0;
     const auto copyTo = [&](std::size_t end) {
@@ -76,6 +77,7 @@ PreparedProgram PrepareProgram(std::u16string_view source) {
         copyTo(place);
         split += lineEnd;
         program.SourceLines.push_back(line);
+        ++program.LabelSplits;
     }
     copyTo(text.size());
     program.SourceLines.push_back(line);

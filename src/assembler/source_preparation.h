@@ -24,6 +24,8 @@ std::u16string ConvertLineEnds(std::u16string_view text);
 struct PreparedProgram {
     std::u16string Text;
     std::vector<int> SourceLines;  // of each line of Text, the first being at 0, the line of the source
+    std::size_t Length = 0;        // of the source in characters, line ends as two
+    std::size_t LabelSplits = 0;   // line ends that were inserted behind labels
 
     // Both count lines from 1. 0 for a line that the text does not have.
     int SourceLine(int line) const;

@@ -14,8 +14,8 @@ execution::RunView ViewOn(CommandButtons& buttons, editor::ProgramDocument& docu
     return {
         .DisplayRegs = [&registerPanel] { registerPanel.DisplayRegs(); },
         .RefreshRAMDisplay = [&memoryGrid] { memoryGrid.RefreshRAMDisplay(); },
-        .SelectLine = [&document](int line) { document.SelectLine(line); },
-        .ClearSelection = [&document] { document.ClearSelection(); },
+        .SelectLine = [&document](int line) { document.txtCode().SelectLine(line); },
+        .ClearSelection = [&document] { document.txtCode().ClearSelection(); },
         .Yield = [] { QCoreApplication::processEvents(QEventLoop::AllEvents); },
         .ShowEndMessage = [show](const std::string& text) { show(text, QMessageBox::Information); },
         .ShowRefusal = [show](const std::string& text) { show(text, QMessageBox::Critical); },

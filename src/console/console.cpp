@@ -6,20 +6,19 @@
 #include <sstream>
 
 #include "console/image.h"
+#include "console/interruption.h"
 #include "console/listing.h"
 #include "console/options.h"
 #include "console/report.h"
 #include "console/simulation.h"
 #include "console/text.h"
+#include "editor/program_file.h"
 #include "files/file_reader.h"
 #include "files/file_writer.h"
 
 namespace console {
 
 namespace {
-
-// A program above this size cannot be assembled by far.
-constexpr std::size_t largestProgram = 1024 * 1024;
 
 std::string ReadDataFile(const std::string& path) {
     files::Content content = files::ReadFile(path);
@@ -32,9 +31,9 @@ std::string ReadDataFile(const std::string& path) {
     return std::move(content.Bytes);
 }
 
-void WriteFile(const std::string& path, std::string_view bytes) {
-    if (const auto reason = files::WriteFile(path, bytes))
-        throw UsageError("\"" + path + "\" could not be written: " + *reason);
+// Throws if the file could not be written, for the reason given.
+void ExpectWritten(const std::string& path, const std::optional<std::string>& reason) {
+    if (reason) throw UsageError("\"" + path + "\" could not be written: " + *reason);
 }
 
 std::string Now(const char* format) {
@@ -67,7 +66,11 @@ public:
         int exitCode = Success;
         for (const std::string& program : options_.Programs) {
             const std::unique_ptr<Simulation> simulation = Assemble(program);
-            if (simulation->Translation.Succeeded) Simulate(*simulation);
+            if (simulation->Translation.Succeeded) {
+                const DeferredSignals deferred;
+                Simulate(*simulation);
+                DeferredSignals::Check();
+            }
             Report(*simulation);
             exitCode = std::max<int>(exitCode, ExitCodeOf(*simulation, options_));
         }
@@ -80,8 +83,8 @@ private:
 
     std::unique_ptr<Simulation> Assemble(const std::string& program) {
         const bool isStandardInput = program == "-";
-        const files::Content file =
-            isStandardInput ? files::ReadStream(in_, largestProgram) : files::ReadFile(program, largestProgram);
+        const files::Content file = isStandardInput ? files::ReadStream(in_, editor::LargestProgramFile)
+                                                    : files::ReadFile(program, editor::LargestProgramFile);
         const std::string name = isStandardInput ? "<stdin>" : program;
         const bool hasHeading = options_.Programs.size() > 1 && !options_.Json && !IsMarkingSheet();
         if (hasHeading) out_ << Printable(name) << ":\n";
@@ -98,7 +101,8 @@ private:
         simulation.MemoryBefore = simulation.Machine.Memory;
         simulation.PortsBefore = simulation.Machine.Ports;
         if (!options_.CheckOnly) RunProgram(simulation);
-        for (const MemoryFile& file : options_.MemoryFiles) WriteFile(file.Path, Compose(file, simulation));
+        for (const MemoryFile& file : options_.MemoryFiles)
+            ExpectWritten(file.Path, files::WriteFile(file.Path, Compose(file, simulation)));
     }
 
     void RunProgram(Simulation& simulation) {
@@ -108,10 +112,7 @@ private:
                 if (!(out_ << lines)) throw UsageError("standard output could not be written");
             });
         files::FileWriter file(*options_.Trace);
-        const auto commit = [&] {
-            if (const auto reason = file.Commit())
-                throw UsageError("\"" + *options_.Trace + "\" could not be written: " + *reason);
-        };
+        const auto commit = [&] { ExpectWritten(*options_.Trace, file.Commit()); };
         console::Run(simulation, options_.Limit, [&](std::string_view lines) {
             if (!file.Write(lines)) commit();
         });
@@ -122,7 +123,7 @@ private:
         if (path.empty())
             out_ << text;
         else
-            WriteFile(path, text);
+            ExpectWritten(path, files::WriteFile(path, text));
     }
 
     void Report(const Simulation& simulation) {
@@ -155,6 +156,9 @@ int Main(std::vector<std::string> arguments, std::istream& in, std::ostream& out
         if (commandLine.Wanted) return Session(std::move(*commandLine.Wanted), in, out, err).Run();
         out << commandLine.Answer;
         return out.flush() ? Success : WrongUse;
+    } catch (const Interruption&) {
+        out.flush();
+        return WrongUse;
     } catch (const std::exception& problem) {
         err << "velmora-run: " << Printable(problem.what()) << "\nvelmora-run --help tells how it is used.\n";
         return WrongUse;

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <iterator>
 
+#include "console/text.h"
+
 namespace console {
 
 namespace {
@@ -34,16 +36,27 @@ MemoryFile TakeMemoryFile(MemoryFile::Format format, const Words& words, Words& 
     return file;
 }
 
+// In upper case, since some file systems make no difference.
+std::string Extension(const std::string& path) {
+    return UpperCase(std::filesystem::path(path).extension().string());
+}
+
+bool IsSameFile(const std::string& one, const std::string& other) {
+    std::error_code error;
+    const auto whole = [&error](const std::string& path) {
+        return std::filesystem::absolute(path, error).lexically_normal();
+    };
+    return std::filesystem::equivalent(one, other, error) || whole(one) == whole(other);
+}
+
 // A file that is written must not be one of the programs, and its name not look like theirs: with --listing *.asm the
-// first of them would be gone.
+// first of them would be gone. A device loses nothing.
 void KeepFromPrograms(const std::string& path, const Words& programs) {
-    const auto extension = std::filesystem::path(path).extension();
-    for (const std::string& program : programs) {
-        std::error_code error;
-        if ((!extension.empty() && std::filesystem::path(program).extension() == extension) ||
-            std::filesystem::equivalent(path, program, error))
+    std::error_code error;
+    if (std::filesystem::is_other(path, error)) return;
+    for (const std::string& program : programs)
+        if (program != "-" && (Extension(path) == Extension(program) || IsSameFile(path, program)))
             throw UsageError("\"" + path + "\" is named like a program, and would be written over");
-    }
 }
 
 void CheckTogether(const Options& options, bool isLimited) {
@@ -53,18 +66,24 @@ void CheckTogether(const Options& options, bool isLimited) {
     for (const auto& path : {options.Listing, options.Trace})
         if (path && !path->empty()) paths.push_back(*path);
     for (const MemoryFile& file : options.MemoryFiles) paths.push_back(file.Path);
-    for (const std::string& path : paths) KeepFromPrograms(path, options.Programs);
     if (std::ranges::find(paths, "-") != paths.end()) throw UsageError("\"-\" is no file that can be written");
+    for (auto path = paths.begin(); path != paths.end(); ++path) {
+        KeepFromPrograms(*path, options.Programs);
+        if (std::any_of(paths.begin(), path, [&](const std::string& other) { return IsSameFile(*path, other); }))
+            throw UsageError("\"" + *path + "\" is to be written twice");
+    }
     if (!paths.empty() && options.Programs.size() > 1)
         throw UsageError("only one program can be given where a file is to be written");
     if (options.Json && (options.Listing == "" || options.Trace == ""))
         throw UsageError("with --json a listing and a trace need a FILE");
 }
 
-// --listing and --trace take a FILE only where another PROGRAM is there.
-void SettleOptionalFile(std::optional<std::string>& path, Words& programs) {
-    if (!path || path->empty() || !programs.empty()) return;
-    programs.push_back(std::exchange(*path, {}));
+// --listing and --trace take a FILE only where another PROGRAM is there. Of two words neither is surely the PROGRAM.
+void SettleOptionalFiles(Options& options) {
+    if (!options.Programs.empty()) return;
+    for (auto* const path : {&options.Listing, &options.Trace})
+        if (!path->value_or("").empty()) options.Programs.push_back(std::exchange(**path, {}));
+    if (options.Programs.size() != 1) throw UsageError("no PROGRAM is given");
 }
 
 }  // namespace
@@ -72,7 +91,7 @@ void SettleOptionalFile(std::optional<std::string>& path, Words& programs) {
 CommandLine ReadCommandLine(std::vector<std::string> arguments) {
     CLI::App app("", "velmora-run");
     Options options;
-    std::string limit;
+    std::optional<std::string> limit;
     Words settings;
     Words views;
     Words expectations;
@@ -126,14 +145,12 @@ CommandLine ReadCommandLine(std::vector<std::string> arguments) {
     }
 
     options.Programs.insert(options.Programs.end(), programs.begin(), programs.end());
-    SettleOptionalFile(options.Listing, options.Programs);
-    SettleOptionalFile(options.Trace, options.Programs);
-    if (options.Programs.empty()) throw UsageError("no PROGRAM is given");
-    if (!limit.empty()) options.Limit = ReadDecimal(limit, "--limit");
+    if (limit) options.Limit = ReadDecimal(*limit, "--limit");
+    SettleOptionalFiles(options);
     for (const std::string& text : settings) options.Settings.emplace_back(text);
     for (const std::string& text : expectations) options.Expectations.emplace_back(text);
     std::ranges::transform(views, std::back_inserter(options.Views), ReadView);
-    CheckTogether(options, !limit.empty());
+    CheckTogether(options, limit.has_value());
     return {std::move(options), {}};
 }
 

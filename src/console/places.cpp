@@ -5,7 +5,8 @@
 #include <functional>
 #include <iterator>
 
-#include "machine/characters.h"
+#include "console/text.h"
+#include "machine/bytes.h"
 #include "machine/number_format.h"
 
 namespace console {
@@ -13,13 +14,6 @@ namespace console {
 namespace {
 
 constexpr std::string_view pairNames[] = {"BC", "DE", "HL", "SP"};
-
-std::string UpperCase(std::string_view text) {
-    std::string upper;
-    for (const char character : text)
-        upper += static_cast<char>(m8085::ToUpperCase(static_cast<unsigned char>(character)));
-    return upper;
-}
 
 int IndexOf(const auto& names, std::string_view name, auto nameOf) {
     const auto found = std::ranges::find(names, name, nameOf);
@@ -74,12 +68,11 @@ void Setting::FindPlace(std::string_view where) {
 
 void Setting::Store(m8085::MachineState& machine) const {
     for (std::size_t index = 0; index < values_.size(); ++index) {
-        const auto value = static_cast<std::uint8_t>(values_[index] & 0xFF);
-        const auto high = static_cast<std::uint8_t>(values_[index] >> 8);
+        const std::uint8_t value = m8085::Low(values_[index]);
         const std::size_t place = static_cast<std::size_t>(number_) + index;
         switch (kind_) {
             case Kind::Register: machine.*RegisterNames[place].Register = value; break;
-            case Kind::Pair: machine.SetRegPair(static_cast<std::uint8_t>(number_), high, value, false); break;
+            case Kind::Pair: machine.SetRegPair(m8085::Low(number_), m8085::High(values_[index]), value, false); break;
             case Kind::Flag: machine.*Flags[place].Flag = value != 0; break;
             case Kind::Memory: machine.Memory[place] = value; break;
             case Kind::Port: machine.Ports[place] = value; break;

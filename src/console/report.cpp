@@ -48,12 +48,12 @@ std::span<const std::uint8_t> MemoryIn(const Simulation& simulation, memedata::A
     return std::span(simulation.Machine.Memory).subspan(range.First, std::size_t{range.Last} - range.First + 1);
 }
 
-// Rows of at most sixteen bytes, each behind its address.
-void AppendRows(std::vector<std::string>& rows, const std::string& label, const Stretch& stretch, bool isPort) {
+// Rows of at most sixteen bytes, each behind its address or port.
+void AppendRows(std::vector<std::string>& rows, const Stretch& stretch, bool isPort) {
     for (std::size_t done = 0; done < stretch.Bytes.size(); done += bytesInRow) {
         const std::size_t address = stretch.First + done;
-        std::string row = label + (isPort ? FormatHexByte(static_cast<std::uint8_t>(address))
-                                          : FormatHexLong(static_cast<std::int32_t>(address)));
+        std::string row = isPort ? "port " + FormatHexByte(static_cast<std::uint8_t>(address))
+                                 : FormatHexLong(static_cast<std::int32_t>(address));
         row += ':';
         for (std::size_t i = done; i < std::min(done + bytesInRow, stretch.Bytes.size()); ++i)
             row += ' ' + FormatHexByte(stretch.Bytes[i]);
@@ -72,8 +72,8 @@ std::string RegisterLines(const m8085::MachineState& machine) {
 
 std::string ChangedLines(const Simulation& simulation, std::size_t most) {
     std::vector<std::string> rows;
-    for (const Stretch& stretch : ChangedMemory(simulation)) AppendRows(rows, "", stretch, false);
-    for (const Stretch& stretch : ChangedPorts(simulation)) AppendRows(rows, "port ", stretch, true);
+    for (const Stretch& stretch : ChangedMemory(simulation)) AppendRows(rows, stretch, false);
+    for (const Stretch& stretch : ChangedPorts(simulation)) AppendRows(rows, stretch, true);
     std::string text;
     for (std::size_t i = 0; i < std::min(most, rows.size()); ++i) text += rows[i] + '\n';
     if (rows.size() > most)
@@ -86,9 +86,9 @@ std::string ViewText(const Simulation& simulation, const View& view) {
     if (view.What == View::Kind::Changed) return ChangedLines(simulation, m8085::MemorySize);
     std::vector<std::string> rows;
     if (view.What == View::Kind::Ports)
-        AppendRows(rows, "port ", {0, simulation.Machine.Ports}, true);
+        AppendRows(rows, {0, simulation.Machine.Ports}, true);
     else
-        AppendRows(rows, "", {view.Range.First, MemoryIn(simulation, view.Range)}, false);
+        AppendRows(rows, {view.Range.First, MemoryIn(simulation, view.Range)}, false);
     std::string text;
     for (const std::string& row : rows) text += row + '\n';
     return text;

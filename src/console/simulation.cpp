@@ -7,6 +7,7 @@
 #include "assembler/disassembly.h"
 #include "assembler/explanation.h"
 #include "assembler/instruction_table.h"
+#include "console/interruption.h"
 #include "console/text.h"
 #include "console/trace.h"
 #include "editor/program_file.h"
@@ -50,6 +51,7 @@ void RunAtFullSpeed(Simulation& simulation, std::uint64_t limit) {
         const std::uint64_t instructions = std::min(limit, slice);
         m8085::ExecuteSlice(simulation.Machine, simulation.Code, static_cast<int>(instructions));
         if (HasStopped(simulation)) return;
+        DeferredSignals::Check();
         limit -= instructions;
     }
 }
@@ -67,6 +69,7 @@ void RunTraced(Simulation& simulation, std::uint64_t limit, const TraceSink& tra
         if (lines.size() < fullBuffer && !hasStopped && limit > 1) continue;
         trace(lines);
         lines.clear();
+        DeferredSignals::Check();
     }
 }
 
@@ -112,18 +115,18 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file) {
     const std::u16string source = editor::DecodeProgramFile(file).Text;
     simulation->SourceLines = LinesOf(source);
     simulation->Program = assembler::PrepareProgram(source);
-    // The line end that preparing has added is not the user's.
-    const auto excess = assembler::ExplainExcessLength(simulation->Program.Text.size() - 1, 0);
+    const assembler::PreparedProgram& program = simulation->Program;
+    const auto excess = assembler::ExplainExcessLength(program.Length, program.LabelSplits);
     auto& assembly = simulation->Translation;
-    assembly = assembler::AssembleProgram(simulation->Program.Text, simulation->Machine, simulation->Code);
+    assembly = assembler::AssembleProgram(program.Text, simulation->Machine, simulation->Code);
     if (assembly.Succeeded) {
         m8085::SetToProgramStart(simulation->Machine);
         return simulation;
     }
     simulation->HowItEnded = Outcome::NotAssembled;
     simulation->Message = excess ? *excess : Printable(Utf8(assembly.AsmErrorText));
-    simulation->Line = simulation->Program.SourceLine(assembly.FaultLine);
-    simulation->Note = Printable(Utf8(assembler::ExplainFailure(simulation->Program, assembly)));
+    simulation->Line = program.SourceLine(assembly.FaultLine);
+    simulation->Note = Printable(Utf8(assembler::ExplainFailure(program, assembly)));
     return simulation;
 }
 

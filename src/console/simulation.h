@@ -57,7 +57,8 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file);
 // Takes the trace, in pieces of any length.
 using TraceSink = std::function<void(std::string_view)>;
 
-// Runs the program as Run does, for so many instructions at most; 0 for no limit. Without a sink, at full speed.
+// Runs the program as Run does, for so many instructions at most; 0 for no limit. Without a sink, at full speed. Throws
+// an Interruption where a deferred signal comes meanwhile.
 void Run(Simulation& simulation, std::uint64_t limit, const TraceSink& trace);
 
 }  // namespace console

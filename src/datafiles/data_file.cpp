@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 
+#include "machine/bytes.h"
 #include "machine/number_format.h"
 
 namespace memedata {
@@ -74,7 +75,7 @@ bool DataFileReader::TakeDigit(int digit) {
 bool DataFileReader::StorePendingByte() {
     if (Target == NoAddress || TakenAsAddress) return true;
     if (Target >= m8085::MemorySize) return false;
-    memory_[static_cast<std::size_t>(Target)] = static_cast<std::uint8_t>(Value & 0xFF);
+    memory_[m8085::Index(Target)] = m8085::Low(Value);
     ++Target;
     return true;
 }

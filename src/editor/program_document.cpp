@@ -1,10 +1,10 @@
 #include "editor/program_document.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <optional>
 
 #include "editor/program_highlighter.h"
+#include "files/file_reader.h"
 #include "files/file_writer.h"
 #include "platform/clipboard.h"
 #include "platform/dialogs.h"
@@ -15,16 +15,10 @@ namespace {
 
 const QString untitled = QStringLiteral("Untitled");
 
-// A file above this size is far from being a program that can be assembled.
-constexpr qint64 largestProgramFile = 1024 * 1024;
-
 std::optional<ProgramFile> ReadProgramFile(const QString& path) {
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || file.size() > largestProgramFile || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) return std::nullopt;
-    ProgramFile program = DecodeProgramFile({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    const files::Content file = files::ReadFile(QFileInfo(path).filesystemFilePath(), LargestProgramFile);
+    if (!file.Problem.empty()) return std::nullopt;
+    ProgramFile program = DecodeProgramFile(file.Bytes);
     if (!LinesAreShortEnough(program.Text)) return std::nullopt;
     return program;
 }
@@ -83,9 +77,7 @@ void ProgramDocument::mnuSave_Click() {
         mnuSaveAs_Click();
         return;
     }
-    if (!WriteProgramFile()) return;
-    ProgramChanged = false;
-    WriteFileName();
+    WriteProgramFile();
 }
 
 // The document takes the new name before it is written, and keeps it if the writing fails.
@@ -93,9 +85,7 @@ void ProgramDocument::mnuSaveAs_Click() {
     const auto path = fileDialog_.ShowSave(*txtCode_);
     if (!path) return;
     ProgramFileName = *path;
-    if (!WriteProgramFile()) return;
-    ProgramChanged = false;
-    WriteFileName();
+    WriteProgramFile();
 }
 
 void ProgramDocument::mnuCut_Click() {
@@ -116,14 +106,6 @@ void ProgramDocument::mnuSelectAll_Click() {
     txtCode_->SetSelectionLength(txtCode_->Length());
 }
 
-void ProgramDocument::SelectLine(int line) {
-    txtCode_->SelectLine(line);
-}
-
-void ProgramDocument::ClearSelection() {
-    txtCode_->ClearSelection();
-}
-
 // The highlighter has coloured the change by now.
 void ProgramDocument::txtCode_Change() {
     ProgramChanged = true;
@@ -135,11 +117,12 @@ void ProgramDocument::WriteFileName() {
     emit TitleChanged(QCoreApplication::applicationName() + (" - [" + ProgramFileName) + (ProgramChanged ? "*]" : "]"));
 }
 
-bool ProgramDocument::WriteProgramFile() {
+void ProgramDocument::WriteProgramFile() {
     const EncodedProgram file = EncodeProgramFile(txtCode_->Text(), encoding_);
-    if (files::WriteFile(QFileInfo(ProgramFileName).filesystemFilePath(), file.Bytes)) return false;
+    if (files::WriteFile(QFileInfo(ProgramFileName).filesystemFilePath(), file.Bytes)) return;
     encoding_ = file.WrittenAs;
-    return true;
+    ProgramChanged = false;
+    WriteFileName();
 }
 
 }  // namespace editor

@@ -9,10 +9,8 @@
 
 namespace editor {
 
-class ProgramHighlighter;
-
-// The one program text that is open: its file, its changed mark, the commands of the File and Edit menus that act on
-// it, and the selection of a line for the commands that show where the program stands.
+// The one program text that is open: its file, its changed mark, and the commands of the File and Edit menus that act
+// on it.
 //
 // A command that fails, or whose dialog is cancelled, ends without a message.
 class ProgramDocument : public QObject {
@@ -37,11 +35,6 @@ public:
     // asked.
     QMessageBox::StandardButton OfferToSave();
 
-    // Selects a source line, counted from 1; for 0 and for a line that the text does not have it clears the selection.
-    void SelectLine(int line);
-
-    void ClearSelection();
-
 signals:
     void TitleChanged(const QString& title);
 
@@ -53,7 +46,7 @@ private:
     void Open(const QString& path);
     void txtCode_Change();
     void WriteFileName();
-    bool WriteProgramFile();
+    void WriteProgramFile();
 
     platform::ProgramText* txtCode_;
     platform::FileDialog fileDialog_;

@@ -77,6 +77,19 @@ public:
         return true;
     }
 
+    // Sees that so many bytes from its beginning have their room, also where a sparse file has none yet. The content
+    // stays and is followed by zeros. True as well where nothing can be said of the room.
+    bool Reserve([[maybe_unused]] off_t size) const {
+#if defined(_POSIX_ADVISORY_INFO) && _POSIX_ADVISORY_INFO > 0
+        const int error = size > 0 ? ::posix_fallocate(number_, 0, size) : 0;
+        if (error != 0 && error != EINVAL && error != EOPNOTSUPP) {
+            errno = error;
+            return false;
+        }
+#endif
+        return true;
+    }
+
     // Takes the bytes from `first` up to and without `end` from the other file's same place.
     bool TakeFrom(const Descriptor& other, off_t first, off_t end) const {
         std::array<char, 0x10000> block;
@@ -104,6 +117,14 @@ std::filesystem::path WithoutLinks(std::filesystem::path path) {
         path = path.parent_path() / target;
     }
     return path;
+}
+
+// Whether it is the same file as standard output or standard error. What is printed would be lost with the old file.
+bool IsPrintedTo(const struct stat& file) {
+    return std::ranges::any_of(std::array{STDOUT_FILENO, STDERR_FILENO}, [&file](int number) {
+        struct stat printed {};
+        return ::fstat(number, &printed) == 0 && printed.st_dev == file.st_dev && printed.st_ino == file.st_ino;
+    });
 }
 
 }  // namespace
@@ -142,6 +163,7 @@ private:
         if (exists_ && S_ISDIR(old.st_mode)) return Fail(Reason(EISDIR));
         if (exists_ && S_ISFIFO(old.st_mode)) return Fail("It is a pipe.");
         isDevice_ = exists_ && !S_ISREG(old.st_mode);
+        if (exists_ && !isDevice_ && IsPrintedTo(old)) return Fail("It is what the program prints to.");
         if (isDevice_) {
             if (!copy_.Open(path, O_WRONLY)) Fail(Reason(errno));
             return;
@@ -186,8 +208,8 @@ private:
         return ::fchmod(copy_.Number(), old.st_mode & 07777) == 0;
     }
 
-    // What goes beyond the old file's end is written first: only that can lack room, and it leaves the old content
-    // alone.
+    // Where the room could not be reserved, what goes beyond the old file's end is most likely to lack it: it is
+    // written first, and leaves the old content alone.
     void WriteOver() {
         Descriptor target;
         struct stat old {};
@@ -195,7 +217,8 @@ private:
         if (!target.Open(path_, O_WRONLY | O_NOFOLLOW) || ::fstat(target.Number(), &old) != 0 ||
             ::fstat(copy_.Number(), &copy) != 0)
             return Fail(Reason(errno));
-        if (!target.TakeFrom(copy_, old.st_size, copy.st_size) || !target.Synchronize()) {
+        if (!target.Reserve(copy.st_size) || !target.TakeFrom(copy_, old.st_size, copy.st_size) ||
+            !target.Synchronize()) {
             const int reason = errno;
             [[maybe_unused]] const int asBefore = ::ftruncate(target.Number(), old.st_size);
             return Fail(Reason(reason));

@@ -15,7 +15,7 @@ namespace files {
 // cannot have them, or the folder does not let it take the old one's place, the old file is written over, after room
 // for the new content has been made sure of; a complete copy of it lies beside the file, or among the temporary files,
 // until that is done. A link is followed. A device takes what is written to it at once. A pipe is refused, since nobody
-// might read it.
+// might read it, and so is a file that is standard output or standard error: what is printed would be lost with it.
 class FileWriter {
 public:
     // Nothing is written yet. What is wrong with the path is told by Commit.

@@ -30,8 +30,8 @@ public:
     static ColumnList Restored(std::string_view storedCount,
                                const std::function<std::string(int index, const std::string& fallback)>& stored);
 
-    int ColCount() const { return static_cast<int>(starts.size()); }
-    const std::vector<std::string>& ColumnStarts() const { return starts; }
+    int ColCount() const { return static_cast<int>(starts_.size()); }
+    const std::vector<std::string>& ColumnStarts() const { return starts_; }
 
     // The start address of a pair; index is 0 to ColCount() - 1.
     std::int32_t StartAddress(int index) const;
@@ -51,7 +51,7 @@ public:
     std::string Options() const;
 
 private:
-    std::vector<std::string> starts{"8000", "9000", "9100"};
+    std::vector<std::string> starts_{"8000", "9000", "9100"};
 };
 
 }  // namespace panels

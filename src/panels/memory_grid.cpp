@@ -1,7 +1,6 @@
 #include "panels/memory_grid.h"
 
 #include <QCoreApplication>
-#include <QHeaderView>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QStylePainter>
@@ -161,7 +160,7 @@ void MemoryGrid::grdRAM_RowColChange(const QModelIndex& cell) {
     // An editor that is open stays where it is, over the row above, and what it holds goes into the last row.
     const bool staysOpen = cell.row() == lastRow;
     textIsPending_ = staysOpen;
-    if (staysOpen) return;
+    if (staysOpen) return DescribeEditor();
     ScrollBeforeTheEdge(cell.row());
     ShowEditorOver(cell);
     keyHeldFromGrid_ = grdRAM_->MovingKey();
@@ -206,7 +205,8 @@ void MemoryGrid::txtEdit_Edited() {
 void MemoryGrid::txtEdit_KeyUp(int key) {
     StorePendingText(grdRAM_->currentIndex());
     // A key that moved here from the grid and is only now released has done its work.
-    const bool isHeldFromGrid = key == std::exchange(keyHeldFromGrid_, 0);
+    const bool isHeldFromGrid = key == keyHeldFromGrid_;
+    if (isHeldFromGrid) keyHeldFromGrid_ = 0;
     const QModelIndex cell = grdRAM_->currentIndex();
     if (isHeldFromGrid || !MemoryModel::IsDataCell(cell)) return;
     if (key == Qt::Key_Up && cell.row() > 0) grdRAM_->setCurrentIndex(cell.siblingAtRow(cell.row() - 1));
@@ -234,8 +234,10 @@ void MemoryGrid::GiveEditorItsByte() {
 // Tells what the cell tells, which the editor covers: in words, and by the colour of the text, which is the ground of a
 // selected one.
 void MemoryGrid::DescribeEditor() {
-    if (!editorCell_.isValid()) return;
-    const QModelIndex address = editorCell_.sibling(editorCell_.row(), editorCell_.column() - 1);
+    if (!editorCell_.isValid() || !MemoryModel::IsDataCell(grdRAM_->currentIndex())) return;
+    // The one that keys go to, which is the one below where the editor has stayed over its last.
+    const QModelIndex target = grdRAM_->currentIndex();
+    const QModelIndex address = target.siblingAtColumn(target.column() - 1);
     const QString kind = model_->headerData(address.column(), Qt::Horizontal, Qt::DisplayRole).toString();
     txtEdit_->setAccessibleName(kind + ' ' + TextOf(address));
     txtEdit_->setToolTip(editorCell_.data(Qt::ToolTipRole).toString());
@@ -254,6 +256,7 @@ void MemoryGrid::StorePendingText(const QModelIndex& cell) {
     if (!byte) return;
     const bool isNew = *byte != model_->Byte(cell);
     model_->Store(cell, *byte);
+    if (cell == editorCell_) textIsPending_ = false;
     DescribeEditor();
     if (isNew) emit Edited();
 }

@@ -75,10 +75,12 @@ QString MemoryModel::Tip(const QModelIndex& cell) const {
     std::string tip = isPort ? "Port " + m8085::FormatHexByte(static_cast<std::uint8_t>(address))
                              : "Address " + m8085::FormatHexLong(address);
     tip += ", decimal " + std::to_string(address) + '\n' + StoredByteTip(byte);
-    // A cell may be older than the instruction.
+    if (isPort || codeMap_.LineAt(address) == 0 || address > m8085::LastFetchAddress)
+        return QString::fromStdString(tip);
+    // A cell may be older than the instruction, and by hand it may have become a code that is none.
     const auto* opcode = machine_.Memory.data() + address;
-    if (!isPort && codeMap_.LineAt(address) != 0 && *opcode == byte)
-        tip += "\nInstruction " + assembler::Disassemble({opcode[0], opcode[1], opcode[2]});
+    const std::string instruction = assembler::Disassemble({opcode[0], opcode[1], opcode[2]});
+    if (*opcode == byte && !instruction.empty()) tip += "\nInstruction " + instruction;
     return QString::fromStdString(tip);
 }
 

@@ -68,7 +68,9 @@ bool Show(Control& control, const std::string& text) {
 
 // Also shows what a tooltip has to tell of the value: a line that says what the box is, and one of figures.
 void Show(QLineEdit& box, const std::string& text, const QString& name, const std::string& figures) {
-    if (Show(box, text)) box.setToolTip(name + '\n' + QString::fromStdString(figures));
+    Show(box, text);
+    const QString tip = name + '\n' + QString::fromStdString(figures);
+    if (box.toolTip() != tip) box.setToolTip(tip);
 }
 
 void Mark(QWidget& control, QPalette::ColorRole role, bool hasChanged) {

@@ -71,6 +71,15 @@ void AppendBytes(std::string& list, const std::string& name, std::span<const boo
     }
 }
 
+// Without trailing zeros.
+std::string Microseconds(std::int64_t nanoseconds) {
+    std::string fraction = std::to_string(1000 + nanoseconds % 1000);
+    fraction[0] = '.';
+    fraction.resize(fraction.find_last_not_of('0') + 1);
+    if (fraction == ".") fraction.clear();
+    return std::to_string(nanoseconds / 1000) + fraction;
+}
+
 }  // namespace
 
 std::string ByteTip(std::uint8_t value) {
@@ -84,12 +93,8 @@ std::string AddressTip(std::int32_t address) {
 }
 
 std::string TimeTip(std::int32_t tStates) {
-    const std::int64_t nanoseconds = std::int64_t{tStates} * m8085::NanosecondsPerTState;
-    std::string fraction = std::to_string(1000 + nanoseconds % 1000);
-    fraction[0] = '.';
-    fraction.resize(fraction.find_last_not_of('0') + 1);
-    if (fraction == ".") fraction.clear();
-    return std::to_string(nanoseconds / 1000) + fraction + " microseconds, at 0.325 each";
+    return Microseconds(std::int64_t{tStates} * m8085::NanosecondsPerTState) + " microseconds, at " +
+           Microseconds(m8085::NanosecondsPerTState) + " each";
 }
 
 std::string StoredByteTip(std::uint8_t byte) {

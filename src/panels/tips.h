@@ -21,8 +21,8 @@ std::string TimeTip(std::int32_t tStates);
 // A byte that stands in memory or in a port, as it is read there, also as a character if it is a printable one.
 std::string StoredByteTip(std::uint8_t byte);
 
-// What has changed, with the values that `machine` has now; of memory no more than the first bytes one by one. Empty if
-// nothing has.
+// What has changed, with the values after the change, those of memory and ports from `machine`; of memory no more than
+// the first bytes one by one. Empty if nothing has.
 std::string TellChanges(const m8085::Changes& changes, const m8085::MachineState& machine);
 
 }  // namespace panels

@@ -5,6 +5,18 @@
 
 namespace platform {
 
+namespace {
+
+// Qt leaves Enter to the default button of a dialog. Like a blank, it is to press a button when it is released: a held
+// key does not go on to whatever control has the focus then.
+QKeyEvent WithBlankForEnter(const QKeyEvent& event) {
+    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    return QKeyEvent(event.type(), isEnter ? Qt::Key_Space : event.key(), event.modifiers(), event.text(),
+                     event.isAutoRepeat());
+}
+
+}  // namespace
+
 Button::Button(const QString& name, const QString& caption, QWidget* parent) : QPushButton(parent) {
     setObjectName(name);
     SetCaption(caption);
@@ -29,12 +41,16 @@ bool Button::event(QEvent* event) {
     return QPushButton::event(event);
 }
 
-// Qt leaves Enter to the default button of a dialog.
 void Button::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
-    else
-        QPushButton::keyPressEvent(event);
+    QKeyEvent key = WithBlankForEnter(*event);
+    QPushButton::keyPressEvent(&key);
+    event->setAccepted(key.isAccepted());
+}
+
+void Button::keyReleaseEvent(QKeyEvent* event) {
+    QKeyEvent key = WithBlankForEnter(*event);
+    QPushButton::keyReleaseEvent(&key);
+    event->setAccepted(key.isAccepted());
 }
 
 }  // namespace platform

@@ -18,13 +18,13 @@ std::optional<QString> FileDialog::Show(QWidget& control, Mode mode) {
     QFileDialog dialog(control.window());
     dialog.setAcceptMode(mode == Mode::Open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    if (!directory.isEmpty()) dialog.setDirectory(directory);
-    if (!lastName.isEmpty()) dialog.selectFile(lastName);
+    if (!directory_.isEmpty()) dialog.setDirectory(directory_);
+    if (!lastName_.isEmpty()) dialog.selectFile(lastName_);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
 
     const QString path = dialog.selectedFiles().constFirst();
-    directory = QFileInfo(path).absolutePath();
-    lastName = QFileInfo(path).fileName();
+    directory_ = QFileInfo(path).absolutePath();
+    lastName_ = QFileInfo(path).fileName();
     return path;
 }
 

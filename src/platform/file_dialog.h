@@ -11,7 +11,7 @@ namespace platform {
 // name is used exactly as the user gave it. Showing it returns the full path, or nothing when it is cancelled.
 class FileDialog {
 public:
-    void SetInitialDirectory(const QString& path) { directory = path; }
+    void SetInitialDirectory(const QString& path) { directory_ = path; }
 
     // The name need not be that of an existing file.
     std::optional<QString> ShowOpen(QWidget& control);
@@ -23,8 +23,8 @@ private:
     enum class Mode { Open, Save };
     std::optional<QString> Show(QWidget& control, Mode mode);
 
-    QString directory;
-    QString lastName;
+    QString directory_;
+    QString lastName_;
 };
 
 }  // namespace platform

@@ -23,7 +23,7 @@ public:
 
     int SelectionStart() const;
     void SetSelectionStart(int position);     // the selection becomes empty
-    void SetSelectionLength(int characters);  // from the start of the selection; 1 or more
+    void SetSelectionLength(int characters);  // from the start of the selection; 0 or more
     std::u16string SelectedText() const;
 
     // Puts the text in the place of the selection, or at the caret where nothing is selected. The caret is left behind

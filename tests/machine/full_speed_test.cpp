@@ -47,20 +47,6 @@ TEST(FullSpeed, PCAndSPAreKeptWhereMemoryEnds) {
     EXPECT_TRUE((machine.Refused == Refusal{Limit::Fetch, 0x10000, 0, 0x10000}));
 }
 
-TEST(FullSpeed, WhatAnInstructionOrAnAssemblyWritesIsExecuted) {
-    support::Bench bench;
-    ASSERT_TRUE(bench.Assemble(u"mvi a,04\r\nsta 8005\r\nnop\r\nnop").Succeeded);
-    ExecuteSlice(bench.machine, bench.codeMap, 100);
-    EXPECT_EQ(bench.machine.B, 1) << "the first NOP has become INR B";
-    EXPECT_EQ(bench.machine.PC, 0x8007);
-
-    ASSERT_TRUE(bench.Assemble(u"mvi a,05\r\nmvi b,06\r\nmov c,b\r\ninr c\r\ninr c\r\nhlt").Succeeded);
-    ExecuteSlice(bench.machine, bench.codeMap, 100);
-    EXPECT_EQ(bench.machine.C, 8);
-    EXPECT_TRUE(bench.machine.Halted);
-    EXPECT_EQ(bench.machine.TStates, 31);
-}
-
 TEST(FullSpeed, ARunAllocatesNothing) {
     support::Bench bench;
     ASSERT_TRUE(bench.Assemble(u"loop:\r\ninr m\r\npush h\r\npop h\r\njmp loop").Succeeded);

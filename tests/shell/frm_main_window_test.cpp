@@ -139,13 +139,27 @@ TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachine) {
 
 TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
     StartWith(u"loop:\r\ninr a\r\njmp loop");
-    for (const Qt::Key stop : {Qt::Key_Space, Qt::Key_Escape}) {
+    const std::function<void()> stops[] = {
+        [this] { Press(Qt::Key_Space); },
+        [this] { Press(Qt::Key_Escape); },
+        [this] {
+            QTest::keyPress(QApplication::focusWidget(), Qt::Key_Return);
+            EXPECT_EQ(State(), CommandState::Running) << "a held Enter would go on to what has the focus then";
+            QTest::keyRelease(QApplication::focusWidget(), Qt::Key_Return);
+        },
+        [this] {
+            auto& menu = Find<QMenu>("mnuCPU");
+            menu.popup({});
+            QTest::keyClick(&menu, Qt::Key_S);
+        },
+    };
+    for (const auto& stop : stops) {
         DuringTheRun([&] {
             EXPECT_EQ(State(), CommandState::Running);
             for (const Qt::Key key : {Qt::Key_F4, Qt::Key_F5, Qt::Key_F8}) Press(key);
             Editor().setFocus();
             Press(Qt::Key_F6);
-            Press(stop);
+            stop();
         });
         Click("cmdRun");
         EXPECT_EQ(State(), CommandState::ProgramAssembled);
