@@ -31,9 +31,9 @@ bool IsFailureTold() {
     });
 }
 
-// A text without what an editor may change about line ends.
-std::u16string Comparable(const std::u16string& text) {
-    return QString::fromStdU16String(text).replace("\r\n", "\n").replace('\r', '\n').toStdU16String();
+// A text without what opening and saving may change: line ends, and the half of a surrogate pair.
+QByteArray Comparable(const std::u16string& text) {
+    return QString::fromStdU16String(text).replace("\r\n", "\n").replace('\r', '\n').toUtf8();
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ int main(int argc, char** argv) {
     PutFile("p0.asm", "mvi a,5\r\nsta 9000\r\nhlt\r\n");
     PutFile("p1.asm", "loop: inr a\nout 3\njmp loop\n");
     PutFile("good.dat", "; a table\r\n8000 : 3E 5 76\r\n90F0 : 1 2 3\r\n");
-    PutFile("bad.dat", "8000 : 11 22 33\r\n9000 : 44 GG\r\n");
+    PutFile("bad.dat", "8000 : 11 22 33\r\n9000 : 44 80000000\r\n");
     PutFile("noise.dat", QByteArray("\0\xFF:\r\n\xE2\x80\xA8", 8).repeated(50));
 
     int events = argc > 1 ? QByteArray(argv[1]).toInt() : 3000;

@@ -72,8 +72,9 @@ TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrTellsWhyNot) {
     auto& grid = Find<QTableView>("grdRAM");
     grid.setCurrentIndex(Cells().index(0, 1));
     QTest::keyClicks(&Find<QLineEdit>("txtEdit"), "7");
-    PutFile("8000 : 22 GG");
-    load();
+    EXPECT_EQ(machine->Memory[0x8000], 0x07);
+    PutFile("8000 : 22 80000000");
+    EXPECT_NE(load(), "");
     grid.setCurrentIndex(Cells().index(1, 1));
     EXPECT_EQ(machine->Memory[0x8000], 0x22);
 }

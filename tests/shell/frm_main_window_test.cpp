@@ -67,6 +67,15 @@ TEST_F(FrmMainTest, AssemblingOverTheCellEditorKeepsTheProgramAndTheMenuLeavesTh
     EXPECT_EQ(machine->Memory[0x8000], 0x3E);
 }
 
+TEST_F(FrmMainTest, TheFocusGoesToTheEditorWhenTheAssistantStops) {
+    Start();
+    auto& entry = Find<QAction>("mnuCodeAssistant");
+    entry.trigger();
+    Button("cmdCodes5").setFocus();
+    entry.trigger();
+    EXPECT_EQ(window->focusWidget(), &Editor());
+}
+
 TEST_F(FrmMainTest, ATextThatIsTooLongIsRefusedUntouched) {
     Start();
     const std::u16string text = std::u16string(32'764, u' ') + u":";
