@@ -117,7 +117,7 @@ void ClickKey(Tour& tour, const char* panel, const QString& caption) {
 
 QWidget& StepThrough(Tour& tour) {
     tour.Press("cmdCompile");
-    for (int step = 0; step < 12; ++step) tour.Press("cmdSingleStep");
+    for (int step = 0; step < 10; ++step) tour.Press("cmdSingleStep");
     return tour.Window;
 }
 
