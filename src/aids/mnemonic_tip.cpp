@@ -35,7 +35,7 @@ Figures FiguresOf(std::string_view mnemonic) {
 }
 
 std::string TStatesText(const Figures& figures) {
-    const std::string least = std::to_string(figures.LeastTStates) + " T-states";
+    std::string least = std::to_string(figures.LeastTStates) + " T-states";
     if (figures.LeastTStates == figures.MostTStates) return least;
     const std::string most = std::to_string(figures.MostTStates);
     return figures.IsConditional ? least + ", " + most + " if the condition holds" : least + ", " + most + " with M";

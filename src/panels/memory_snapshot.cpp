@@ -36,7 +36,7 @@ void MemorySnapshot::TakeByte(const m8085::MachineState& machine, Cell cell) {
 std::vector<MemorySnapshot::Cell> MemorySnapshot::Store(m8085::MachineState& machine, Cell cell, std::uint8_t byte) {
     const Pair& pair = PairOf(cell);
     BytesBehind(pair, machine)[cell.Row] = byte;
-    const std::vector<Cell> showing = CellsOf(pair.IsPort, AddressOf(cell), 1);
+    std::vector<Cell> showing = CellsOf(pair.IsPort, AddressOf(cell), 1);
     for (const Cell twin : showing) TakeByte(machine, twin);
     return showing;
 }
