@@ -21,10 +21,4 @@ TEST(SourcePreparation, SplitsBehindEveryColonThatDoesNotEndItsLine) {
     for (const auto& [text, splits] : texts) EXPECT_EQ(FindLabelSplits(text), splits);
 }
 
-TEST(SourcePreparation, EveryLineEndsInALineFeed) {
-    EXPECT_EQ(ConvertLineEnds(u""), u"\n");
-    EXPECT_EQ(ConvertLineEnds(u"A\r\n\r\nB\r\n"), u"A\n \n B\n \n");
-    EXPECT_EQ(PrepareProgram(u"A: B:NOP\r\n; x: y").Text, u"A: \n B:\n NOP\n ; x: \n y\n");
-}
-
 }  // namespace assembler
