@@ -1,5 +1,7 @@
 #include "console/listing.h"
 
+#include <algorithm>
+
 #include "assembler/disassembly.h"
 #include "console/text.h"
 #include "machine/number_format.h"

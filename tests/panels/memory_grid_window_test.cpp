@@ -4,6 +4,7 @@
 
 #include <QScrollBar>
 #include <QTest>
+#include <algorithm>
 
 #include "platform/modal.h"
 #include "platform/palette.h"

@@ -1,4 +1,5 @@
 #include <QTemporaryDir>
+#include <algorithm>
 #include <numeric>
 #include <optional>
 
