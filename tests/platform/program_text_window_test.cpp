@@ -39,7 +39,7 @@ TEST_F(ProgramTextTest, EveryInsertionIsOneChangeAndOneStep) {
     QTest::keyClicks(&text, "ab");
     text.ReplaceSelection(u"c");
     QTest::keyClicks(&text, "d");
-    QApplication::clipboard()->setText(u"e\u00A0f\u2028\u2029"_qs);
+    QApplication::clipboard()->setText(QStringLiteral("e\u00A0f\u2028\u2029"));
     QTest::keyClick(&text, Qt::Key_Insert, Qt::ShiftModifier);
     text.InsertAt({1, 2}, u":");
     EXPECT_EQ(text.SelectionStart(), 4);
