@@ -1,7 +1,9 @@
 #include "aids/code_assistant.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QStyleHints>
 #include <algorithm>
 
 #include "aids/mnemonic_tip.h"
@@ -70,6 +72,7 @@ Button* CodeAssistant::MakeKey(const char* array, int index, const QString& capt
                                std::function<void()> press) {
     auto* key = new Button(array + QString::number(index), caption, panel);
     key->setFocusPolicy(Qt::TabFocus);
+    key->installEventFilter(this);
     platform::Place(*key, place.left(), place.top(), place.width(), place.height());
     connect(key, &Button::clicked, this, [this, key, press = std::move(press)] {
         if (key->window()->focusWidget() != key) txtCode_.setFocus();
@@ -141,6 +144,10 @@ void CodeAssistant::cmdCodeAssistant_Click() {
     emit CaptionChanged(IsOn() ? StopCaption : StartCaption);
 }
 
+void CodeAssistant::StartOver() {
+    if (IsOn()) ShowOnly(frmCA_);
+}
+
 void CodeAssistant::AskForLabelLine() {
     const QString answer = platform::AskText(txtCode_, "Enter a label:", "Label");
     txtCode_.ReplaceSelection(LabelLine(answer.toStdU16String()));
@@ -172,6 +179,10 @@ void CodeAssistant::Take(const EntryStep& step) {
 // One of the panels takes the place of all others, and the focus, where one of them had it: Qt would let it stray to a
 // text box and out of it again, as if the user had been there.
 void CodeAssistant::ShowOnly(QWidget* panel) {
+    if (panel->isHidden()) {
+        bringingPress_ = latestPress_;
+        sinceBrought_.start();
+    }
     panel->show();
     for (QWidget* other : std::initializer_list<QWidget*>{&frmRegs_, &frmRAM_, frmCA_, frmCA2_, frmCA3_}) {
         if (other == panel) continue;
@@ -189,17 +200,30 @@ void CodeAssistant::Stop() {
     frmRAM_.show();
 }
 
+// The second click of a double click may fall on a key of the panel that the first one has brought up.
+bool CodeAssistant::IsRestOfDoubleClick(const QMouseEvent& press) {
+    latestPress_ = press.globalPosition().toPoint();
+    const QStyleHints& mouse = *QGuiApplication::styleHints();
+    return sinceBrought_.isValid() && !sinceBrought_.hasExpired(mouse.mouseDoubleClickInterval()) &&
+           (latestPress_ - bringingPress_).manhattanLength() <= mouse.mouseDoubleClickDistance();
+}
+
 // While a key of the hexadecimal keypad has the focus, the digits of the keyboard press its keys.
-bool CodeAssistant::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress) return QObject::eventFilter(watched, event);
-    const auto& press = static_cast<const QKeyEvent&>(*event);
+bool CodeAssistant::TakeDigit(const QKeyEvent& press) {
     const bool isPlain = (press.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
     const int digit = isPlain && press.text().size() == 1 ? m8085::HexDigitValue(press.text().front().unicode()) : -1;
-    if (digit < 0) return QObject::eventFilter(watched, event);
+    if (digit < 0) return false;
     Button* key = cmdDigits_[static_cast<std::size_t>(digit)];
     key->setFocus();
     key->click();
     return true;
+}
+
+bool CodeAssistant::eventFilter(QObject* watched, QEvent* event) {
+    const bool isPress = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    if (watched == frmCA2_)
+        return event->type() == QEvent::KeyPress && TakeDigit(static_cast<const QKeyEvent&>(*event));
+    return isPress && IsRestOfDoubleClick(static_cast<const QMouseEvent&>(*event));
 }
 
 }  // namespace aids

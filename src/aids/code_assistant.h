@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QGroupBox>
 #include <array>
 
@@ -26,6 +27,9 @@ public:
     // Starts where the assistant is off, and stops where it is on.
     void cmdCodeAssistant_Click();
 
+    // Where the assistant is on, it asks for a mnemonic again, whatever was being entered.
+    void StartOver();
+
     // All keys, in the order in which the Tab key is to run through them.
     QList<QWidget*> Keys() const;
 
@@ -47,6 +51,8 @@ private:
     void AskForLabelLine();
     void AskForBranchTarget();
 
+    bool IsRestOfDoubleClick(const QMouseEvent& press);
+    bool TakeDigit(const QKeyEvent& press);
     bool IsOn() const { return frmRAM_.isHidden(); }
     void Take(const EntryStep& step);
     void Stop();
@@ -64,6 +70,9 @@ private:
     std::array<platform::Button*, 16> cmdDigits_{};
     std::array<platform::Button*, registerCaptions.size()> cmdRegs_{};
     InstructionEntry entry_;
+    QPoint latestPress_;    // of the mouse on a key
+    QPoint bringingPress_;  // the one that brought up the panel which is shown
+    QElapsedTimer sinceBrought_;
 };
 
 }  // namespace aids

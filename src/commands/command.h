@@ -33,6 +33,7 @@ struct Command {
     QKeySequence Key = {};
     std::function<void()> Start = {};
     std::optional<CommandButton> Button = {};
+    bool Repeats = false;  // while its key is held; and a double click on its button counts as two
 };
 
 // A menu of the menu bar, or, without entries, a command that stands on the bar itself.

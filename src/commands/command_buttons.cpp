@@ -16,6 +16,7 @@ platform::Button* CommandButtons::Add(const Command& command) {
     platform::Place(*button, row.Place.left(), row.Place.top(), row.Place.width(), row.Place.height());
     button->setEnabled(CanStart(row.When, CommandState::NoProgram));
     const QString key = command.Key.toString(QKeySequence::NativeText);
+    button->SetCountsDoubleClicks(command.Repeats);
     button->setToolTip(key.isEmpty() ? row.Tip : row.Tip + " (" + key + ')');
     QObject::connect(button, &QPushButton::clicked, button,
                      [this, button, start = row.Click ? row.Click : command.Start] {

@@ -50,6 +50,7 @@ void ProgramDocument::mnuNew_Click() {
     txtCode_->ReplaceSelection({});
     ProgramChanged = false;
     WriteFileName();
+    emit Replaced();
 }
 
 void ProgramDocument::mnuOpen_Click() {
@@ -70,6 +71,7 @@ void ProgramDocument::Open(const QString& path) {
     ProgramFileName = path;
     ProgramChanged = false;
     WriteFileName();
+    emit Replaced();
 }
 
 void ProgramDocument::mnuSave_Click() {

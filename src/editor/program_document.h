@@ -41,6 +41,9 @@ signals:
     // After each change of the text, however it was made.
     void TextChanged();
 
+    // New or Open has put another text in the place of the one that was there.
+    void Replaced();
+
 private:
     void OpenDropped(const QString& path);
     void Open(const QString& path);

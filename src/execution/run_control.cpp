@@ -29,7 +29,7 @@ void RunControl::RunProgram() {
             view_.ShowEndMessage(EndMessage(machine_.TStates, RunMicroseconds));
             ResetMachine();
         }
-        view_.ClearSelection();
+        ClearSelection();
     }
     EndRun();
 }
@@ -40,7 +40,7 @@ void RunControl::SlowRun() {
     StartRun();
     while (true) {
         if (machine_.Halted) {
-            view_.ClearSelection();
+            ClearSelection();
             machine_.Halted = false;
             break;
         }
@@ -52,7 +52,7 @@ void RunControl::SlowRun() {
             ReportRefusal();
             break;
         }
-        GotoLine(codeMap_.LineAt(machine_.PC));
+        ShowNextLine();
         view_.Yield();
     }
     EndRun();
@@ -62,7 +62,7 @@ void RunControl::StepProgram() {
     if (IsRunning()) return;
     if (machine_.Halted) {
         view_.ShowEndMessage(EndMessage(machine_.TStates, SingleStepMicroseconds));
-        view_.ClearSelection();
+        ClearSelection();
         ResetMachine();
         return;
     }
@@ -73,7 +73,7 @@ void RunControl::StepProgram() {
     if (WasRefused())
         ReportRefusal();
     else
-        GotoLine(codeMap_.LineAt(machine_.PC));
+        ShowNextLine();
 }
 
 void RunControl::Stop() {
@@ -84,6 +84,11 @@ void RunControl::Reset() {
     if (IsRunning()) return;
     ForgetChanges();
     ResetMachine();
+}
+
+void RunControl::LoseText() {
+    textIsAssembled_ = false;
+    LoseProgram();
 }
 
 void RunControl::LoseProgram() {
@@ -97,6 +102,7 @@ void RunControl::LoseProgram() {
 
 void RunControl::SetAssembled(bool success) {
     ForgetChanges();
+    textIsAssembled_ = success;
     Enter(success ? CommandState::ProgramAssembled : CommandState::NoProgram);
 }
 
@@ -122,13 +128,27 @@ void RunControl::GotoLine(int line) {
     view_.SelectLine(line);
 }
 
+void RunControl::ShowNextLine() {
+    const int line = codeMap_.LineAt(machine_.PC);
+    if (textIsAssembled_)
+        GotoLine(line);
+    else if (line == 0)
+        machine_.Halted = true;
+}
+
+void RunControl::ClearSelection() {
+    if (textIsAssembled_) view_.ClearSelection();
+}
+
 void RunControl::ForgetChanges() {
+    changesStand_ = false;
     changes_ = {};
     view_.MarkChanges(changes_);
 }
 
 void RunControl::ShowMachine() {
     changes_ = m8085::Between(before_, machine_);
+    changesStand_ = true;
     view_.MarkChanges(changes_);
     view_.DisplayRegs();
     view_.RefreshRAMDisplay();
@@ -148,12 +168,17 @@ bool RunControl::WasRefused() const {
 // The machine stays as it is, so that the user can look; the next command tries again from here.
 void RunControl::ReportRefusal() {
     const int line = codeMap_.LineAt(machine_.PC);
-    if (line != 0) view_.SelectLine(line);
+    if (line != 0 && textIsAssembled_) view_.SelectLine(line);
     view_.ShowRefusal(RefusalMessage(machine_.Refused));
 }
 
+// The marks of the step or run that ends with it are those of what stands afterwards.
 void RunControl::ResetMachine() {
     SetToProgramStart(machine_);
+    if (changesStand_) {
+        changes_.After = machine_;
+        view_.MarkChanges(changes_);
+    }
     view_.DisplayRegs();
     MarkNextAddress();
     machine_.Halted = false;

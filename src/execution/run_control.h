@@ -46,8 +46,12 @@ public:
     void Stop();
     void Reset();
 
-    // The program text or the memory under it is no longer what was assembled. A run goes on and stays stoppable, but
-    // leads to no program when it ends.
+    // The program text is no longer what was assembled. A run goes on and stays stoppable, but leads to no program when
+    // it ends. Until the next assembly no command selects a line or clears the selection: the code map knows nothing
+    // of this text, and what is selected in it is the user's own.
+    void LoseText();
+
+    // The same, but that it is the memory that no longer holds the program.
     void LoseProgram();
 
     // The outcome of an assembly.
@@ -57,7 +61,7 @@ public:
     // something else has changed the machine since.
     void ForgetChanges();
 
-    // Shows a source line, counted from 1. Line 0, that of an address with no instruction, halts the machine.
+    // Shows a line of the text, counted from 1. Line 0, that of an address with no instruction, halts the machine.
     void GotoLine(int line);
 
     CommandState State() const { return state_; }
@@ -71,6 +75,8 @@ private:
     void EndRun();
     void Enter(CommandState newState);
     void ShowMachine();
+    void ShowNextLine();
+    void ClearSelection();
     void MarkNextAddress();
     bool WasRefused() const;
     void ReportRefusal();
@@ -81,10 +87,12 @@ private:
     RunView view_;
     m8085::MachineState before_;  // as it was when the step or run began whose changes are marked next
     m8085::Changes changes_;
+    bool changesStand_ = false;  // and have not been forgotten
     CommandState state_ = CommandState::NoProgram;
     int sliceLength_ = DefaultSliceLength;
     bool StopRequested = false;
     bool programLost_ = false;
+    bool textIsAssembled_ = false;
 };
 
 }  // namespace execution

@@ -185,6 +185,7 @@ platform::TextBox* RegisterPanel::AddBox(const QString& name, const QString& acc
     box->setAccessibleName(accessibleName);
     box->setGeometry(place);
     box->setAlignment(Qt::AlignCenter);
+    box->SelectAllWhenClicked();
     FixColours(*box);
     return box;
 }

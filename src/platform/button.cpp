@@ -53,4 +53,8 @@ void Button::keyReleaseEvent(QKeyEvent* event) {
     event->setAccepted(key.isAccepted());
 }
 
+void Button::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (countsDoubleClicks_) QPushButton::mouseDoubleClickEvent(event);
+}
+
 }  // namespace platform

@@ -18,12 +18,17 @@ public:
     // From now on the letter marked in the caption presses nothing, because it opens a menu.
     void GiveUpAccessKey();
 
+    // Whether the second click of a double click presses it too. It does unless this says that it does not.
+    void SetCountsDoubleClicks(bool counts) { countsDoubleClicks_ = counts; }
+
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
+    bool countsDoubleClicks_ = true;
     bool hasAccessKey_ = true;
 };
 

@@ -1,5 +1,7 @@
 #include "platform/program_text.h"
 
+#include <QApplication>
+#include <QDrag>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QScrollBar>
@@ -73,6 +75,7 @@ ProgramText::ProgramText(QWidget* parent) : QPlainTextEdit(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setTabStopDistance(8 * fontMetrics().horizontalAdvance(' '));
     connect(this, &QPlainTextEdit::textChanged, this, &ProgramText::TextChanged);
+    connect(this, &QPlainTextEdit::selectionChanged, this, [this] { selectionIsForTheEye_ = false; });
 }
 
 std::u16string ProgramText::Text() const {
@@ -159,6 +162,7 @@ void ProgramText::SelectLine(int line) {
     cursor.setPosition(block.position() + block.length() - 1);
     cursor.setPosition(block.position(), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
+    selectionIsForTheEye_ = true;
 }
 
 // Tab types a tab and Enter ends the line, whatever the shift state. Qt's own line separator, which Shift with
@@ -196,6 +200,53 @@ void ProgramText::dropEvent(QDropEvent* event) {
     } else if (event->isAccepted()) {
         emit FileDropped(DroppedFile(*event));
     }
+}
+
+bool ProgramText::IsInSelection(const QPoint& place) const {
+    const QTextCursor selection = textCursor();
+    const int position = cursorForPosition(place).position();
+    return selection.hasSelection() && position >= selection.selectionStart() && position < selection.selectionEnd();
+}
+
+// Qt would take a text away that another program says it has moved. Here it is moved inside the editor, and copied to
+// everywhere else.
+void ProgramText::DragSelection() {
+    pressInSelection_.reset();
+    auto* drag = new QDrag(viewport());
+    drag->setMimeData(createMimeDataFromSelection());
+    drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
+}
+
+void ProgramText::mousePressEvent(QMouseEvent* event) {
+    const bool isThirdClick =
+        sinceDoubleClick_.isValid() && !sinceDoubleClick_.hasExpired(QApplication::doubleClickInterval());
+    const bool isPlain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && !isThirdClick;
+    const QPoint place = event->position().toPoint();
+    if (!isPlain || !IsInSelection(place)) return QPlainTextEdit::mousePressEvent(event);
+    if (selectionIsForTheEye_) {
+        setTextCursor(cursorForPosition(place));
+        QPlainTextEdit::mousePressEvent(event);
+    } else {
+        pressInSelection_ = place;
+    }
+}
+
+void ProgramText::mouseMoveEvent(QMouseEvent* event) {
+    if (!pressInSelection_) return QPlainTextEdit::mouseMoveEvent(event);
+    const QPoint way = event->position().toPoint() - *pressInSelection_;
+    if (way.manhattanLength() >= QApplication::startDragDistance()) DragSelection();
+}
+
+void ProgramText::mouseReleaseEvent(QMouseEvent* event) {
+    if (!pressInSelection_) return QPlainTextEdit::mouseReleaseEvent(event);
+    pressInSelection_.reset();
+    setTextCursor(cursorForPosition(event->position().toPoint()));
+}
+
+void ProgramText::mouseDoubleClickEvent(QMouseEvent* event) {
+    pressInSelection_.reset();
+    sinceDoubleClick_.start();
+    QPlainTextEdit::mouseDoubleClickEvent(event);
 }
 
 QMimeData* ProgramText::createMimeDataFromSelection() const {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPlainTextEdit>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,8 +39,9 @@ public:
     // Makes the selection empty. The caret stays where the selection began, and nothing scrolls.
     void ClearSelection();
 
-    // Selects a line, counted from 1, without its line end, and scrolls it into view with some of the lines below it.
-    // Clears the selection if the text has no such line.
+    // Selects a line for the user to see, counted from 1, without its line end, and scrolls it into view with some of
+    // the lines below it. Clears the selection if the text has no such line. Such a selection cannot be dragged: the
+    // mouse selects there.
     void SelectLine(int line);
 
 signals:
@@ -53,16 +56,25 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     QMimeData* createMimeDataFromSelection() const override;
     void insertFromMimeData(const QMimeData* source) override;
 
 private:
+    bool IsInSelection(const QPoint& place) const;
+    void DragSelection();
     void BeginStep();
     void EndStep(std::size_t inserted);
     void ForgetSteps();
     int ToDocument(int position) const;
     int FromDocument(int position) const;
 
+    bool selectionIsForTheEye_ = false;  // made by SelectLine
+    std::optional<QPoint> pressInSelection_;
+    QElapsedTimer sinceDoubleClick_;
     std::size_t inserted_ = 0;  // characters, in all steps since nothing could be undone
 };
 

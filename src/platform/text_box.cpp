@@ -5,6 +5,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QMimeData>
 #include <utility>
 
 #include "platform/keys.h"
@@ -39,15 +40,40 @@ void TextBox::keyReleaseEvent(QKeyEvent* event) {
     if (!event->isAutoRepeat()) emit KeyReleased(event->key());
 }
 
-// Text that is dragged from the program stays there too: a box keeps two digits of it at the most.
+// Text that is dragged from the program stays there too: a box keeps two digits of it at the most. Where a click would
+// select all, a drop takes the place of all.
 void TextBox::dropEvent(QDropEvent* event) {
-    QLineEdit::dropEvent(event);
-    if (event->source() != this) event->setDropAction(Qt::CopyAction);
+    if (event->source() == this) return QLineEdit::dropEvent(event);
+    if (selectsAll_ && !isReadOnly() && event->mimeData()->hasText()) {
+        setFocus();
+        selectAll();
+        insert(event->mimeData()->text());
+        event->accept();
+    } else {
+        QLineEdit::dropEvent(event);
+    }
+    event->setDropAction(Qt::CopyAction);
 }
 
 void TextBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     holdsFocus_ = true;
+    clickBringsFocus_ = selectsAll_ && event->reason() == Qt::MouseFocusReason;
+}
+
+void TextBox::mousePressEvent(QMouseEvent* event) {
+    QLineEdit::mousePressEvent(event);
+    if (clickBringsFocus_) selectAll();
+}
+
+// The hand may tremble before it lets go.
+void TextBox::mouseMoveEvent(QMouseEvent* event) {
+    if (!clickBringsFocus_) QLineEdit::mouseMoveEvent(event);
+}
+
+void TextBox::mouseReleaseEvent(QMouseEvent* event) {
+    QLineEdit::mouseReleaseEvent(event);
+    clickBringsFocus_ = false;
 }
 
 // The box may have lost the keys long before, to a menu or to a message box. What counts is that another control of its

@@ -19,6 +19,10 @@ public:
     // control characters included; false drops the character. Keys without a character (Delete, arrows) pass by.
     void SetKeyFilter(std::function<bool(int character)> filter) { acceptsKey_ = std::move(filter); }
 
+    // A click that brings the focus selects the whole text, as Tab does, and not a place in it; and text that is
+    // dropped brings the focus and takes the place of the whole text.
+    void SelectAllWhenClicked() { selectsAll_ = true; }
+
 signals:
     void LostFocus();
     void KeyReleased(int key);
@@ -28,11 +32,16 @@ protected:
     void keyReleaseEvent(QKeyEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     void FollowFocus(const QWidget* focused);
 
     std::function<bool(int character)> acceptsKey_;
+    bool selectsAll_ = false;
+    bool clickBringsFocus_ = false;
     bool holdsFocus_ = false;  // of all the controls of its window it had the focus last
 };
 

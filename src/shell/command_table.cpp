@@ -22,7 +22,7 @@ std::vector<commands::Menu> frmMain::CommandTable() {
         {.Name = "mnuEdit", .Caption = "&Edit", .Commands = {
             {"mnuCut", "Cu&t", {"Ctrl+X"}, [this] { document_.mnuCut_Click(); }},
             {"mnuCopy", "&Copy", {"Ctrl+C"}, [this] { document_.mnuCopy_Click(); }},
-            {"mnuPaste", "&Paste", {"Ctrl+V"}, [this] { document_.mnuPaste_Click(); }},
+            {"mnuPaste", "&Paste", {"Ctrl+V"}, [this] { document_.mnuPaste_Click(); }, {}, true},
             {"mnuSep3"},
             {"mnuSelectAll", "&Select All", {"Ctrl+A"}, [this] { document_.mnuSelectAll_Click(); }},
         }},
@@ -38,7 +38,7 @@ std::vector<commands::Menu> frmMain::CommandTable() {
                   "Run the program and show every instruction"}}},
             {"mnuSingleStep", "&Single Step", {"F8"}, [this] { runControl_.StepProgram(); },
                 {{"cmdSingleStep", "&Single Step", client_, {1440, 120, 1335, 375}, WithProgram,
-                  "Execute one instruction"}}},
+                  "Execute one instruction"}}, true},
             {"mnuSep5"},
             {"mnuHalt", "&Stop", {}, [this] { runControl_.Stop(); },
                 {{"cmdHalt", "S&top", client_, {5400, 120, 1335, 375}, DuringRun, "Stop the run (Esc)"}}},

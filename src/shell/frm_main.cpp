@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScrollArea>
@@ -11,6 +12,7 @@
 
 #include "commands/run_view.h"
 #include "platform/fonts.h"
+#include "platform/held_keys.h"
 #include "platform/twips.h"
 #include "shell/main_menu.h"
 #include "shell/settings.h"
@@ -79,7 +81,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     resize(client_->size().grownBy({0, 0, 0, menuBar()->sizeHint().height()}));
 
     connect(&document_, &editor::ProgramDocument::TitleChanged, this, &frmMain::SetTitle);
-    connect(&document_, &editor::ProgramDocument::TextChanged, this, [this] { runControl_.LoseProgram(); });
+    connect(&document_, &editor::ProgramDocument::TextChanged, this, [this] { runControl_.LoseText(); });
     connect(&memoryGrid_, &panels::MemoryGrid::Cleared, this, [this] {
         runControl_.ForgetChanges();
         runControl_.LoseProgram();
@@ -91,6 +93,9 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     connect(new QShortcut(QKeySequence("F6"), this), &QShortcut::activated, this,
             &frmMain::SwitchBetweenEditorAndControls);
 
+    connect(&document_, &editor::ProgramDocument::Replaced, this, [this] { codeAssistant_.StartOver(); });
+    AddUndoKeys();
+
     memoryGrid_.FormatGrid();
     registerPanel_.DisplayRegs();
     memoryGrid_.RefreshRAMDisplay();
@@ -99,6 +104,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
 
     document_.txtCode().setFocus();
     qApp->installEventFilter(this);
+    qApp->installEventFilter(new platform::HeldKeys(this));
 }
 
 // The layout is fixed at the top left of the window; where the window is smaller it scrolls.
@@ -153,10 +159,36 @@ void frmMain::keyPressEvent(QKeyEvent* event) {
 bool frmMain::IsEditKey(const QKeyEvent& event) const {
     const auto entries = findChild<QMenu*>("mnuEdit")->actions();
     const QKeySequence key(event.keyCombination());
-    return std::ranges::any_of(entries, [&key](const QAction* entry) { return entry->shortcut() == key; });
+    const auto shortcuts = findChildren<QShortcut*>(Qt::FindDirectChildrenOnly);
+    return std::ranges::any_of(entries, [&key](const QAction* entry) { return entry->shortcut() == key; }) ||
+           std::ranges::any_of(shortcuts, [&key](const QShortcut* shortcut) { return shortcut->key() == key; });
 }
 
-// The keys of the Edit menu belong to the menu wherever the focus is; text controls would answer them themselves.
+// Wherever the focus is, these keys are the editor's, unless a text box has something of its own to take back.
+void frmMain::AddUndoKeys() {
+    const auto box = [this] {
+        auto* focused = qobject_cast<QLineEdit*>(focusWidget());
+        return focused != nullptr && !focused->isReadOnly() ? focused : nullptr;
+    };
+    const auto undo = [this, box] {
+        if (box() != nullptr && box()->isUndoAvailable())
+            box()->undo();
+        else
+            document_.txtCode().undo();
+    };
+    const auto redo = [this, box] {
+        if (box() != nullptr && box()->isRedoAvailable())
+            box()->redo();
+        else
+            document_.txtCode().redo();
+    };
+    connect(new QShortcut(QKeySequence("Ctrl+Z"), this), &QShortcut::activated, this, undo);
+    for (const char* key : {"Ctrl+Y", "Ctrl+Shift+Z"})
+        connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, redo);
+}
+
+// The keys of the Edit menu and those to undo are the window's wherever the focus is; text controls would answer them
+// themselves.
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride && watched->isWidgetType() &&
         static_cast<QWidget*>(watched)->window() == this && IsEditKey(*static_cast<QKeyEvent*>(event))) {

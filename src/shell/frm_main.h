@@ -44,6 +44,7 @@ private:
     void SetTitle(QString title);
     void SwitchBetweenEditorAndControls();
     bool IsEditKey(const QKeyEvent& event) const;
+    void AddUndoKeys();
 
     std::function<void()> showAbout_;
     std::function<void()> endProcess_;

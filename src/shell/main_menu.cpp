@@ -26,6 +26,7 @@ void AddEntry(QMainWindow& window, QMenu& menu, const Command& command, CommandB
         return;
     }
     entry->setShortcut(command.Key);
+    entry->setAutoRepeat(command.Repeats);
     platform::Button* button = command.Button ? buttons.Add(command) : nullptr;
     QObject::connect(entry, &QAction::triggered, &window, [&buttons, button, start = command.Start] {
         if (button != nullptr) buttons.NoteStart(button);

@@ -108,6 +108,31 @@ TEST_F(RunControlTest, SlowRunEndsSilentlyWhereTheProgramLeftTheMachine) {
     EXPECT_FALSE(machine.Halted);
 }
 
+TEST_F(RunControlTest, InATextThatIsNotTheOneAssembledNothingIsSelectedAndNoSelectionIsCleared) {
+    Load(u"NOP\r\nNOP\r\nLXI SP,1\r\nPUSH B");
+    constexpr int usersOwn = -1;
+    onYield = [this] {
+        control.LoseText();
+        line = usersOwn;
+    };
+    SlowRun();
+    EXPECT_EQ(line, usersOwn);
+    onYield = nullptr;
+    for (const auto lose :
+         {+[](RunControl& lost) { lost.LoseText(); }, +[](RunControl& lost) { lost.SetAssembled(false); }}) {
+        control.Reset();
+        Step();
+        Run();
+        machine.PC = 0x9000;
+        for (int press = 0; press < 2; ++press) Step();
+        EXPECT_EQ(line, usersOwn);
+        control.SetAssembled(true);
+        Step();
+        EXPECT_EQ(std::exchange(line, usersOwn), 2);
+        lose(control);
+    }
+}
+
 TEST_F(RunControlTest, StopLeavesTheMachineWhereItIs) {
     Load(u"NOP\r\nNOP\r\nNOP");
     control.SetSliceLength(1);
@@ -186,11 +211,13 @@ TEST_F(RunControlTest, WhatAStepOrARunHasChangedIsMarkedUntilSomethingElseChange
     EXPECT_TRUE(markedBytes() == 1 && marked.Memory[0x90FF]);
     EXPECT_EQ(next, 0x8005);
 
-    // A run is marked as a whole, also behind the Reset at its end; the others' forget.
+    // A run is marked as a whole, with PC and SP as the Reset at its end leaves them; the others' forget.
     Run();
     EXPECT_TRUE(marked.Ports[7] && marked.Of(&Registers::A) && marked.Of(&Registers::PC));
     EXPECT_FALSE(marked.Ports[9] || marked.Of(&Registers::H) || markedBytes() != 0);
     EXPECT_EQ(next, 0x8000);
+    Run();
+    EXPECT_TRUE(!marked.Of(&Registers::PC) && marked.After.PC == 0x8000);
     for (const auto& forget : {std::function<void()>([this] { control.Reset(); }),
                                {[this] { control.SetAssembled(true); }},
                                {[this] { control.ForgetChanges(); }}}) {
