@@ -25,8 +25,7 @@ struct Panels {
     QWidget window;
     QWidget txtCode{&window};
     panels::RegisterPanel registers{machine, txtCode, &window};
-    m8085::CodeMap codeMap;
-    panels::MemoryGrid grid{machine, codeMap, columns, &window};
+    panels::MemoryGrid grid{machine, columns, &window};
 };
 
 // Every register, and a byte in every pair of columns, changes from one refresh to the next, and is marked.

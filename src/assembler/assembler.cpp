@@ -151,7 +151,7 @@ bool Translation::TranslateInstruction() {
     int anchor = FindInstruction(W1);
     if (anchor == NoAnchor) return Fail(u"Bad opcode - " + std::u16string(W1), codeMap_.LineAt(LocationCounter));
     if (!Write(LocationCounter, OpcodeAt(anchor))) return FailGenerally();
-    ++LocationCounter;
+    result_.Instructions.push_back(LocationCounter++);
     return TranslateFirstOperand(anchor) && TranslateSecondOperand(anchor);
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "assembler/label_table.h"
 #include "machine/code_map.h"
@@ -23,6 +24,8 @@ struct Assembly {
     LabelTable Labels;
 
     std::int32_t End = m8085::ProgramOrigin;  // the address behind the last byte of the program
+
+    std::vector<std::int32_t> Instructions;  // the addresses of their opcodes, in ascending order
 
     // The line at fault, which AsmErrorLine does not always name, and its words in upper case; no words for a label
     // that is nowhere. 0 where no line is at fault: on success, and for a text that is too long.

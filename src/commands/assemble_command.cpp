@@ -23,6 +23,7 @@ void AssembleCommand::Assemble() {
     memoryGrid_.RefreshCurrentCell();
     if (assembly.Succeeded) m8085::SetToProgramStart(machine_);
     runControl_.SetAssembled(assembly.Succeeded);
+    memoryGrid_.NameInstructionsAt(assembly.Succeeded ? assembly.Instructions : std::vector<std::int32_t>());
     if (!assembly.Succeeded) {
         runControl_.GotoLine(assembly.AsmErrorLine);
         Report(QString::fromStdU16String(assembly.AsmErrorText));

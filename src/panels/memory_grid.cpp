@@ -12,6 +12,7 @@
 #include "platform/fonts.h"
 #include "platform/palette.h"
 #include "platform/style.h"
+#include "platform/tip.h"
 #include "platform/twips.h"
 
 namespace panels {
@@ -48,13 +49,12 @@ protected:
 
 }  // namespace
 
-MemoryGrid::MemoryGrid(m8085::MachineState& machine, const m8085::CodeMap& codeMap, ColumnList& columns,
-                       QWidget* parent)
+MemoryGrid::MemoryGrid(m8085::MachineState& machine, ColumnList& columns, QWidget* parent)
     : QGroupBox("Memory", parent),
       machine_(machine),
       columns_(columns),
       grdRAM_(new platform::Grid("grdRAM", this)),
-      model_(new MemoryModel(machine, codeMap, grdRAM_)),
+      model_(new MemoryModel(machine, grdRAM_)),
       txtEdit_(new CellEditor(this)) {
     setObjectName("frmRAM");
     setFont(platform::WindowFont());
@@ -68,11 +68,13 @@ void MemoryGrid::SetUpGrid() {
     grdRAM_->setModel(model_);
     connect(grdRAM_, &platform::Grid::LeaveCell, this, &MemoryGrid::grdRAM_LeaveCell);
     connect(grdRAM_, &platform::Grid::RowColChange, this, &MemoryGrid::grdRAM_RowColChange);
+    connect(grdRAM_, &platform::Grid::TipWanted, this, &MemoryGrid::ShowTip);
     connect(grdRAM_, &platform::Grid::Scrolled, this, &MemoryGrid::grdRAM_Scroll);
 }
 
 void MemoryGrid::SetUpEditor() {
     txtEdit_->setAccessibleName("Byte");
+    txtEdit_->SelectAllWhenClicked();
     SetEditorText("00");
     txtEdit_->hide();
     txtEdit_->installEventFilter(this);
@@ -95,6 +97,7 @@ void MemoryGrid::FormatGrid() {
 }
 
 void MemoryGrid::RefreshRAMDisplay() {
+    platform::HideTip();
     model_->TakeFromMachine();
     GiveEditorItsByte();
 }
@@ -112,6 +115,7 @@ void MemoryGrid::MarkChanges(const m8085::Changes& changes) {
 
 void MemoryGrid::cmdClear_Click() {
     machine_.Memory.fill(0);
+    NameInstructionsAt({});
     RefreshRAMDisplay();
     emit Cleared();
 }
@@ -157,10 +161,12 @@ void MemoryGrid::grdRAM_RowColChange(const QModelIndex& cell) {
         return;
     }
     model_->TakeByte(cell);
-    // An editor that is open stays where it is, over the row above, and what it holds goes into the last row.
-    const bool staysOpen = cell.row() == lastRow;
-    textIsPending_ = staysOpen;
-    if (staysOpen) return DescribeEditor();
+    textIsPending_ = false;
+    // An editor that is open stays where it is, and what is typed into it goes into the last row.
+    if (cell.row() == lastRow) {
+        txtEdit_->selectAll();
+        return DescribeEditor();
+    }
     ScrollBeforeTheEdge(cell.row());
     ShowEditorOver(cell);
     keyHeldFromGrid_ = grdRAM_->MovingKey();
@@ -186,6 +192,7 @@ void MemoryGrid::ShowEditorOver(const QModelIndex& cell) {
 void MemoryGrid::HideEditor() {
     if (window()->focusWidget() == txtEdit_) grdRAM_->setFocus();
     txtEdit_->hide();
+    grdRAM_->FrameCell({});
 }
 
 void MemoryGrid::grdRAM_Scroll() {
@@ -240,12 +247,20 @@ void MemoryGrid::DescribeEditor() {
     const QModelIndex address = target.siblingAtColumn(target.column() - 1);
     const QString kind = model_->headerData(address.column(), Qt::Horizontal, Qt::DisplayRole).toString();
     txtEdit_->setAccessibleName(kind + ' ' + TextOf(address));
-    txtEdit_->setToolTip(editorCell_.data(Qt::ToolTipRole).toString());
+    grdRAM_->FrameCell(target == editorCell_ || txtEdit_->isHidden() ? QModelIndex() : target);
     const bool hasChanged = model_->HasChanged(editorCell_);
     QPalette palette;
     palette.setColor(QPalette::Text, hasChanged ? platform::ChangedText : Qt::black);
     palette.setColor(QPalette::Highlight, hasChanged ? platform::ChangedText : platform::NextText);
     if (palette != txtEdit_->palette()) txtEdit_->setPalette(palette);
+}
+
+// Over the editor it is that of the cell that keys go to.
+void MemoryGrid::ShowTip(const QModelIndex& cell) {
+    const bool isUnderEditor = cell == editorCell_ && txtEdit_->isVisible();
+    const QModelIndex shown = isUnderEditor ? grdRAM_->currentIndex() : cell;
+    constexpr int rowsLeftFree = 3;
+    grdRAM_->ShowTipBeside(cell, rowsLeftFree, shown.data(Qt::ToolTipRole).toString());
 }
 
 // Puts what the editor holds into a cell, if it has been typed there since the editor took its byte. No cell but its
@@ -256,7 +271,8 @@ void MemoryGrid::StorePendingText(const QModelIndex& cell) {
     if (!byte) return;
     const bool isNew = *byte != model_->Byte(cell);
     model_->Store(cell, *byte);
-    if (cell == editorCell_) textIsPending_ = false;
+    textIsPending_ = false;
+    platform::HideTip();
     DescribeEditor();
     if (isNew) emit Edited();
 }
@@ -282,11 +298,20 @@ bool MemoryGrid::focusNextPrevChild(bool next) {
     return true;
 }
 
-// The wheel over the editor scrolls the grid under it.
+// The wheel over the editor scrolls the grid under it. A press in an editor that has stayed while another cell became
+// current goes back to its own cell.
 bool MemoryGrid::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != txtEdit_ || event->type() != QEvent::Wheel) return QGroupBox::eventFilter(watched, event);
-    QCoreApplication::sendEvent(grdRAM_->viewport(), event);
-    return true;
+    if (watched != txtEdit_) return QGroupBox::eventFilter(watched, event);
+    switch (event->type()) {
+        case QEvent::Wheel: return QCoreApplication::sendEvent(grdRAM_->viewport(), event) || true;
+        case QEvent::ToolTip: ShowTip(editorCell_); return true;
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            if (grdRAM_->currentIndex() == editorCell_) return false;
+            grdRAM_->setCurrentIndex(editorCell_);
+            return true;
+        default: return false;
+    }
 }
 
 }  // namespace panels

@@ -18,7 +18,7 @@ class MemoryGrid : public QGroupBox {
     Q_OBJECT
 
 public:
-    MemoryGrid(m8085::MachineState& machine, const m8085::CodeMap& codeMap, ColumnList& columns, QWidget* parent);
+    MemoryGrid(m8085::MachineState& machine, ColumnList& columns, QWidget* parent);
 
     // Sets the grid up for the columns of the list, with bytes that RefreshRAMDisplay has yet to take from the machine.
     // The last row of the last column becomes current.
@@ -35,6 +35,10 @@ public:
     // address none is coloured.
     void MarkChanges(const m8085::Changes& changes);
     void MarkNextAddress(std::optional<std::int32_t> address) { model_->MarkNextAddress(address); }
+
+    // The tooltips of these addresses, in ascending order, name the instruction there: those of the program that is
+    // assembled. Clear takes them away.
+    void NameInstructionsAt(std::vector<std::int32_t> addresses) { model_->NameInstructionsAt(std::move(addresses)); }
 
     // The commands of the buttons and of their twins in the Memory menu.
     void cmdClear_Click();
@@ -70,6 +74,7 @@ private:
     void SetEditorText(const QString& text);
     void GiveEditorItsByte();
     void DescribeEditor();
+    void ShowTip(const QModelIndex& cell);
     void StorePendingText(const QModelIndex& cell);
 
     m8085::MachineState& machine_;

@@ -1,6 +1,7 @@
 #include "panels/memory_model.h"
 
 #include <QColor>
+#include <algorithm>
 
 #include "assembler/disassembly.h"
 #include "machine/number_format.h"
@@ -10,10 +11,9 @@
 
 namespace panels {
 
-MemoryModel::MemoryModel(m8085::MachineState& machine, const m8085::CodeMap& codeMap, QObject* parent)
+MemoryModel::MemoryModel(m8085::MachineState& machine, QObject* parent)
     : QAbstractTableModel(parent),
       machine_(machine),
-      codeMap_(codeMap),
       addressFont_(platform::WindowFont()),
       dataFont_(platform::SansSerif(8.25)) {}
 
@@ -75,7 +75,7 @@ QString MemoryModel::Tip(const QModelIndex& cell) const {
     std::string tip = isPort ? "Port " + m8085::FormatHexByte(static_cast<std::uint8_t>(address))
                              : "Address " + m8085::FormatHexLong(address);
     tip += ", decimal " + std::to_string(address) + '\n' + StoredByteTip(byte);
-    if (isPort || codeMap_.LineAt(address) == 0 || address > m8085::LastFetchAddress)
+    if (isPort || address > m8085::LastFetchAddress || !std::ranges::binary_search(instructions_, address))
         return QString::fromStdString(tip);
     // A cell may be older than the instruction, and by hand it may have become a code that is none.
     const auto* opcode = machine_.Memory.data() + address;

@@ -3,7 +3,6 @@
 #include <QAbstractTableModel>
 #include <QFont>
 
-#include "machine/code_map.h"
 #include "panels/memory_snapshot.h"
 
 namespace panels {
@@ -13,7 +12,7 @@ class MemoryModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    MemoryModel(m8085::MachineState& machine, const m8085::CodeMap& codeMap, QObject* parent);
+    MemoryModel(m8085::MachineState& machine, QObject* parent);
 
     static bool IsDataCell(const QModelIndex& cell) {
         return cell.isValid() && MemorySnapshot::IsDataColumn(cell.column());
@@ -32,6 +31,9 @@ public:
     void MarkChanges(const m8085::Changes& changes) { Repaint(cells_.MarkChanges(changes)); }
     void MarkNextAddress(std::optional<std::int32_t> address) { Repaint(cells_.MarkNextAddress(address)); }
 
+    // The tooltips of these addresses, in ascending order, name the instruction there.
+    void NameInstructionsAt(std::vector<std::int32_t> addresses) { instructions_ = std::move(addresses); }
+
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& cell, int role) const override;
@@ -46,7 +48,7 @@ private:
     QString HeaderTip(int column) const;
 
     m8085::MachineState& machine_;
-    const m8085::CodeMap& codeMap_;
+    std::vector<std::int32_t> instructions_;
     MemorySnapshot cells_;
     QFont addressFont_;
     QFont dataFont_;

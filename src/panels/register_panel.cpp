@@ -9,6 +9,7 @@
 #include "panels/tips.h"
 #include "platform/fonts.h"
 #include "platform/palette.h"
+#include "platform/tip.h"
 
 namespace panels {
 
@@ -198,6 +199,7 @@ platform::TextBox* RegisterPanel::AddReadOnlyBox(const QString& name, const QStr
 }
 
 void RegisterPanel::DisplayRegs() {
+    platform::HideTip();
     for (const RegisterBox& box : registerBoxes_) ShowRegister(box);
     for (const auto& [button, flag, name] : flagButtons_) {
         const std::string bit = FormatBool(machine_.*flag);

@@ -1,11 +1,15 @@
 #include "platform/grid.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include "platform/fonts.h"
+#include "platform/style.h"
+#include "platform/tip.h"
 
 namespace platform {
 
@@ -91,6 +95,32 @@ void Grid::keyPressEvent(QKeyEvent* event) {
 // Drawing the mouse over cells with the button down does not move the current cell.
 void Grid::mouseMoveEvent(QMouseEvent* event) {
     event->accept();
+}
+
+void Grid::FrameCell(const QModelIndex& cell) {
+    if (cell == framed_) return;
+    framed_ = cell;
+    viewport()->update();
+}
+
+void Grid::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (!framed_.isValid()) return;
+    QPainter painter(viewport());
+    DrawEdge(painter, visualRect(framed_), palette().color(QPalette::Highlight));
+}
+
+void Grid::ShowTipBeside(const QModelIndex& cell, int rowsBelow, const QString& text) {
+    const QRect row = visualRect(cell);
+    const QRect free = row.adjusted(0, 0, 0, rowsBelow * heightOfRows);
+    ShowTip({viewport()->mapToGlobal(free.topLeft()), free.size()}, text, *viewport());
+}
+
+bool Grid::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QTableView::viewportEvent(event);
+    const QModelIndex cell = indexAt(static_cast<QHelpEvent*>(event)->pos());
+    if (cell.isValid()) emit TipWanted(cell);
+    return true;
 }
 
 }  // namespace platform

@@ -22,6 +22,12 @@ public:
     // Makes a cell current without scrolling to it.
     void SetCurrentCellInPlace(const QModelIndex& cell);
 
+    // Draws a frame around a cell; around none for one that is not there.
+    void FrameCell(const QModelIndex& cell);
+
+    // Shows a tooltip that leaves the cell's row and so many below it uncovered.
+    void ShowTipBeside(const QModelIndex& cell, int rowsBelow, const QString& text);
+
     // The cursor key whose press is moving the current cell just now, or 0.
     int MovingKey() const { return movingKey_; }
 
@@ -33,12 +39,18 @@ signals:
 
     void Scrolled();
 
+    // The mouse rests on a cell.
+    void TipWanted(const QModelIndex& cell);
+
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
+    QPersistentModelIndex framed_;
     int movingKey_ = 0;
 };
 

@@ -67,7 +67,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
       columns_(ReadColumns()),
       document_(client_),
       registerPanel_(machine, document_.txtCode(), client_),
-      memoryGrid_(machine, codeMap, columns_, client_),
+      memoryGrid_(machine, columns_, client_),
       runControl_(machine, codeMap, commands::ViewOn(buttons_, document_, registerPanel_, memoryGrid_)),
       assembleCommand_(machine, codeMap, document_, runControl_, registerPanel_, memoryGrid_),
       dataFileCommands_(machine, document_.cDialog(), runControl_, memoryGrid_),
@@ -81,7 +81,10 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     resize(client_->size().grownBy({0, 0, 0, menuBar()->sizeHint().height()}));
 
     connect(&document_, &editor::ProgramDocument::TitleChanged, this, &frmMain::SetTitle);
-    connect(&document_, &editor::ProgramDocument::TextChanged, this, [this] { runControl_.LoseText(); });
+    connect(&document_, &editor::ProgramDocument::TextChanged, this, [this] {
+        runControl_.LoseText();
+        memoryGrid_.NameInstructionsAt({});
+    });
     connect(&memoryGrid_, &panels::MemoryGrid::Cleared, this, [this] {
         runControl_.ForgetChanges();
         runControl_.LoseProgram();

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QHelpEvent>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolTip>
 #include <algorithm>
 
 #include "platform/modal.h"
@@ -62,8 +64,7 @@ protected:
     int programsLost = 0;
     int edits = 0;
     QWidget window;
-    m8085::CodeMap codeMap;
-    MemoryGrid panel{machine, codeMap, columns, &window};
+    MemoryGrid panel{machine, columns, &window};
     platform::Grid& grid = *window.findChild<platform::Grid*>("grdRAM");
     QLineEdit& editor = *window.findChild<QLineEdit*>("txtEdit");
 };
@@ -119,9 +120,27 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     Type("12");
     Key(Qt::Key_Down);
     EXPECT_TRUE(IsEditorOver(254, 1));
-    EXPECT_EQ(machine.Memory[0x80FF], 0);
     Key(Qt::Key_Shift);
-    EXPECT_EQ(machine.Memory[0x80FF], 0x12);
+    EXPECT_EQ(machine.Memory[0x80FF], 0) << "the 12 was typed into the row above";
+    const auto isFramed = [this](int row) {
+        const QPoint corner = grid.visualRect(Cell(row, 1)).topLeft();
+        return grid.viewport()->grab().toImage().pixelColor(corner) == grid.palette().color(QPalette::Highlight);
+    };
+    EXPECT_TRUE(isFramed(255) && !isFramed(253));
+    EXPECT_EQ(editor.accessibleName(), "Address 80FF");
+    QHelpEvent rest(QEvent::ToolTip, {}, editor.mapToGlobal(QPoint(2, 2)));
+    QCoreApplication::sendEvent(&editor, &rest);
+    EXPECT_TRUE(QToolTip::text().startsWith("Address 80FF"));
+    Type("34");
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })) << "it would tell the old byte";
+    EXPECT_EQ(machine.Memory[0x80FF], 0x34);
+    EXPECT_EQ(machine.Memory[0x80FE], 0x12);
+    // A press in the editor is about the cell that it stands over.
+    QTest::mouseClick(&editor, Qt::LeftButton);
+    EXPECT_EQ(editor.selectedText(), "12");
+    Type("5");
+    EXPECT_EQ(machine.Memory[0x80FE] << 8 | machine.Memory[0x80FF], 0x0534);
+    EXPECT_FALSE(isFramed(255));
 }
 
 TEST_F(MemoryGridTest, NothingIsWrittenThatNobodyTyped) {
@@ -143,7 +162,7 @@ TEST_F(MemoryGridTest, NothingIsWrittenThatNobodyTyped) {
     // Over the last row the editor is not to be seen, or stands open over the row above.
     grid.scrollToBottom();
     for (int row : {255, 254, 255}) Click(row, 1);
-    EXPECT_EQ(std::exchange(machine.Memory[0x80FF], 0x99), 0x3E);
+    machine.Memory[0x80FF] = 0x99;
     panel.RefreshRAMDisplay();
     EXPECT_EQ(editor.text(), "3E");
     Click(253, 1);
@@ -204,7 +223,7 @@ TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
     panel.MarkNextAddress({});
     EXPECT_FALSE(isMarked(3, 7) || isMarked(5, 9) || isMarked(4, 6));
     machine.Memory[0x8004] = 0x3E;
-    codeMap.SetLine(0x8004, 1);
+    panel.NameInstructionsAt({0x8004});
     panel.RefreshRAMDisplay();
     EXPECT_EQ(Cell(4, 1).data(Qt::ToolTipRole).toString().split('\n').last(), "Instruction MVI A,00");
     EXPECT_FALSE(Cell(5, 1).data(Qt::ToolTipRole).toString().contains("Instruction"));

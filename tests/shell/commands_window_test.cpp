@@ -1,3 +1,4 @@
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <numeric>
@@ -200,7 +201,10 @@ TEST_F(CommandsTest, EveryEntryAndButtonDoesItsCommandAndNothingElse) {
             SCOPED_TRACE(qPrintable(row.Entry));
             SetUp(state);
             ExpectState(state);
-            EXPECT_EQ(EffectOfEntry(row), row.Effect);
+            // In a text that is not the one assembled, which an entry may run by its key, no line is selected.
+            QString effect = row.Effect;
+            if (state == NoProgram && row.When == WithProgram) effect.remove(QRegularExpression("selected [^|]*\\|"));
+            EXPECT_EQ(EffectOfEntry(row), effect);
             ExpectState(row.LeadsTo.value_or(state));
             if (row.Button.isEmpty()) continue;
             SetUp(state);

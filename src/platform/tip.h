@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QRect>
+#include <QString>
+
+class QWidget;
+
+namespace platform {
+
+// Shows a tooltip of the control, below the place, or above it where the screen ends, but not over it. The place is in
+// pixels of the screen.
+void ShowTip(const QRect& place, const QString& text, QWidget& control);
+
+// Takes away the tooltip that is shown, if any: what it says may be so no more.
+void HideTip();
+
+}  // namespace platform
