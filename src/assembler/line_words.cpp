@@ -1,0 +1,30 @@
+#include "assembler/line_words.h"
+
+#include "machine/characters.h"
+
+namespace assembler {
+
+std::vector<std::u16string> WordsOfLine(std::u16string_view line) {
+    enum Place { Mnemonic, FirstOperand, SecondOperand, Places };
+    std::vector<std::u16string> words;
+    bool isInWord = false;
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        if (line[at] == u';') {
+            if (isInWord)
+                for (const char16_t character : line.substr(at)) words.back() += m8085::ToUpperCase(character);
+            break;
+        }
+        const std::size_t place = (isInWord ? words.size() - 1 : words.size()) % Places;
+        const bool separates = line[at] == u',' && place == (isInWord ? FirstOperand : SecondOperand);
+        if (separates || m8085::IsBlank(line[at])) {
+            isInWord = false;
+            continue;
+        }
+        if (!isInWord) words.emplace_back();
+        isInWord = true;
+        words.back() += m8085::ToUpperCase(line[at]);
+    }
+    return words;
+}
+
+}  // namespace assembler

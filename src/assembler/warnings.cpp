@@ -1,0 +1,138 @@
+#include "assembler/warnings.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "assembler/assembler.h"
+#include "assembler/instruction_table.h"
+#include "assembler/line_words.h"
+#include "machine/characters.h"
+
+namespace assembler {
+
+namespace {
+
+using Text = std::u16string;
+using View = std::u16string_view;
+using Words = std::vector<Text>;
+
+Text Number(int value) {
+    const std::string digits = std::to_string(value);
+    return {digits.begin(), digits.end()};
+}
+
+bool IsMnemonic(View word) {
+    return FindInstruction(word) != NoAnchor;
+}
+
+bool IsLabel(View word) {
+    return word.ends_with(u':');
+}
+
+// Digits that are ten or more if they are decimal, and something else as they stand.
+bool MayBeDecimal(View word) {
+    const bool isDecimal = std::ranges::all_of(word, [](char16_t digit) { return digit >= u'0' && digit <= u'9'; });
+    return isDecimal && ReadNumber(word).value_or(0) > 9;
+}
+
+class Search {
+public:
+    explicit Search(const PreparedProgram& program) : program_(program) {}
+
+    std::vector<Warning> Run() {
+        View rest = program_.Text;
+        for (int line = 1; !rest.empty(); ++line) {
+            const View text = rest.substr(0, rest.find(u'\n'));
+            rest.remove_prefix(std::min(rest.size(), text.size() + 1));
+            LookAt(text, program_.SourceLine(line));
+        }
+        WarnOfMixedNumbers();
+        std::ranges::stable_sort(warnings_, {}, &Warning::Line);
+        return std::move(warnings_);
+    }
+
+private:
+    void LookAt(View text, int line) {
+        if (line != line_) isBehindComment_ = isWarnedOfComment_ = false;
+        line_ = line;
+        const Words words = WordsOfLine(text);
+        if (!words.empty() && (IsLabel(words[0]) || IsMnemonic(words[0]))) {
+            LookAtComment(words[0]);
+            LookAtLabel(words);
+            LookAtInstructions(words);
+            LookAtNumbers(words);
+        }
+        isBehindComment_ = isBehindComment_ || text.find(u';') != View::npos;
+    }
+
+    void LookAtComment(const Text& word) {
+        if (!isBehindComment_ || std::exchange(isWarnedOfComment_, true)) return;
+        Warn(u"the colon in the comment ends it: " + word + u" is part of the program");
+    }
+
+    // The last word in the place of the first is what the line is taken for.
+    static std::size_t First(const Words& words) { return (words.size() - 1) / 3 * 3; }
+
+    void LookAtLabel(const Words& words) {
+        const Text& label = words[First(words)];
+        if (!IsLabel(label)) return;
+        const auto [earlier, isNew] = labels_.try_emplace(label, line_);
+        if (isNew) return;
+        Warn(u"the label " + label.substr(0, label.size() - 1) + u" is defined in line " + Number(earlier->second) +
+             u" already, and jumps and calls go there");
+    }
+
+    void LookAtInstructions(const Words& words) {
+        if (IsLabel(words[0])) return;
+        const std::size_t first = First(words);
+        if (first > 0) {
+            if (IsMnemonic(words[first]) || IsLabel(words[first]))
+                Warn(u"only " + words[first] + u" counts on this line: " + words[0] + u" is lost");
+            return;
+        }
+        const int anchor = FindInstruction(words[0]);
+        for (std::size_t place = 1; place < words.size(); ++place)
+            if (IsMnemonic(words[place]) && OperandAt(anchor, static_cast<int>(place)).empty())
+                Warn(u"only " + words[0] + u" counts on this line: " + words[place] + u" is lost");
+    }
+
+    void LookAtNumbers(const Words& words) {
+        const int anchor = FindInstruction(words[0]);
+        if (anchor == NoAnchor || TakesLabel(anchor) || words.size() > 3) return;
+        for (std::size_t place = 1; place < words.size(); ++place) {
+            const std::string_view takes = OperandAt(anchor, static_cast<int>(place));
+            const Text& word = words[place];
+            if ((takes != "I8" && takes != "I16") || !ReadNumber(word)) continue;
+            // Four digits are an address, and addresses are hexadecimal in everybody's programs.
+            const bool isAddress = takes == "I16" && word.size() >= 4;
+            if (word.ends_with(u'H') && withFinalH_.Line == 0) withFinalH_ = {line_, word};
+            if (!isAddress && MayBeDecimal(word) && bare_.Line == 0) bare_ = {line_, word};
+        }
+    }
+
+    void WarnOfMixedNumbers() {
+        if (withFinalH_.Line == 0 || bare_.Line == 0) return;
+        warnings_.push_back({bare_.Line, bare_.Text + u" is hexadecimal too, though line " + Number(withFinalH_.Line) +
+                                             u" has " + withFinalH_.Text});
+    }
+
+    void Warn(Text text) { warnings_.push_back({line_, std::move(text)}); }
+
+    const PreparedProgram& program_;
+    std::vector<Warning> warnings_;
+    int line_ = 0;
+    bool isBehindComment_ = false;
+    bool isWarnedOfComment_ = false;
+    std::map<Text, int> labels_;  // with their colons, and the lines of their first definitions
+    Warning withFinalH_;          // the first number of each kind
+    Warning bare_;
+};
+
+}  // namespace
+
+std::vector<Warning> FindWarnings(const PreparedProgram& program) {
+    return Search(program).Run();
+}
+
+}  // namespace assembler

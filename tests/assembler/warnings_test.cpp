@@ -1,0 +1,39 @@
+#include "assembler/warnings.h"
+
+#include <gtest/gtest.h>
+
+namespace assembler {
+
+namespace {
+
+std::u16string WarningsOf(std::u16string_view source) {
+    std::u16string text;
+    for (const Warning& warning : FindWarnings(PrepareProgram(source)))
+        text += char16_t(u'0' + warning.Line) + (u": " + warning.Text + u"\n");
+    return text;
+}
+
+}  // namespace
+
+TEST(Warnings, NameWhatAssemblesAsSomethingElse) {
+    const std::pair<std::u16string_view, std::u16string_view> programs[] = {
+        {u"mvi a,5 ; it was: hlt", u"1: the colon in the comment ends it: HLT is part of the program\n"},
+        {u"nop\n; a: b: c: nop", u"2: the colon in the comment ends it: B: is part of the program\n"},
+        {u"l: nop\nhlt\nL: nop", u"3: the label L is defined in line 1 already, and jumps and calls go there\n"},
+        {u"mov a,b xra", u"1: only XRA counts on this line: MOV is lost\n"},
+        {u"mov a,b l:", u"1: only L: counts on this line: MOV is lost\n"},
+        {u"inr a hlt", u"1: only INR counts on this line: HLT is lost\n"},
+        {u"mvi a,0AH\nnop\nadi 10", u"3: 10 is hexadecimal too, though line 1 has 0AH\n"},
+        {u"mvi a,20\nlxi h,9000H", u"1: 20 is hexadecimal too, though line 2 has 9000H\n"},
+    };
+    for (const auto& [source, warnings] : programs) EXPECT_EQ(WarningsOf(source), warnings);
+}
+
+TEST(Warnings, LeaveAloneWhatIsMeantSo) {
+    for (const std::u16string_view source :
+         {u"mvi a,5 ; it was: nothing", u"; a:\n; b: ; nop", u"l: nop ; l:", u"jmp hlt\nhlt: hlt", u"mvi a cc",
+          u"sta 9000\nmvi a,0AH", u"mvi a,9\nadi 0AH", u"adi 1AH\nadi 1A", u"jmp 10\n10: adi 0AH", u"loop: mvi a,5"})
+        EXPECT_EQ(WarningsOf(source), u"");
+}
+
+}  // namespace assembler
