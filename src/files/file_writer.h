@@ -37,6 +37,10 @@ private:
 };
 
 // Makes the bytes the whole content of the file, in the same way.
-std::optional<std::string> WriteFile(const std::filesystem::path& path, std::string_view bytes);
+inline std::optional<std::string> WriteFile(const std::filesystem::path& path, std::string_view bytes) {
+    FileWriter writer(path);
+    writer.Write(bytes);
+    return writer.Commit();
+}
 
 }  // namespace files
