@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 
 #include "machine/machine_state.h"
@@ -22,7 +23,7 @@ struct Changes {
 
     // Whether any flag differs.
     bool OfFlags() const {
-        return Of(&Registers::S) || Of(&Registers::Z) || Of(&Registers::AC) || Of(&Registers::P) || Of(&Registers::CY);
+        return std::ranges::any_of(Flags, [this](const auto& flag) { return Of(flag.Member); });
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string_view>
 
 namespace m8085 {
 
@@ -36,6 +37,21 @@ struct Registers {
 
     bool operator==(const Registers&) const = default;
 };
+
+// A register or a flag by its name. Its width is that of its type: a byte, a bit or an address.
+template <class T>
+struct Named {
+    std::string_view Name;
+    T Registers::*Member;
+};
+
+// In the order in which they are shown; the flags from bit 7 of the flag byte down.
+inline constexpr Named<std::uint8_t> ByteRegisters[] = {
+    {"A", &Registers::A}, {"B", &Registers::B}, {"C", &Registers::C}, {"D", &Registers::D},
+    {"E", &Registers::E}, {"H", &Registers::H}, {"L", &Registers::L}};
+inline constexpr Named<bool> Flags[] = {
+    {"S", &Registers::S}, {"Z", &Registers::Z}, {"AC", &Registers::AC}, {"P", &Registers::P}, {"CY", &Registers::CY}};
+inline constexpr Named<std::int32_t> AddressRegisters[] = {{"PC", &Registers::PC}, {"SP", &Registers::SP}};
 
 // The registers by their codes. 6 stands for M, the byte in memory at the address in HL.
 inline constexpr std::array<std::uint8_t Registers::*, 8> RegisterOfCode = {

@@ -14,7 +14,6 @@ using m8085::Changes;
 using m8085::FormatBool;
 using m8085::FormatHexByte;
 using m8085::FormatHexLong;
-using m8085::Registers;
 
 // Two groups of four digits.
 std::string Binary(std::uint8_t value) {
@@ -31,23 +30,13 @@ void Append(std::string& list, const std::string& item) {
 }
 
 void AppendRegisters(std::string& list, const Changes& changes) {
-    const auto append = [&](const char* name, auto Registers::*value, auto&& format) {
-        if (changes.Of(value)) Append(list, std::string(name) + ' ' + format(changes.After.*value));
+    const auto append = [&](const auto& all, const char* kind, auto&& format) {
+        for (const auto& [name, member] : all)
+            if (changes.Of(member)) Append(list, kind + std::string(name) + ' ' + format(changes.After.*member));
     };
-    append("A", &Registers::A, FormatHexByte);
-    append("B", &Registers::B, FormatHexByte);
-    append("C", &Registers::C, FormatHexByte);
-    append("D", &Registers::D, FormatHexByte);
-    append("E", &Registers::E, FormatHexByte);
-    append("H", &Registers::H, FormatHexByte);
-    append("L", &Registers::L, FormatHexByte);
-    append("flag S", &Registers::S, FormatBool);
-    append("flag Z", &Registers::Z, FormatBool);
-    append("flag AC", &Registers::AC, FormatBool);
-    append("flag P", &Registers::P, FormatBool);
-    append("flag CY", &Registers::CY, FormatBool);
-    append("PC", &Registers::PC, FormatHexLong);
-    append("SP", &Registers::SP, FormatHexLong);
+    append(m8085::ByteRegisters, "", FormatHexByte);
+    append(m8085::Flags, "flag ", FormatBool);
+    append(m8085::AddressRegisters, "", FormatHexLong);
 }
 
 // Takes the marks and the bytes of memory or of the ports. This runs at every step of a Slow Run, and no search through
