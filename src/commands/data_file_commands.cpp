@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "datafiles/data_file.h"
+#include "files/file_reader.h"
 #include "platform/dialogs.h"
 
 namespace commands {
@@ -17,9 +18,8 @@ void DataFileCommands::mnuLoadData_Click() {
                               QMessageBox::NoIcon);
         return;
     }
-    // Reading a device or a pipe might never end.
     std::ifstream file;
-    if (info.isFile()) file.open(info.filesystemFilePath(), std::ios::binary);
+    if (files::IsFileOrNothing(info.filesystemFilePath())) file.open(info.filesystemFilePath(), std::ios::binary);
     const bool isLoaded = file.is_open() && memedata::LoadDataFile(file, machine_.Memory);
     runControl_.ForgetChanges();
     if (isLoaded) {

@@ -8,6 +8,12 @@
 
 namespace files {
 
+bool IsFileOrNothing(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    return is_regular_file(status) || !exists(status);
+}
+
 Content ReadStream(std::istream& stream, std::size_t largest) {
     Content content;
     std::array<char, 0x10000> block;

@@ -6,6 +6,8 @@
 #include <QSettings>
 #include <QStandardPaths>
 
+#include "files/file_reader.h"
+
 namespace shell {
 
 namespace {
@@ -20,17 +22,11 @@ QString StorePath() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/Velmora/Velmora.conf";
 }
 
-// A pipe or a device in its place would hold up whoever opens it.
-bool IsFileOrNothing(const QString& path) {
-    const QFileInfo info(path);
-    return info.isFile() || !info.exists();
-}
-
 // Qt waits half a minute for a lock that somebody left behind. A store is locked for some milliseconds only, so one
 // that is older than this many seconds belongs to nobody.
 void RemoveStaleLock(const QString& path) {
     constexpr qint64 longestHold = 2;
-    const QFileInfo lock(path + ".lock");
+    const QFileInfo lock(path);
     const qint64 age = lock.lastModified().secsTo(QDateTime::currentDateTime());
     if (lock.exists() && (age < 0 || age > longestHold)) QFile::remove(lock.filePath());
 }
@@ -39,7 +35,7 @@ void RemoveStaleLock(const QString& path) {
 
 panels::ColumnList ReadColumns() {
     const QString path = StorePath();
-    if (!IsFileOrNothing(path)) return {};
+    if (!files::IsFileOrNothing(path.toStdU16String())) return {};
     const QSettings store(path, QSettings::IniFormat);
     return panels::ColumnList::Restored(
         store.value(countKey, "3").toString().toStdString(), [&store](int index, const std::string& fallback) {
@@ -50,8 +46,9 @@ panels::ColumnList ReadColumns() {
 // Keys of columns that were removed stay in the store; the count tells that they are not to be read.
 void SaveColumns(const panels::ColumnList& columns) {
     const QString path = StorePath();
-    RemoveStaleLock(path);
-    if (!IsFileOrNothing(path) || !IsFileOrNothing(path + ".lock")) return;
+    const QString lock = path + ".lock";
+    RemoveStaleLock(lock);
+    if (!files::IsFileOrNothing(path.toStdU16String()) || !files::IsFileOrNothing(lock.toStdU16String())) return;
     QSettings store(path, QSettings::IniFormat);
     store.setValue(countKey, QString::number(columns.ColCount()));
     for (int index = 0; index < columns.ColCount(); ++index)

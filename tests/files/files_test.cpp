@@ -102,6 +102,12 @@ TEST_F(FilesTest, LinksAreFollowedAndOtherNamesKept) {
     ExpectFiles(6);
 }
 
+TEST_F(FilesTest, WhatMightHoldUpItsReaderIsNeitherAFileNorNothing) {
+    EXPECT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const auto& [name, expected] : {std::pair{"program.asm", true}, {"none", true}, {"pipe", false}, {".", false}})
+        EXPECT_EQ(IsFileOrNothing(folder / name), expected) << name;
+}
+
 TEST_F(FilesTest, WithoutRoomTheOldFileStaysWhole) {
     const std::string tooLong(100'000, 'n');
     std::filesystem::create_hard_link(file, folder / "other");
