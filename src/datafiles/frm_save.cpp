@@ -21,9 +21,11 @@ using platform::Place;
 constexpr int firstAddress = Qt::UserRole;
 constexpr int lastAddress = Qt::UserRole + 1;
 
-void PlaceLabel(const char* name, const QString& text, QWidget* parent, int left, int top, int width, int height) {
-    auto* label = new QLabel(text, parent);
+// The control that the label stands beside is known by its text.
+void PlaceLabel(const char* name, const QString& text, QWidget& control, int left, int top, int width, int height) {
+    auto* label = new QLabel(text, control.parentWidget());
     label->setObjectName(name);
+    control.setAccessibleName(text.section(':', 0, 0));
     Place(*label, left, top, width, height);
 }
 
@@ -63,24 +65,20 @@ void frmSave::PlaceControls() {
     Frame1.setObjectName("Frame1");
     Frame1.setAccessibleName(Frame1.title());
     Place(Frame1, 240, 240, 4215, 1695);
-    PlaceLabel("Label1", "Starting Address (hex):  ", &Frame1, 240, 360, 2070, 195);
+    PlaceLabel("Label1", "Starting Address (hex):  ", Text1, 240, 360, 2070, 195);
     Place(Text1, 2400, 240, 1455, 285);
-    Text1.setAccessibleName("Starting Address (hex)");
-    PlaceLabel("Label2", "Ending Address (hex): ", &Frame1, 240, 720, 1935, 195);
+    PlaceLabel("Label2", "Ending Address (hex): ", Text2, 240, 720, 1935, 195);
     Place(Text2, 2400, 600, 1455, 285);
-    Text2.setAccessibleName("Ending Address (hex)");
     Place(Command1, 2400, 960, 1455, 375);
 
-    PlaceLabel("Label3", "Ranges to be saved:", this, 240, 2040, 1785, 195);
+    PlaceLabel("Label3", "Ranges to be saved:", List1, 240, 2040, 1785, 195);
     List1.setObjectName("List1");
-    List1.setAccessibleName("Ranges to be saved");
     Place(List1, 240, 2280, 2175, 2010);
     Place(Command2, 2640, 2280, 1455, 375);
     Place(Command3, 2640, 2760, 1455, 375);
 
-    PlaceLabel("Label4", "Output Filename:", this, 240, 4440, 1455, 195);
+    PlaceLabel("Label4", "Output Filename:", Text3, 240, 4440, 1455, 195);
     Place(Text3, 240, 4680, 4335, 285);
-    Text3.setAccessibleName("Output Filename");
     Place(Command4, 4680, 4680, 1335, 255);
     Place(OKButton, 4680, 240, 1215, 375);
     Place(CancelButton, 4680, 720, 1215, 375);
