@@ -36,21 +36,10 @@ void AppendUtf16(std::u16string& text, char32_t code) {
 
 void AppendUtf8(std::string& bytes, char32_t code) {
     const auto append = [&bytes](char32_t byte) { bytes += static_cast<char>(static_cast<unsigned char>(byte)); };
-    if (code < 0x80) {
-        append(code);
-    } else if (code < 0x800) {
-        append(0xC0 | code >> 6);
-        append(0x80 | (code & 0x3F));
-    } else if (code < 0x10000) {
-        append(0xE0 | code >> 12);
-        append(0x80 | (code >> 6 & 0x3F));
-        append(0x80 | (code & 0x3F));
-    } else {
-        append(0xF0 | code >> 18);
-        append(0x80 | (code >> 12 & 0x3F));
-        append(0x80 | (code >> 6 & 0x3F));
-        append(0x80 | (code & 0x3F));
-    }
+    constexpr std::array<char32_t, 4> marks = {0, 0xC0, 0xE0, 0xF0};  // of the first byte, by how many follow it
+    std::size_t following = code < 0x80 ? 0 : code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
+    append(marks[following] | code >> 6 * following);
+    while (following-- > 0) append(0x80 | (code >> 6 * following & 0x3F));
 }
 
 // The code point that begins at `position`, which moves on behind it. Nothing where the bytes are not UTF-8.
