@@ -169,25 +169,18 @@ bool frmMain::IsEditKey(const QKeyEvent& event) const {
 
 // Wherever the focus is, these keys are the editor's, unless a text box has something of its own to take back.
 void frmMain::AddUndoKeys() {
-    const auto box = [this] {
-        auto* focused = qobject_cast<QLineEdit*>(focusWidget());
-        return focused != nullptr && !focused->isReadOnly() ? focused : nullptr;
+    const auto add = [this](const char* key, auto isAvailable, auto inBox, auto inEditor) {
+        connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, [=, this] {
+            auto* box = qobject_cast<QLineEdit*>(focusWidget());
+            if (box != nullptr && !box->isReadOnly() && (box->*isAvailable)())
+                (box->*inBox)();
+            else
+                (document_.txtCode().*inEditor)();
+        });
     };
-    const auto undo = [this, box] {
-        if (box() != nullptr && box()->isUndoAvailable())
-            box()->undo();
-        else
-            document_.txtCode().undo();
-    };
-    const auto redo = [this, box] {
-        if (box() != nullptr && box()->isRedoAvailable())
-            box()->redo();
-        else
-            document_.txtCode().redo();
-    };
-    connect(new QShortcut(QKeySequence("Ctrl+Z"), this), &QShortcut::activated, this, undo);
+    add("Ctrl+Z", &QLineEdit::isUndoAvailable, &QLineEdit::undo, &QPlainTextEdit::undo);
     for (const char* key : {"Ctrl+Y", "Ctrl+Shift+Z"})
-        connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, redo);
+        add(key, &QLineEdit::isRedoAvailable, &QLineEdit::redo, &QPlainTextEdit::redo);
 }
 
 // The keys of the Edit menu and those to undo are the window's wherever the focus is; text controls would answer them
