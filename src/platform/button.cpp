@@ -38,19 +38,11 @@ void Button::GiveUpAccessKey() {
 bool Button::event(QEvent* event) {
     if (event->type() == QEvent::Shortcut && !static_cast<QShortcutEvent*>(event)->isAmbiguous())
         setFocus(Qt::ShortcutFocusReason);
-    return QPushButton::event(event);
-}
-
-void Button::keyPressEvent(QKeyEvent* event) {
-    QKeyEvent key = WithBlankForEnter(*event);
-    QPushButton::keyPressEvent(&key);
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return QPushButton::event(event);
+    QKeyEvent key = WithBlankForEnter(static_cast<QKeyEvent&>(*event));
+    const bool isHandled = QPushButton::event(&key);
     event->setAccepted(key.isAccepted());
-}
-
-void Button::keyReleaseEvent(QKeyEvent* event) {
-    QKeyEvent key = WithBlankForEnter(*event);
-    QPushButton::keyReleaseEvent(&key);
-    event->setAccepted(key.isAccepted());
+    return isHandled;
 }
 
 void Button::mouseDoubleClickEvent(QMouseEvent* event) {

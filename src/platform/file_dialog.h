@@ -1,9 +1,7 @@
 #pragma once
 
-#include <QString>
+#include <QFileDialog>
 #include <optional>
-
-class QWidget;
 
 namespace platform {
 
@@ -14,14 +12,13 @@ public:
     void SetInitialDirectory(const QString& path) { directory_ = path; }
 
     // The name need not be that of an existing file.
-    std::optional<QString> ShowOpen(QWidget& control);
+    std::optional<QString> ShowOpen(QWidget& control) { return Show(control, QFileDialog::AcceptOpen); }
 
     // Asks before it gives the name of an existing file.
-    std::optional<QString> ShowSave(QWidget& control);
+    std::optional<QString> ShowSave(QWidget& control) { return Show(control, QFileDialog::AcceptSave); }
 
 private:
-    enum class Mode { Open, Save };
-    std::optional<QString> Show(QWidget& control, Mode mode);
+    std::optional<QString> Show(QWidget& control, QFileDialog::AcceptMode mode);
 
     QString directory_;
     QString lastName_;

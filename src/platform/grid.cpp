@@ -17,18 +17,9 @@ namespace {
 
 constexpr int heightOfRows = 16;
 
+// Home, End, the arrows and the two page keys, which Qt numbers one after the other.
 bool IsCursorKey(int key) {
-    switch (key) {
-        case Qt::Key_Left:
-        case Qt::Key_Right:
-        case Qt::Key_Up:
-        case Qt::Key_Down:
-        case Qt::Key_Home:
-        case Qt::Key_End:
-        case Qt::Key_PageUp:
-        case Qt::Key_PageDown: return true;
-        default: return false;
-    }
+    return key >= Qt::Key_Home && key <= Qt::Key_PageDown;
 }
 
 }  // namespace

@@ -73,7 +73,7 @@ frmSplash::frmSplash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) 
     Label5 = &AddLabel("Label5", address, link, QColor(0, 0, 255), linkLeft, 4080);
 
     Timer1.setSingleShot(true);
-    connect(&Timer1, &QTimer::timeout, this, &frmSplash::Timer1_Timer);
+    connect(&Timer1, &QTimer::timeout, this, &QWidget::hide);
     Timer1.start(showMilliseconds);
 }
 
@@ -150,11 +150,6 @@ void frmSplash::Label5_Click() {
     if (QDesktopServices::openUrl(address)) return;
     platform::ShowMessage(*this, "The page could not be opened in a browser. Its address is " + address.toString(),
                           QMessageBox::Information);
-}
-
-void frmSplash::Timer1_Timer() {
-    Timer1.stop();
-    hide();
 }
 
 }  // namespace shell

@@ -31,7 +31,6 @@ private:
     QLabel& AddLabel(const QString& name, const QString& text, const QFont& font, const QColor& colour, int left,
                      int top);
     void Label5_Click();
-    void Timer1_Timer();
 
     QLabel* Label5 = nullptr;
     QLabel* Label6 = nullptr;
