@@ -1,4 +1,4 @@
-# Makes the Debian packages of CPack anew: they carry the umask and the number of the user who packs, in the modes of
+# Packs the Debian packages of CPack again: they carry the umask and the number of the user who packs, in the modes of
 # their folders and in their own heads. With SOURCE_DATE_EPOCH set they are then the same whoever makes them.
 foreach(package ${CPACK_PACKAGE_FILES})
   set(content ${package}.content)

@@ -15,7 +15,7 @@ using m8085::HexDigitValue;
 using m8085::MemoryBytes;
 
 // What is known of the file at one character. A number is stored only when the next one begins or the file ends, since
-// a colon behind it makes it an address.
+// a colon after it makes it an address.
 class DataFileReader {
 public:
     explicit DataFileReader(MemoryBytes& memory) : memory_(memory) {}
@@ -80,7 +80,7 @@ bool DataFileReader::StorePendingByte() {
     return true;
 }
 
-// Without a leading zero, and with a blank behind it.
+// Without a leading zero, and with a blank after it.
 void AppendByte(std::string& text, std::uint8_t value) {
     const std::array<char, 3> both = {m8085::HexDigits[value >> 4], m8085::HexDigits[value & 0xF], ' '};
     const std::size_t leadingZeros = value > 0xF ? 0 : 1;

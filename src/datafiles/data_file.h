@@ -11,10 +11,10 @@
 
 namespace memedata {
 
-// A data file gives bytes for addresses of memory, in hexadecimal text: "8000 : 3E 5 76". A number with a colon behind
+// A data file gives bytes for addresses of memory, in hexadecimal text: "8000 : 3E 5 76". A number with a colon after
 // it is an address, every other number a byte for the current address, which then moves up by one. Of a byte above FF
 // the low eight bits count, and bytes before the first address are dropped. Numbers end at a blank, comma, tab or line
-// end, ";" starts a comment that runs to the line end, and any other character is passed over.
+// end, ";" starts a comment that runs to the line end, and any other character is skipped.
 
 // Reads the stream once, to its end or to the first fault. True if it came to the end. False if the stream cannot be
 // read, a number is above 7FFFFFFF, or a byte is to go beyond FFFF; what was stored by then stays.

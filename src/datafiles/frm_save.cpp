@@ -21,7 +21,7 @@ using platform::Place;
 constexpr int firstAddress = Qt::UserRole;
 constexpr int lastAddress = Qt::UserRole + 1;
 
-// The control that the label stands beside is known by its text.
+// The text also becomes the accessible name of the control that it labels.
 void PlaceLabel(const char* name, const QString& text, QWidget& control, int left, int top, int width, int height) {
     auto* label = new QLabel(text, control.parentWidget());
     label->setObjectName(name);
@@ -40,7 +40,7 @@ frmSave::frmSave(const m8085::MemoryBytes& memory, QWidget& window) : QDialog(&w
     ConnectControls();
 }
 
-// The focus moves about while the controls are taken down.
+// The focus still moves while the controls are destroyed.
 frmSave::~frmSave() {
     disconnect(qApp, nullptr, this, nullptr);
 }
@@ -138,7 +138,7 @@ void frmSave::OKButton_Click() {
     close();
 }
 
-// The user types the address anew where it was wrong.
+// The user can type the address again at once.
 void frmSave::Refuse(QLineEdit& box, const QString& text) {
     Tell(text);
     box.setFocus();

@@ -18,7 +18,7 @@ class frmSave : public QDialog {
     Q_OBJECT
 
 public:
-    // The window is the one that the dialog stands before.
+    // The window is the one that the dialog belongs to.
     frmSave(const m8085::MemoryBytes& memory, QWidget& window);
     ~frmSave() override;
 
@@ -43,7 +43,7 @@ private:
     const m8085::MemoryBytes& memory_;
     platform::FileDialog cDialog;
 
-    // In the order of the Tab key. Remove comes right behind the list: only from there is it enabled.
+    // In the order of the Tab key. Remove comes right after the list: only from there is it enabled.
     QGroupBox Frame1{"Enter a range", this};
     platform::TextBox Text1{"Text1", &Frame1};
     platform::TextBox Text2{"Text2", &Frame1};

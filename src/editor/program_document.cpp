@@ -41,7 +41,7 @@ QMessageBox::StandardButton ProgramDocument::OfferToSave() {
     return answer;
 }
 
-// The text goes whatever became of the saving. Emptying it sets the mark, which is then taken away again.
+// The text is emptied whether or not the saving succeeded. Emptying it sets the mark, which is then cleared.
 void ProgramDocument::mnuNew_Click() {
     if (OfferToSave() == QMessageBox::Cancel) return;
     ProgramFileName = untitled;

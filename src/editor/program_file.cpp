@@ -42,7 +42,7 @@ void AppendUtf8(std::string& bytes, char32_t code) {
     while (following-- > 0) append(0x80 | (code >> 6 * following & 0x3F));
 }
 
-// The code point that begins at `position`, which moves on behind it. Nothing where the bytes are not UTF-8.
+// The code point that begins at `position`, which moves past it. Nothing where the bytes are not UTF-8.
 std::optional<char32_t> TakeUtf8(std::string_view bytes, std::size_t& position) {
     const auto first = static_cast<unsigned char>(bytes[position++]);
     if (first < 0x80) return first;
@@ -136,7 +136,7 @@ EncodedProgram EncodeProgramFile(std::u16string_view text, Encoding encoding) {
         if (auto bytes = ToWindows1252(text); bytes && DecodeProgramFile(*bytes).Text == text)
             return {std::move(*bytes), Encoding::Windows1252};
 
-    // A mark that belongs to the text is kept by one more in front of it, which reading drops.
+    // A mark that belongs to the text is kept by adding another before it, which reading drops.
     std::string bytes = ToUtf8(text);
     if (bytes.starts_with(byteOrderMark)) bytes.insert(0, byteOrderMark);
     return {std::move(bytes), Encoding::Utf8};

@@ -13,7 +13,7 @@ struct ProgramFile {
     Encoding ReadAs = Encoding::Utf8;
 };
 
-// In bytes. A file above this size is far from being a program that can be assembled.
+// In bytes. A larger file is far from being a program that can be assembled.
 inline constexpr std::size_t LargestProgramFile = std::size_t{1024} * 1024;
 
 // Every file can be read: what is valid UTF-8 as UTF-8, without its byte order mark, anything else as Windows-1252.

@@ -8,7 +8,7 @@ namespace editor {
 
 namespace {
 
-// In one line. Qt lays a line out anew at each key, span by span.
+// In one line. Qt lays out a line again at each key, span by span.
 constexpr int mostSpans = 3000;
 
 }  // namespace

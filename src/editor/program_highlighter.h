@@ -4,8 +4,8 @@
 
 namespace editor {
 
-// Shows the colours of the program text. Only the lines that a change touches are coloured anew, and colouring is no
-// change of the text. In a line of thousands of mnemonics the colours stop before its end.
+// Shows the colours of the program text. Only the lines that a change touches are coloured again, and colouring
+// does not change the text. In a line of thousands of mnemonics the colours stop before its end.
 class ProgramHighlighter : public QSyntaxHighlighter {
     Q_OBJECT
 

@@ -32,7 +32,7 @@ Content ReadFile(const std::filesystem::path& path, std::size_t largest) {
     const std::filesystem::file_status status = std::filesystem::status(path, error);
     if (error) return {{}, error.message()};
     if (is_directory(status)) return {{}, "It is a folder."};
-    if (!is_regular_file(status)) return {{}, "It is no ordinary file."};
+    if (!is_regular_file(status)) return {{}, "It is not an ordinary file."};
     errno = 0;
     std::ifstream file(path, std::ios::binary);
     if (!file) return {{}, std::generic_category().message(errno)};

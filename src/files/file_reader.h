@@ -7,7 +7,7 @@
 
 namespace files {
 
-// The largest program or data file that is read whole, in bytes. A file above this size is neither.
+// The largest program or data file that is read whole, in bytes. A larger file is neither.
 inline constexpr std::size_t LargestFile = 16 * 1024 * 1024;
 
 // Whether an ordinary file is there, or nothing at all. A pipe or a device in its place would hold up whoever opens it.

@@ -18,14 +18,14 @@ namespace files {
 // might read it, and so is a file that is standard output or standard error: what is printed would be lost with it.
 class FileWriter {
 public:
-    // Nothing is written yet. What is wrong with the path is told by Commit.
+    // Nothing is written yet. Commit says what is wrong with the path.
     explicit FileWriter(const std::filesystem::path& path);
     ~FileWriter();
 
     FileWriter(const FileWriter&) = delete;
     FileWriter& operator=(const FileWriter&) = delete;
 
-    // False once something has gone wrong; there is no point in going on then.
+    // False once something has gone wrong; nothing more need be written then.
     bool Write(std::string_view bytes);
 
     // Puts the file in its place. Gives nothing on success, and otherwise the reason in words.

@@ -14,7 +14,7 @@ namespace files {
 
 namespace {
 
-// An open file. Closes it at the end, whatever became of it.
+// An open file. Closes it at the end, whether or not the writing succeeded.
 class Descriptor {
 public:
     Descriptor() = default;
@@ -40,8 +40,8 @@ public:
     // Some files, such as devices, have nothing that could be brought to the disk.
     bool Synchronize() const { return ::fsync(number_) == 0 || errno == EINVAL || errno == ENOTSUP; }
 
-    // At the place given, or where the file stands for -1. A disk that fills up takes a part at first; it tells the
-    // reason when it is given the rest.
+    // At the offset given, or at the current one for -1. A disk that fills up takes a part at first, and gives the
+    // reason only when the rest is written.
     bool Write(std::string_view bytes, off_t place = -1) const {
         while (!bytes.empty()) {
             const ssize_t written = place < 0 ? ::write(number_, bytes.data(), bytes.size())
@@ -55,7 +55,7 @@ public:
     }
 
     // Sees that so many bytes from its beginning have their room, also where a sparse file has none yet. The content
-    // stays and is followed by zeros. True as well where nothing can be said of the room.
+    // stays and is followed by zeros. Also true where the system cannot reserve room.
     bool Reserve([[maybe_unused]] off_t size) const {
 #if defined(_POSIX_ADVISORY_INFO) && _POSIX_ADVISORY_INFO > 0
         const int error = size > 0 ? ::posix_fallocate(number_, 0, size) : 0;
@@ -85,7 +85,7 @@ private:
     int number_ = -1;
 };
 
-// Where a chain of links leads to, also if nothing is there yet. The chain is known to end.
+// Where a chain of links leads, even if nothing is there yet. The chain is known to end.
 std::filesystem::path WithoutLinks(std::filesystem::path path) {
     std::error_code error;
     while (is_symlink(symlink_status(path, error))) {

@@ -43,7 +43,7 @@ private:
         exists_ = std::filesystem::exists(status);
         if (error && status.type() != std::filesystem::file_type::not_found) return Fail(error.message());
         if (is_directory(status)) return Fail(Reason(EISDIR));
-        if (exists_ && !is_regular_file(status)) return Fail("It is no ordinary file.");
+        if (exists_ && !is_regular_file(status)) return Fail("It is not an ordinary file.");
         const bool isReadOnly =
             (status.permissions() & std::filesystem::perms::owner_write) == std::filesystem::perms{};
         if (exists_ && isReadOnly) return Fail(Reason(EACCES));

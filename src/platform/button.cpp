@@ -8,7 +8,7 @@ namespace platform {
 namespace {
 
 // Qt leaves Enter to the default button of a dialog. Like a blank, it is to press a button when it is released: a held
-// key does not go on to whatever control has the focus then.
+// key must not act on whatever control has the focus by then.
 QKeyEvent WithBlankForEnter(const QKeyEvent& event) {
     const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     return QKeyEvent(event.type(), isEnter ? Qt::Key_Space : event.key(), event.modifiers(), event.text(),

@@ -8,7 +8,7 @@ namespace platform {
 
 namespace {
 
-// A text goes on one line as far as there is room for it: Qt would break it sooner, at a hyphen too.
+// A text stays on one line as long as there is room for it: Qt would break it sooner, even at a hyphen.
 void GiveRoom(QLabel& label) {
     constexpr int mostPixels = 640;
     const int needed = label.fontMetrics().horizontalAdvance(label.text());
@@ -38,7 +38,7 @@ QString AskText(QWidget& control, const QString& prompt, const QString& caption)
     box.setWindowTitle(caption);
     box.setLabelText(prompt);
     box.setInputMode(QInputDialog::TextInput);
-    // A prompt with a long list goes on to more lines.
+    // A prompt with a long list continues on more lines.
     box.findChild<QLabel*>()->setWordWrap(true);
     return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }

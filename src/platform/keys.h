@@ -10,7 +10,7 @@ inline bool IsCharacterKey(const QKeyEvent& event) {
     return !event.text().isEmpty() && event.key() != Qt::Key_Delete;
 }
 
-// Whether a key press is Alt with a letter, a digit or a sign. AltGr, which types characters of its own, is no Alt;
+// Whether a key press is Alt with a letter, a digit or a sign. AltGr, which types characters of its own, is not Alt;
 // some systems report it as Alt with Ctrl.
 inline bool IsAltCharacter(const QKeyEvent& event) {
     const bool alt = (event.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;

@@ -166,7 +166,7 @@ void ProgramText::SelectLine(int line) {
 }
 
 // Tab types a tab and Enter ends the line, whatever the shift state. Qt's own line separator, which Shift with
-// Enter would type, is no line end to the program. A letter with Alt is meant for a command, and types nothing where
+// Enter would type, is not a line end to the program. A letter with Alt is meant for a command, and types nothing where
 // that is disabled.
 void ProgramText::keyPressEvent(QKeyEvent* event) {
     if (IsAltCharacter(*event)) {
@@ -271,7 +271,7 @@ void ProgramText::EndStep(std::size_t inserted) {
     inserted_ += inserted;
 }
 
-// The document gives the memory back only when its text is set anew. To everyone else that is no change.
+// The document frees the memory only when its text is set again. To everyone else nothing has changed.
 void ProgramText::ForgetSteps() {
     const QSignalBlocker noChange(this);
     const int anchor = textCursor().anchor();

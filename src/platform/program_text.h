@@ -9,7 +9,7 @@
 namespace platform {
 
 // The editor of the program text. To the program its lines end in CR LF: positions and lengths count from 0 and a line
-// end counts as two characters. A position inside a line end, or behind the end of the text, is taken to the nearest
+// end counts as two characters. A position inside a line end, or beyond the end of the text, is moved to the nearest
 // one before it.
 class ProgramText : public QPlainTextEdit {
     Q_OBJECT
@@ -28,12 +28,12 @@ public:
     void SetSelectionLength(int characters);  // from the start of the selection; 0 or more
     std::u16string SelectedText() const;
 
-    // Puts the text in the place of the selection, or at the caret where nothing is selected. The caret is left behind
+    // Puts the text in the place of the selection, or at the caret where nothing is selected. The caret is left after
     // it. One step to undo, whatever was done before and after.
     void ReplaceSelection(std::u16string_view text);
 
     // Inserts the text at each of these positions, which are in ascending order and take no account of each other. One
-    // change, and one step to undo like the other. The caret is left behind the last one.
+    // change, and one step to undo like the other. The caret is left after the last one.
     void InsertAt(const std::vector<std::size_t>& positions, std::u16string_view text);
 
     // Makes the selection empty. The caret stays where the selection began, and nothing scrolls.
@@ -45,10 +45,10 @@ public:
     void SelectLine(int line);
 
 signals:
-    // Once for each change of the text. Colours are no change.
+    // Once for each change of the text. Colours do not count as one.
     void TextChanged();
 
-    // A file has been dropped on the editor. Several at once, and what is no file of this computer, are not taken.
+    // A file has been dropped on the editor. Several at once, and files that are not on this computer, are refused.
     void FileDropped(const QString& path);
 
 protected:

@@ -18,7 +18,7 @@ TextBox::TextBox(const QString& name, QWidget* parent) : QLineEdit(parent) {
             [this](const QWidget*, const QWidget* focused) { FollowFocus(focused); });
 }
 
-// The focus moves on while the rest of the control is taken down.
+// The focus still moves while the rest of the control is destroyed.
 TextBox::~TextBox() {
     disconnect(qApp, nullptr, this, nullptr);
 }
@@ -40,7 +40,7 @@ void TextBox::keyReleaseEvent(QKeyEvent* event) {
     if (!event->isAutoRepeat()) emit KeyReleased(event->key());
 }
 
-// Text that is dragged from the program stays there too: a box keeps two digits of it at the most. Where a click would
+// Text that is dragged from the program also stays there: a box keeps at most two digits of it. Where a click would
 // select all, a drop takes the place of all.
 void TextBox::dropEvent(QDropEvent* event) {
     if (event->source() == this) return QLineEdit::dropEvent(event);
@@ -66,7 +66,7 @@ void TextBox::mousePressEvent(QMouseEvent* event) {
     if (clickBringsFocus_) selectAll();
 }
 
-// The hand may tremble before it lets go.
+// The mouse may move a little before the button is released.
 void TextBox::mouseMoveEvent(QMouseEvent* event) {
     if (!clickBringsFocus_) QLineEdit::mouseMoveEvent(event);
 }

@@ -5,7 +5,7 @@
 
 namespace platform {
 
-// A single-line text box whose key presses can be filtered and which tells when the focus has gone to another control
+// A single-line text box whose key presses can be filtered and which signals that the focus has gone to another control
 // of its window. Opening a menu and switching to another window do not take the focus away. A character pressed with
 // Alt is left to the window, whose access key it may be, and never typed.
 class TextBox : public QLineEdit {

@@ -11,7 +11,7 @@ namespace platform {
 // pixels of the screen.
 void ShowTip(const QRect& place, const QString& text, QWidget& control);
 
-// Takes away the tooltip that is shown, if any: what it says may be so no more.
+// Hides the tooltip that is shown, if any: what it says may no longer be true.
 void HideTip();
 
 }  // namespace platform

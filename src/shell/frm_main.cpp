@@ -116,8 +116,8 @@ void frmMain::PlaceControls() {
     platform::Place(registerPanel_, 7200, 600, 4575, 1935);
     platform::Place(memoryGrid_, 7200, 2640, 4575, 5535);
 
-    // The editor comes first, then what the eye meets next. The keys of the Code Assistant follow their button, and the
-    // grid its buttons.
+    // The editor comes first, then the controls in reading order. The keys of the Code Assistant follow their button,
+    // and the grid its buttons.
     QWidget* previous = &document_.txtCode();
     const auto append = [&previous](QWidget* control) {
         QWidget::setTabOrder(std::exchange(previous, control), control);
@@ -134,7 +134,7 @@ void frmMain::PlaceControls() {
     setCentralWidget(new ClientArea(client_, this));
 }
 
-// A second call while the save question of the first is open, as at the end of the session, asks no more.
+// A second call while the save question of the first is open, as at the end of the session, does not ask again.
 void frmMain::mnuExit_Click() {
     if (!std::exchange(exiting_, true)) document_.mnuNew_Click();
     SaveColumns(columns_);
@@ -167,7 +167,7 @@ bool frmMain::IsEditKey(const QKeyEvent& event) const {
            std::ranges::any_of(shortcuts, [&key](const QShortcut* shortcut) { return shortcut->key() == key; });
 }
 
-// Wherever the focus is, these keys are the editor's, unless a text box has something of its own to take back.
+// Wherever the focus is, these keys are the editor's, unless a text box has something of its own to undo.
 void frmMain::AddUndoKeys() {
     const auto add = [this](const char* key, auto isAvailable, auto inBox, auto inEditor) {
         connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, [=, this] {
@@ -194,7 +194,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-// "[*]" in a path is meant as it stands, and not as Qt's place for a mark of its own.
+// "[*]" in a path is literal, and not Qt's placeholder for its own mark.
 void frmMain::SetTitle(QString title) {
     setWindowTitle(title.replace("[*]", "[*][*]"));
 }

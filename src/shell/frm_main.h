@@ -26,7 +26,7 @@ public:
     frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::function<void()> showAbout,
             std::function<void()> endProcess);
 
-    // Asks whether to save, stores the memory columns, and ends the process at once. Nothing calls it off.
+    // Asks whether to save, stores the memory columns, and ends the process at once. Nothing cancels it.
     void mnuExit_Click();
 
     // At the end of the desktop session, which may end the process at any moment from now on, or only wants to know

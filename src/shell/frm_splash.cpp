@@ -24,18 +24,18 @@ constexpr int clientHeight = 4515;
 constexpr int showMilliseconds = 2500;
 constexpr int frameWidth = 5;  // pixels
 
-// The user guide that was installed beside the program, or else the page in the web.
+// The user guide that was installed beside the program, or else the page on the web.
 QUrl PageAddress() {
     const QFileInfo guide(QCoreApplication::applicationDirPath() + "/../share/doc/velmora/user-guide.html");
     return guide.isFile() ? QUrl::fromLocalFile(guide.canonicalFilePath()) : QUrl("https://www.velmora.example");
 }
 
-// As it fits into a width in pixels: the end of a path tells more than its middle.
+// As it fits into a width in pixels: the end of a path says more than its middle.
 QString ShownAddress(const QUrl& address, const QFont& font, int width) {
     return QFontMetrics(font).elidedText(address.toString(QUrl::PreferLocalFile), Qt::ElideMiddle, width);
 }
 
-// The blue share grows from 100 at the top to 200 at the foot.
+// The blue share grows from 100 at the top to 200 at the bottom.
 void PaintGradient(QPainter& painter) {
     constexpr int step = 10;
     for (int y = 0; y <= clientHeight; y += step) {
@@ -135,7 +135,7 @@ void frmSplash::mouseMoveEvent(QMouseEvent* event) {
     if (Label5->geometry().contains(event->position().toPoint())) setCursor(Qt::UpArrowCursor);
 }
 
-// Any character key hides the box; Delete, arrows and function keys are no characters.
+// Any character key hides the box; Delete, arrows and function keys are not characters.
 void frmSplash::keyPressEvent(QKeyEvent* event) {
     if (platform::IsCharacterKey(*event)) hide();
 }

@@ -17,7 +17,7 @@ public:
     // At the start: over the main window, without taking the keyboard from it.
     void ShowAtStart();
 
-    // Behind the About command: comes forward and takes the keys. Leaves the timer alone.
+    // For the About command: comes to the front and takes the keyboard. Leaves the timer alone.
     void ShowAbout();
 
 protected:

@@ -43,7 +43,7 @@ panels::ColumnList ReadColumns() {
         });
 }
 
-// Keys of columns that were removed stay in the store; the count tells that they are not to be read.
+// Keys of columns that were removed stay in the store; the count says that they are not to be read.
 void SaveColumns(const panels::ColumnList& columns) {
     const QString path = StorePath();
     const QString lock = path + ".lock";

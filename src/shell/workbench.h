@@ -11,7 +11,7 @@
 
 namespace shell {
 
-// Gives the application its names, its icon and its fixed appearance. Comes before any window.
+// Gives the application its names, its icon and its fixed appearance. To be called before any window is made.
 void Prepare(QApplication& application);
 
 // The whole program: the one machine, the one code map and the windows.

@@ -35,7 +35,7 @@ struct FilesTest : testing::Test {
         std::filesystem::remove_all(folder);
     }
 
-    // What stands in the folder, and nothing else.
+    // How many files the folder has.
     void ExpectFiles(std::ptrdiff_t count) const {
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), count);
     }
@@ -52,7 +52,7 @@ struct FilesTest : testing::Test {
     path file;
 };
 
-// Runs `work` with a limit on the size of files, as if the disk were full behind it.
+// Runs `work` with a limit on the size of files, as if the disk were full beyond it.
 template <class Work>
 void WithRoomFor(rlim_t bytes, Work work) {
     rlimit before{};

@@ -70,7 +70,7 @@ protected:
     CommandsTest() { qputenv("PATH", ""); }
     ~CommandsTest() override { qputenv("PATH", path); }
 
-    // A program that has a file; by its name Qt would see a place for a mark of its own in the title.
+    // A program that has a file; Qt would take its name for a placeholder of its own in the title.
     void StartWithFile() {
         Start();
         QFile::remove(folder.filePath("[*].asm"));
@@ -97,8 +97,8 @@ protected:
         exits = 0;
     }
 
-    // What can be seen of the window and the machine, a fact each. The last two tell what the window has caught up
-    // with.
+    // What can be seen of the window and the machine, one fact each. The last two say what the window has been
+    // refreshed with.
     QStringList Look() {
         QStringList titles;
         for (const QWidget* widget : QApplication::topLevelWidgets())

@@ -53,14 +53,14 @@ protected:
     QString Register(const QString& name) { return Find<QLineEdit>("txt" + name).text(); }
     void Click(const QString& name) { QTest::mouseClick(&Button(name), Qt::LeftButton); }
 
-    // What the enabled buttons tell.
+    // What the enabled buttons show.
     execution::CommandState State() {
         if (Button("cmdHalt").isEnabled()) return execution::CommandState::Running;
         return Button("cmdRun").isEnabled() ? execution::CommandState::ProgramAssembled
                                             : execution::CommandState::NoProgram;
     }
 
-    // Comes once, from inside the next run.
+    // Acts once, from inside the next run.
     static void DuringTheRun(std::function<void()> action) { QTimer::singleShot(0, std::move(action)); }
 
     std::unique_ptr<Workbench> workbench;
