@@ -5,30 +5,30 @@
 
 #include "bounds.h"
 #include "core_programs.h"
-#include "support/bench.h"
+#include "support/test_rig.h"
 
 namespace {
 
-using support::Bench;
+using support::TestRig;
 
 // From the program's start to its end, one instruction at a time.
-std::int64_t CountInstructions(Bench& bench) {
+std::int64_t CountInstructions(TestRig& rig) {
     std::int64_t count = 0;
     do {
-        bench.machine.ExecuteInstruction();
+        rig.machine.ExecuteInstruction();
         ++count;
-    } while (!bench.machine.Halted && bench.codeMap.LineAt(bench.machine.PC) != 0);
-    bench.machine.Halted = false;
-    m8085::SetToProgramStart(bench.machine);
+    } while (!rig.machine.Halted && rig.codeMap.LineAt(rig.machine.PC) != 0);
+    rig.machine.Halted = false;
+    m8085::SetToProgramStart(rig.machine);
     return count;
 }
 
 // The Run command itself, over a window that shows nothing.
 void RunAtFullSpeed(benchmark::State& state, std::u16string_view source) {
-    Bench bench;
-    if (!bench.Assemble(source).Succeeded) return state.SkipWithError("the program does not assemble");
-    const std::int64_t instructions = CountInstructions(bench);
-    execution::RunControl control(bench.machine, bench.codeMap, support::SilentView());
+    TestRig rig;
+    if (!rig.Assemble(source).Succeeded) return state.SkipWithError("the program does not assemble");
+    const std::int64_t instructions = CountInstructions(rig);
+    execution::RunControl control(rig.machine, rig.codeMap, support::SilentView());
     for (auto _ : state) control.RunProgram();
     BoundItemsPerSecond(state, static_cast<double>(instructions * state.iterations()), 550e6);
 }
@@ -63,9 +63,9 @@ std::u16string LongestProgram() {
 
 void AssemblyOfTheLongestProgram(benchmark::State& state) {
     const std::u16string text = LongestProgram();
-    Bench bench;
+    TestRig rig;
     for (auto _ : state)
-        if (!bench.Assemble(text).Succeeded) state.SkipWithError("the program does not assemble");
+        if (!rig.Assemble(text).Succeeded) state.SkipWithError("the program does not assemble");
     BoundMilliseconds(state, 20);
 }
 BENCHMARK(AssemblyOfTheLongestProgram)->Unit(benchmark::kMillisecond);

@@ -5,22 +5,22 @@
 #include <string_view>
 
 #include "core_programs.h"
-#include "support/bench.h"
+#include "support/test_rig.h"
 
 int main(int argc, char** argv) {
     if (argc != 3) return EXIT_FAILURE;
     const bool delay = std::string_view(argv[1]) == "delay";
     long instructionsLeft = std::atol(argv[2]);
 
-    support::Bench bench;
-    if (!bench.Assemble(delay ? bench::DelayLoop : bench::MixedProgram).Succeeded) return EXIT_FAILURE;
+    support::TestRig rig;
+    if (!rig.Assemble(delay ? bench::DelayLoop : bench::MixedProgram).Succeeded) return EXIT_FAILURE;
     execution::RunControl* running = nullptr;
     execution::RunView view = support::SilentView();
     view.Yield = [&] {
         instructionsLeft -= execution::RunControl::DefaultSliceLength;
         if (instructionsLeft <= 0) running->Stop();
     };
-    execution::RunControl control(bench.machine, bench.codeMap, view);
+    execution::RunControl control(rig.machine, rig.codeMap, view);
     running = &control;
     control.RunProgram();
     return instructionsLeft <= 0 ? EXIT_SUCCESS : EXIT_FAILURE;

@@ -7,7 +7,7 @@
 #include "aids/delay_designer.h"
 #include "assembler/instruction_table.h"
 #include "platform/modal.h"
-#include "support/bench.h"
+#include "support/test_rig.h"
 
 namespace aids {
 
@@ -50,7 +50,7 @@ protected:
 };
 
 TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) {
-    const auto bench = std::make_unique<support::Bench>();
+    const auto rig = std::make_unique<support::TestRig>();
     for (int row = 0; row < assembler::InstructionRows; ++row) {
         const int anchor = assembler::FirstAnchor + row * assembler::InstructionRowLength;
         const auto text = [](std::string_view word) { return QString::fromStdString(std::string(word)); };
@@ -66,8 +66,8 @@ TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) 
         if (!first.isEmpty()) line += isBranch ? "loop" : Enter(first);
         if (!second.isEmpty()) line += ',' + Enter(second);
         ASSERT_EQ(txtCode.Text(), (line + "\r\n").toStdU16String());
-        ASSERT_TRUE(bench->Assemble(txtCode.Text() + u"loop:").Succeeded) << qPrintable(line);
-        ASSERT_EQ(bench->machine.Memory[0x8000], assembler::OpcodeAt(anchor)) << qPrintable(line);
+        ASSERT_TRUE(rig->Assemble(txtCode.Text() + u"loop:").Succeeded) << qPrintable(line);
+        ASSERT_EQ(rig->machine.Memory[0x8000], assembler::OpcodeAt(anchor)) << qPrintable(line);
     }
 }
 

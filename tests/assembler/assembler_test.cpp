@@ -10,11 +10,11 @@
 
 #include "assembler/explanation.h"
 #include "assembler/instruction_table.h"
-#include "support/bench.h"
+#include "support/test_rig.h"
 
 namespace assembler {
 
-using support::Bench;
+using support::TestRig;
 
 namespace {
 
@@ -27,9 +27,9 @@ std::string Narrow(std::u16string_view text) {
 }
 
 // The bytes from 8000 up to the last that is not zero.
-Bytes Program(const Bench& bench) {
-    Bytes bytes(bench.machine.Memory.begin() + m8085::ProgramOrigin,
-                bench.machine.Memory.begin() + m8085::ProgramOrigin + 16);
+Bytes Program(const TestRig& rig) {
+    Bytes bytes(rig.machine.Memory.begin() + m8085::ProgramOrigin,
+                rig.machine.Memory.begin() + m8085::ProgramOrigin + 16);
     while (!bytes.empty() && bytes.back() == 0) bytes.pop_back();
     return bytes;
 }
@@ -88,10 +88,10 @@ TEST(Assembler, EveryInstructionGetsItsOwnOpcode) {
             source.replace(byte, 2, "5A");
             expected.push_back(0x5A);
         }
-        Bench bench;
-        EXPECT_TRUE(bench.Assemble(std::u16string(source.begin(), source.end())).Succeeded) << source;
+        TestRig rig;
+        EXPECT_TRUE(rig.Assemble(std::u16string(source.begin(), source.end())).Succeeded) << source;
         if (opcode == 0) expected.clear();  // a NOP is a zero
-        EXPECT_EQ(Program(bench), expected) << source;
+        EXPECT_EQ(Program(rig), expected) << source;
     }
 }
 
@@ -133,12 +133,12 @@ TEST(Assembler, SourceFormat) {
         {std::u16string(LongestPreparedText - 1, u' '), {}},
     };
     for (const auto& [source, bytes] : sources) {
-        Bench bench;
-        bench.machine.Halted = true;
-        const Assembly assembly = bench.Assemble(source);
+        TestRig rig;
+        rig.machine.Halted = true;
+        const Assembly assembly = rig.Assemble(source);
         EXPECT_TRUE(assembly.Succeeded) << Narrow(source) << ": " << Narrow(assembly.AsmErrorText);
-        EXPECT_EQ(Program(bench), bytes) << Narrow(source);
-        EXPECT_FALSE(bench.machine.Halted);
+        EXPECT_EQ(Program(rig), bytes) << Narrow(source);
+        EXPECT_FALSE(rig.machine.Halted);
     }
 }
 
@@ -182,14 +182,14 @@ TEST(Assembler, FailuresTellTextAndLineAndKeepWhatWasWritten) {
     };
     for (const auto& [source, text, line, left] : failures) {
         SCOPED_TRACE(Narrow(source));
-        Bench bench;
-        bench.machine.Halted = true;
-        const Assembly assembly = bench.Assemble(source);
+        TestRig rig;
+        rig.machine.Halted = true;
+        const Assembly assembly = rig.Assemble(source);
         EXPECT_FALSE(assembly.Succeeded);
         EXPECT_EQ(assembly.AsmErrorText, text) << Narrow(assembly.AsmErrorText);
         EXPECT_EQ(assembly.AsmErrorLine, line);
-        EXPECT_EQ(Program(bench), left);
-        EXPECT_TRUE(bench.machine.Halted);
+        EXPECT_EQ(Program(rig), left);
+        EXPECT_TRUE(rig.machine.Halted);
     }
 }
 
@@ -260,20 +260,20 @@ TEST(Assembler, NotesTellTheCauseOfAFailure) {
              "a final H"},
     };
     for (const auto& [source, expected] : lines) {
-        Bench bench;
+        TestRig rig;
         const PreparedProgram program = PrepareProgram(source);
-        const Assembly assembly = AssembleProgram(program.Text, bench.machine, bench.codeMap);
+        const Assembly assembly = AssembleProgram(program.Text, rig.machine, rig.codeMap);
         const std::string line = std::to_string(program.SourceLine(assembly.FaultLine));
         EXPECT_EQ(line + ": " + Narrow(ExplainFailure(program, assembly)), expected) << Narrow(source.substr(0, 80));
     }
 }
 
 TEST(Assembler, NotesLinesAndLabels) {
-    Bench bench;
-    const Assembly assembly = bench.Assemble(u"; count down\r\nMVI A,5\r\nLOOP:\r\nDCR A\r\nJNZ LOOP\r\nHLT");
-    EXPECT_EQ(Program(bench), (Bytes{0x3E, 5, 0x3D, 0xC2, 2, 0x80, 0x76}));
+    TestRig rig;
+    const Assembly assembly = rig.Assemble(u"; count down\r\nMVI A,5\r\nLOOP:\r\nDCR A\r\nJNZ LOOP\r\nHLT");
+    EXPECT_EQ(Program(rig), (Bytes{0x3E, 5, 0x3D, 0xC2, 2, 0x80, 0x76}));
     const int lines[] = {2, 0, 4, 5, 0, 0, 6, 0};
-    for (int i = 0; i < 8; ++i) EXPECT_EQ(bench.codeMap.LineAt(m8085::ProgramOrigin + i), lines[i]);
+    for (int i = 0; i < 8; ++i) EXPECT_EQ(rig.codeMap.LineAt(m8085::ProgramOrigin + i), lines[i]);
     ASSERT_EQ(assembly.Labels.LabelCount(), 2);
     EXPECT_EQ(assembly.Labels[0].Name, u"LOOP");
     EXPECT_EQ(assembly.Labels[0].Address, 0x8002);
@@ -282,12 +282,12 @@ TEST(Assembler, NotesLinesAndLabels) {
     EXPECT_EQ(assembly.Labels[1].Kind, LabelKind::Reference);
     EXPECT_EQ(assembly.Labels[1].Line, 5);
 
-    bench.Assemble(u"\r\n\r\nMVI A,6");
-    EXPECT_EQ(Program(bench), (Bytes{0x3E, 6, 0x3D, 0xC2, 2, 0x80, 0x76})) << "nothing clears what lies behind";
-    EXPECT_EQ(bench.codeMap.LineAt(0x8000), 3);
-    EXPECT_EQ(bench.codeMap.LineAt(0x8006), 6);
-    bench.Assemble(u"NOP\r\nTOOLONG");
-    EXPECT_EQ(bench.codeMap.LineAt(0x8001), 2) << "the failing line is noted";
+    rig.Assemble(u"\r\n\r\nMVI A,6");
+    EXPECT_EQ(Program(rig), (Bytes{0x3E, 6, 0x3D, 0xC2, 2, 0x80, 0x76})) << "nothing clears what lies behind";
+    EXPECT_EQ(rig.codeMap.LineAt(0x8000), 3);
+    EXPECT_EQ(rig.codeMap.LineAt(0x8006), 6);
+    rig.Assemble(u"NOP\r\nTOOLONG");
+    EXPECT_EQ(rig.codeMap.LineAt(0x8001), 2) << "the failing line is noted";
 }
 
 }  // namespace assembler

@@ -7,7 +7,7 @@
 
 #include "assembler/disassembly.h"
 #include "assembler/instruction_table.h"
-#include "support/bench.h"
+#include "support/test_rig.h"
 
 namespace assembler {
 
@@ -49,13 +49,13 @@ TEST(Disassembly, AssemblesToTheSameBytes) {
         const auto code = static_cast<std::uint8_t>(opcode);
         const std::string line = text({code, 0xA5, 0x0C});
         EXPECT_EQ(line.empty(), AnchorOf(code) == NoAnchor);
-        support::Bench bench;
-        bench.Assemble(std::u16string(line.begin(), line.end()) + u"\r\nhlt\r\n0ca5:");
+        support::TestRig rig;
+        rig.Assemble(std::u16string(line.begin(), line.end()) + u"\r\nhlt\r\n0ca5:");
         const auto length = static_cast<std::size_t>(InstructionLength(code));
         if (line.empty() || TakesLabel(AnchorOf(code))) continue;
-        EXPECT_EQ(bench.machine.Memory[0x8000], code) << line;
-        EXPECT_EQ(bench.machine.Memory[0x8000 + length], 0x76) << line;
-        EXPECT_EQ(bench.machine.Memory[0x8000 + length - 1],
+        EXPECT_EQ(rig.machine.Memory[0x8000], code) << line;
+        EXPECT_EQ(rig.machine.Memory[0x8000 + length], 0x76) << line;
+        EXPECT_EQ(rig.machine.Memory[0x8000 + length - 1],
                   (std::array{code, std::uint8_t{0xA5}, std::uint8_t{0x0C}}[length - 1]));
     }
 }

@@ -7,7 +7,7 @@
 
 #include "assembler/disassembly.h"
 #include "assembler/instruction_table.h"
-#include "support/bench.h"
+#include "support/test_rig.h"
 
 namespace assembler {
 
@@ -16,10 +16,10 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 Bytes Assembled(const std::string& text) {
-    const auto bench = std::make_unique<support::Bench>();
-    const Assembly assembly = bench->Assemble(std::u16string(text.begin(), text.end()));
+    const auto rig = std::make_unique<support::TestRig>();
+    const Assembly assembly = rig->Assemble(std::u16string(text.begin(), text.end()));
     EXPECT_TRUE(assembly.Succeeded) << text;
-    const auto origin = bench->machine.Memory.begin() + m8085::ProgramOrigin;
+    const auto origin = rig->machine.Memory.begin() + m8085::ProgramOrigin;
     return {origin, origin + (assembly.End - m8085::ProgramOrigin)};
 }
 

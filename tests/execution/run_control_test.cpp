@@ -7,14 +7,14 @@
 #include <limits>
 #include <utility>
 
-#include "support/bench.h"
+#include "support/test_rig.h"
 
 namespace execution {
 
 class RunControlTest : public ::testing::Test {
 protected:
     void Load(std::u16string_view source) {
-        ASSERT_TRUE(bench.Assemble(source).Succeeded);
+        ASSERT_TRUE(rig.Assemble(source).Succeeded);
         control.SetAssembled(true);
     }
 
@@ -43,15 +43,15 @@ protected:
         return view;
     }
 
-    support::Bench bench;
-    m8085::MachineState& machine = bench.machine;
+    support::TestRig rig;
+    m8085::MachineState& machine = rig.machine;
     std::string told;
     int line = 0;  // selected
     int yields = 0;
     m8085::Changes marked;
     std::optional<std::int32_t> next;
     std::function<void()> onYield;
-    RunControl control{bench.machine, bench.codeMap, View()};
+    RunControl control{rig.machine, rig.codeMap, View()};
 };
 
 namespace {
@@ -74,7 +74,7 @@ TEST_F(RunControlTest, RunEndsAtAnAddressWithoutSourceLine) {
     EXPECT_EQ(Run(), EndOf("1.3", "4"));  // nothing was ever assembled
     Load(u"LXI H,9000\r\nPCHL");
     EXPECT_EQ(Run(), EndOf("5.2", "16"));
-    bench = {};
+    rig = {};
     Load(u"MVI A,5");
     EXPECT_EQ(Run(), EndOf("2.275", "7"));
     Load(u"MVI A,5\r\nMVI B,6");

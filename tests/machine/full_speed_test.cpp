@@ -6,8 +6,8 @@
 #include <limits>
 
 #include "support/allocation_count.h"
-#include "support/bench.h"
 #include "support/machine_support.h"
+#include "support/test_rig.h"
 
 namespace m8085 {
 
@@ -17,47 +17,47 @@ TEST(FullSpeed, ASliceEndsAtAnAddressWithNoLineAndKeepsTheLimitOfTStates) {
     for (const int lines : {0, 1, 7, 999, 1000, 1001, 2500})
         for (const int length : {1, 7, 1000, 1001, 3000})
             for (const std::int64_t tStates : {std::int64_t{0}, most - 30, most - 4001}) {
-                support::Bench bench;  // whose memory is full of NOPs
-                bench.machine.TStates = static_cast<std::int32_t>(tStates);
-                for (int address = 0; address < lines; ++address) bench.codeMap.SetLine(address, 1);
-                ExecuteSlice(bench.machine, bench.codeMap, length);
+                support::TestRig rig;  // whose memory is full of NOPs
+                rig.machine.TStates = static_cast<std::int32_t>(tStates);
+                for (int address = 0; address < lines; ++address) rig.codeMap.SetLine(address, 1);
+                ExecuteSlice(rig.machine, rig.codeMap, length);
                 const int executed = std::max(1, std::min(lines, length));
-                EXPECT_EQ(bench.machine.PC, executed) << lines << " lines, a slice of " << length;
-                EXPECT_EQ(bench.machine.TStates, std::min(tStates + 4 * executed, most));
+                EXPECT_EQ(rig.machine.PC, executed) << lines << " lines, a slice of " << length;
+                EXPECT_EQ(rig.machine.TStates, std::min(tStates + 4 * executed, most));
             }
 }
 
 TEST(FullSpeed, PCAndSPAreKeptWhereMemoryEnds) {
-    support::Bench bench;
-    MachineState& machine = bench.machine;
-    for (std::int32_t address = 0xFFF0; address < MemorySize; ++address) bench.codeMap.SetLine(address, 1);
+    support::TestRig rig;
+    MachineState& machine = rig.machine;
+    for (std::int32_t address = 0xFFF0; address < MemorySize; ++address) rig.codeMap.SetLine(address, 1);
     machine.Memory[0xFFFC] = 0xC1;  // POP BC; NOP
     machine.PC = 0xFFFC;
     machine.SP = 0xFFFE;
-    ExecuteSlice(machine, bench.codeMap, 100);
+    ExecuteSlice(machine, rig.codeMap, 100);
     EXPECT_EQ(machine.PC, 0xFFFE);
     EXPECT_EQ(machine.SP, 0x10000);
 
     machine.Memory[0xFFFD] = 0x01;  // LXI BC
     machine.PC = 0xFFFD;
-    ExecuteSlice(machine, bench.codeMap, 100);
+    ExecuteSlice(machine, rig.codeMap, 100);
     EXPECT_EQ(machine.PC, 0x10000);
     EXPECT_EQ(machine.TStates, 24);
     EXPECT_EQ(machine.Refused.Reason, Limit::None);
-    ExecuteSlice(machine, bench.codeMap, 100);
+    ExecuteSlice(machine, rig.codeMap, 100);
     EXPECT_TRUE((machine.Refused == Refusal{Limit::Fetch, 0x10000, 0, 0x10000}));
 }
 
 TEST(FullSpeed, ARunAllocatesNothing) {
-    support::Bench bench;
-    ASSERT_TRUE(bench.Assemble(u"loop:\r\ninr m\r\npush h\r\npop h\r\njmp loop").Succeeded);
+    support::TestRig rig;
+    ASSERT_TRUE(rig.Assemble(u"loop:\r\ninr m\r\npush h\r\npop h\r\njmp loop").Succeeded);
     execution::RunControl* running = nullptr;
     int yields = 0;
     execution::RunView view = support::SilentView();
     view.Yield = [&] {
         if (++yields == 3) running->Stop();
     };
-    execution::RunControl control(bench.machine, bench.codeMap, view);
+    execution::RunControl control(rig.machine, rig.codeMap, view);
     running = &control;
     const int before = support::Allocations;
     control.RunProgram();

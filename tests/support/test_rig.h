@@ -12,7 +12,7 @@
 namespace support {
 
 // A machine and a code map, as the whole program has them.
-struct Bench {
+struct TestRig {
     m8085::MachineState machine;
     m8085::CodeMap codeMap;
 
