@@ -10,6 +10,7 @@
 #include "console/interruption.h"
 #include "console/text.h"
 #include "console/trace.h"
+#include "editor/plain_source.h"
 #include "editor/program_file.h"
 #include "execution/messages.h"
 #include "machine/full_speed.h"
@@ -110,9 +111,11 @@ std::unique_ptr<Simulation> Unreadable(std::string name, std::string reason) {
 }
 
 std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file) {
+    const editor::ProgramFile decoded = editor::DecodeProgramFile(file);
+    if (!decoded.Problem.empty()) return Unreadable(std::move(name), decoded.Problem);
+    const std::u16string source = editor::PlainSource(decoded.Text);
     auto simulation = std::make_unique<Simulation>();
     simulation->Name = std::move(name);
-    const std::u16string source = editor::DecodeProgramFile(file).Text;
     simulation->SourceLines = LinesOf(source);
     simulation->Program = assembler::PrepareProgram(source);
     const assembler::PreparedProgram& program = simulation->Program;

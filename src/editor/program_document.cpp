@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <optional>
 
+#include "editor/plain_source.h"
 #include "editor/program_highlighter.h"
 #include "files/file_reader.h"
 #include "files/file_writer.h"
@@ -15,11 +16,19 @@ namespace {
 
 const QString untitled = QStringLiteral("Untitled");
 
+// Nothing, without a word, for a file that cannot be read for another reason than its content.
 std::optional<ProgramFile> ReadProgramFile(const QString& path) {
-    const files::Content file = files::ReadFile(QFileInfo(path).filesystemFilePath(), LargestProgramFile);
+    files::Content file = files::ReadFile(QFileInfo(path).filesystemFilePath(), LargestProgramFile);
+    if (file.IsTooLarge) return ProgramFile{{}, {}, std::move(file.Problem)};
     if (!file.Problem.empty()) return std::nullopt;
     ProgramFile program = DecodeProgramFile(file.Bytes);
-    if (!LinesAreShortEnough(program.Text)) return std::nullopt;
+    // It is going to be written with CR LF.
+    program.Text = QString::fromStdU16String(program.Text)
+                       .replace("\r\n", "\n")
+                       .replace('\r', '\n')
+                       .replace('\n', "\r\n")
+                       .toStdU16String();
+    if (program.Problem.empty()) program.Problem = FindExcess(program.Text, program.ReadAs).value_or("");
     return program;
 }
 
@@ -29,6 +38,14 @@ ProgramDocument::ProgramDocument(QWidget* parent)
     : QObject(parent), txtCode_(new platform::ProgramText(parent)), ProgramFileName(untitled) {
     // The first pass over the empty text comes before anyone listens: to Qt it is a change.
     (new ProgramHighlighter(txtCode_->document()))->rehighlight();
+    constexpr std::size_t mostBytesOfACharacter = 3;
+    txtCode_->SetRules(
+        {.Plain = PlainSource,
+         .LongestLine = static_cast<int>(LongestLine),
+         .SafeLength = static_cast<int>(LargestProgramFile / mostBytesOfACharacter),
+         .IsTooLong = [this](std::u16string_view text) { return FindExcess(text, encoding_).has_value(); }});
+    connect(
+        txtCode_, &platform::ProgramText::Refused, this, [this] { ShowRefusal(); }, Qt::QueuedConnection);
     connect(txtCode_, &platform::ProgramText::TextChanged, this, &ProgramDocument::txtCode_Change);
     // The program that the file was dragged from waits until the drop is done, and must not wait for an answer.
     connect(txtCode_, &platform::ProgramText::FileDropped, this, &ProgramDocument::OpenDropped, Qt::QueuedConnection);
@@ -66,12 +83,25 @@ void ProgramDocument::OpenDropped(const QString& path) {
 void ProgramDocument::Open(const QString& path) {
     const auto file = ReadProgramFile(path);
     if (!file) return;
+    if (!file->Problem.empty()) {
+        platform::ShowMessage(*txtCode_, path + " cannot be opened. " + QString::fromStdString(file->Problem),
+                              QMessageBox::Information);
+        return;
+    }
     txtCode_->SetText(file->Text);
     encoding_ = file->ReadAs;
     ProgramFileName = path;
     ProgramChanged = false;
     WriteFileName();
     emit Replaced();
+}
+
+void ProgramDocument::ShowRefusal() {
+    platform::ShowMessage(
+        *txtCode_,
+        "The text would become too long for a file that can be opened again: a line has at most 32767 "
+        "characters, and a file 1 MB. Nothing has been changed.",
+        QMessageBox::Information);
 }
 
 void ProgramDocument::mnuSave_Click() {

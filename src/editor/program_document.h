@@ -12,7 +12,8 @@ namespace editor {
 // The one program text that is open: its file, its changed mark, and the commands of the File and Edit menus that act
 // on it.
 //
-// A command that fails, or whose dialog is cancelled, ends without a message.
+// A command that fails, or whose dialog is cancelled, ends without a message; but Open says why it refuses a file that
+// can be read.
 class ProgramDocument : public QObject {
     Q_OBJECT
 
@@ -47,6 +48,7 @@ signals:
 private:
     void OpenDropped(const QString& path);
     void Open(const QString& path);
+    void ShowRefusal();
     void txtCode_Change();
     void WriteFileName();
     void WriteProgramFile();

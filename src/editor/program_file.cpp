@@ -113,13 +113,41 @@ std::optional<std::string> ToWindows1252(std::u16string_view text) {
     return bytes;
 }
 
+// Where a byte is left over, it is no text.
+std::u16string FromUtf16(std::string_view bytes, bool bigEndian) {
+    std::u16string text;
+    text.reserve(bytes.size() / 2);
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        const auto first = static_cast<unsigned char>(bytes[i]);
+        const auto second = static_cast<unsigned char>(bytes[i + 1]);
+        text += static_cast<char16_t>(bigEndian ? first << 8 | second : second << 8 | first);
+    }
+    if (bytes.size() % 2 != 0) text += u'\0';
+    return text;
+}
+
+ProgramFile Decode(std::string_view bytes) {
+    for (const bool bigEndian : {false, true})
+        if (bytes.starts_with(bigEndian ? "\xFE\xFF" : "\xFF\xFE"))
+            return {FromUtf16(bytes.substr(2), bigEndian), Encoding::Utf8, {}};
+    std::string_view unmarked = bytes;
+    if (unmarked.starts_with(byteOrderMark)) unmarked.remove_prefix(byteOrderMark.size());
+    if (auto text = FromUtf8(unmarked)) return {std::move(*text), Encoding::Utf8, {}};
+    return {FromWindows1252(bytes), Encoding::Windows1252, {}};
+}
+
+bool IsForeignControl(char16_t character) {
+    return (character < u' ' && (character < u'\t' || character > u'\r')) || character == u'\x7F';
+}
+
 }  // namespace
 
 ProgramFile DecodeProgramFile(std::string_view bytes) {
-    std::string_view unmarked = bytes;
-    if (unmarked.starts_with(byteOrderMark)) unmarked.remove_prefix(byteOrderMark.size());
-    if (auto text = FromUtf8(unmarked)) return {std::move(*text), Encoding::Utf8};
-    return {FromWindows1252(bytes), Encoding::Windows1252};
+    ProgramFile file = Decode(bytes);
+    if (file.Text.ends_with(u'\x1A')) file.Text.pop_back();
+    if (bytes.starts_with("{\\rtf") || std::ranges::any_of(file.Text, IsForeignControl))
+        file.Problem = "It is not a text file.";
+    return file;
 }
 
 bool LinesAreShortEnough(std::u16string_view text) {
@@ -129,6 +157,14 @@ bool LinesAreShortEnough(std::u16string_view text) {
         start = end + 1;
     }
     return true;
+}
+
+std::optional<std::string> FindExcess(std::u16string_view text, Encoding encoding) {
+    if (!LinesAreShortEnough(text)) return "It has a line of more than " + std::to_string(LongestLine) + " characters.";
+    constexpr std::size_t mostBytesOfACharacter = 3;
+    if (text.size() <= LargestProgramFile / mostBytesOfACharacter) return std::nullopt;
+    if (EncodeProgramFile(text, encoding).Bytes.size() <= LargestProgramFile) return std::nullopt;
+    return "It has more than " + std::to_string(LargestProgramFile) + " bytes.";
 }
 
 EncodedProgram EncodeProgramFile(std::u16string_view text, Encoding encoding) {

@@ -22,20 +22,20 @@ Content ReadStream(std::istream& stream, std::size_t largest) {
         stream.read(block.data(), static_cast<std::streamsize>(wanted));
         content.Bytes.append(block.data(), static_cast<std::size_t>(stream.gcount()));
     }
-    if (content.Bytes.size() > largest) return {{}, "It has more than " + std::to_string(largest) + " bytes."};
-    if (!stream.eof()) return {{}, "It could not be read to its end."};
+    if (content.Bytes.size() > largest) return {{}, "It has more than " + std::to_string(largest) + " bytes.", true};
+    if (!stream.eof()) return {{}, "It could not be read to its end.", false};
     return content;
 }
 
 Content ReadFile(const std::filesystem::path& path, std::size_t largest) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (error) return {{}, error.message()};
-    if (is_directory(status)) return {{}, "It is a folder."};
-    if (!is_regular_file(status)) return {{}, "It is not an ordinary file."};
+    if (error) return {{}, error.message(), false};
+    if (is_directory(status)) return {{}, "It is a folder.", false};
+    if (!is_regular_file(status)) return {{}, "It is not an ordinary file.", false};
     errno = 0;
     std::ifstream file(path, std::ios::binary);
-    if (!file) return {{}, std::generic_category().message(errno)};
+    if (!file) return {{}, std::generic_category().message(errno), false};
     return ReadStream(file, largest);
 }
 

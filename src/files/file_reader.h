@@ -16,6 +16,7 @@ bool IsFileOrNothing(const std::filesystem::path& path);
 struct Content {
     std::string Bytes;
     std::string Problem;  // why the file could not be read, in words; empty on success
+    bool IsTooLarge = false;
 };
 
 // Reads a whole regular file. Folders, devices and pipes are refused, since reading them might never end, and so is a

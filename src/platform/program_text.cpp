@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QDrag>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QUrl>
@@ -17,46 +19,42 @@ namespace platform {
 
 namespace {
 
-// The document's raw text ends its lines in paragraph separators.
-std::u16string WithLineEnds(const QString& raw) {
+// The document keeps three characters for itself, as separators of its parts. In it others stand for them, which no
+// text has: halves of surrogate pairs.
+constexpr std::pair<char16_t, char16_t> standIns[] = {{u'\u2029', 0xDC29}, {u'\uFDD0', 0xDCD0}, {u'\uFDD1', 0xDCD1}};
+
+// A stretch of the document's raw text, which ends its lines in paragraph separators.
+std::u16string FromDocumentText(QStringView raw, std::u16string_view lineEnd) {
     std::u16string text;
     text.reserve(static_cast<std::size_t>(raw.size()) + static_cast<std::size_t>(raw.size() / 8));
     for (const QChar character : raw) {
-        if (character == QChar::ParagraphSeparator)
-            text += u"\r\n";
-        else
-            text += character.unicode();
+        if (character == QChar::ParagraphSeparator) {
+            text += lineEnd;
+            continue;
+        }
+        text += character.unicode();
+        if (!character.isLowSurrogate()) continue;
+        for (const auto& [own, standIn] : standIns)
+            if (character == standIn) text.back() = own;
     }
     return text;
 }
 
-// The characters that the document keeps for itself, as separators of its parts, become the replacement character.
 QString ToDocumentText(std::u16string_view text) {
     QString characters = QStringView(text).toString();
     for (QChar& character : characters)
-        if (character == QChar::ParagraphSeparator || character == u'\uFDD0' || character == u'\uFDD1')
-            character = QChar::ReplacementCharacter;
-    return characters;
-}
-
-// Plain text of other programs. What the assembler knows no more than the eye can see is made a blank or a line end.
-std::u16string FromPlainText(const QString& text) {
-    std::u16string characters = text.toStdU16String();
-    for (char16_t& character : characters) {
-        const bool noBreakSpace = character == u'\u00A0' || character == u'\u2007' || character == u'\u202F';
-        const bool lineEnd = character == u'\u2028' || character == u'\u2029';
-        if (noBreakSpace) character = u' ';
-        if (lineEnd) character = u'\n';
-    }
+        for (const auto& [own, standIn] : standIns)
+            if (character == own) character = standIn;
     return characters;
 }
 
 QString DroppedFile(const QDropEvent& event) {
     const QList<QUrl> files = event.mimeData()->urls();
-    return files.size() == 1 ? files.front().toLocalFile() : QString();
+    const QString file = files.size() == 1 ? files.front().toLocalFile() : QString();
+    return QFileInfo(file).isFile() ? file : QString();
 }
 
-// True if files are dragged and not text. Only one is accepted, and it stays where it is.
+// True if files are dragged and not text. Only one is accepted, which is not a folder, and it stays where it is.
 bool AnswerFiles(QDropEvent& event) {
     if (!event.mimeData()->hasUrls()) return false;
     event.setDropAction(Qt::CopyAction);
@@ -74,12 +72,13 @@ ProgramText::ProgramText(QWidget* parent) : QPlainTextEdit(parent) {
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setTabStopDistance(8 * fontMetrics().horizontalAdvance(' '));
-    connect(this, &QPlainTextEdit::textChanged, this, &ProgramText::TextChanged);
+    connect(document(), &QTextDocument::contentsChange, this, &ProgramText::NoteChange);
+    connect(this, &QPlainTextEdit::textChanged, this, &ProgramText::FinishChange);
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { selectionIsForTheEye_ = false; });
 }
 
 std::u16string ProgramText::Text() const {
-    return WithLineEnds(document()->toRawText());
+    return FromDocumentText(document()->toRawText(), u"\r\n");
 }
 
 int ProgramText::Length() const {
@@ -87,7 +86,7 @@ int ProgramText::Length() const {
 }
 
 void ProgramText::SetText(std::u16string_view text) {
-    setPlainText(ToDocumentText(text));
+    setPlainText(ToDocumentText(rules_.Plain ? rules_.Plain(text) : text));
     inserted_ = 0;
 }
 
@@ -110,16 +109,124 @@ void ProgramText::SetSelectionLength(int characters) {
 }
 
 std::u16string ProgramText::SelectedText() const {
-    return WithLineEnds(textCursor().selectedText());
+    return FromDocumentText(textCursor().selectedText(), u"\r\n");
 }
 
 void ProgramText::ReplaceSelection(std::u16string_view text) {
     if (text.empty() && !textCursor().hasSelection()) return;
-    BeginStep();
-    QTextCursor cursor = textCursor();
-    cursor.insertText(ToDocumentText(text));
+    Change(text.size(), [this, text] {
+        BeginStep();
+        QTextCursor cursor = textCursor();
+        cursor.insertText(ToDocumentText(PlainAt(cursor.selectionStart(), text)));
+        setTextCursor(cursor);
+        EndStep(text.size());
+    });
+}
+
+// What the text becomes behind what stands before it on its line: a long one is faster made plain before it is there.
+std::u16string ProgramText::PlainAt(int position, std::u16string_view text) const {
+    if (!rules_.Plain) return std::u16string(text);
+    const QTextBlock block = document()->findBlock(position);
+    std::u16string before = FromDocumentText(block.text().left(position - block.position()), {});
+    return rules_.Plain(before + std::u16string(text)).substr(rules_.Plain(before).size());
+}
+
+void ProgramText::NoteChange(int position, int, int added) {
+    firstChanged_ = std::min(firstChanged_, position);
+    endOfChanged_ = std::max(endOfChanged_, position + added);
+}
+
+void ProgramText::FinishChange() {
+    // Undoing brings back what was there.
+    if (rules_.Plain && !document()->isRedoAvailable()) MakePlain();
+    ForgetChange();
+    emit TextChanged();
+}
+
+void ProgramText::ForgetChange() {
+    firstChanged_ = std::numeric_limits<int>::max();
+    endOfChanged_ = 0;
+}
+
+// The lines that have changed, from the last to the first. The caret stays
+// between the characters where it was.
+void ProgramText::MakePlain() {
+    const QSignalBlocker partOfTheChange(this);
+    const QTextBlock first = document()->findBlock(firstChanged_);
+    const int end = std::min(endOfChanged_, document()->characterCount() - 1);
+    for (QTextBlock block = document()->findBlock(end); block.isValid(); block = block.previous()) {
+        const std::u16string line = FromDocumentText(block.text(), {});
+        const std::u16string plain = rules_.Plain(line);
+        if (plain != line) PutInPlaceOf(block, line, plain);
+        if (block == first) return;
+    }
+}
+
+void ProgramText::PutInPlaceOf(const QTextBlock& block, std::u16string_view line, std::u16string_view plain) {
+    const auto same = static_cast<int>(std::ranges::mismatch(line, plain).in1 - line.begin());
+    const auto tail = std::min(line.size(), plain.size()) - static_cast<std::size_t>(same);
+    const auto endings =
+        std::mismatch(line.rbegin(), line.rbegin() + static_cast<std::ptrdiff_t>(tail), plain.rbegin());
+    const auto sameAtEnd = static_cast<int>(endings.first - line.rbegin());
+    const int start = block.position() + same;
+    const int end = block.position() + static_cast<int>(line.size()) - sameAtEnd;
+    const int grown = static_cast<int>(plain.size()) - static_cast<int>(line.size());
+    const auto moved = [=](int position) {
+        return position <= start ? position : std::max(start, std::max(position, end) + grown);
+    };
+    const int anchor = moved(textCursor().anchor());
+    const int caret = moved(textCursor().position());
+    QTextCursor cursor(document());
+    cursor.joinPreviousEditBlock();
+    cursor.setPosition(start);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    cursor.insertText(ToDocumentText(
+        plain.substr(static_cast<std::size_t>(same), plain.size() - static_cast<std::size_t>(same + sameAtEnd))));
+    cursor.endEditBlock();
+    cursor.setPosition(anchor);
+    cursor.setPosition(caret, QTextCursor::KeepAnchor);
     setTextCursor(cursor);
-    EndStep(text.size());
+}
+
+// Whether a change at the selection, which may also take away the line end before or behind it, has to be looked at.
+bool ProgramText::MayBecomeTooLong(std::size_t inserted) const {
+    if (!rules_.IsTooLong) return false;
+    const QTextBlock first = document()->findBlock(textCursor().selectionStart());
+    const QTextBlock last = document()->findBlock(textCursor().selectionEnd());
+    const int around = first.previous().length() + first.length() + last.length() + last.next().length();
+    constexpr int mostOfAKey = 100;
+    const auto most =
+        static_cast<int>(std::min<std::size_t>(inserted, std::numeric_limits<int>::max() / 2)) + mostOfAKey;
+    return around + most > rules_.LongestLine || Length() + most > rules_.SafeLength;
+}
+
+bool ProgramText::HasBecomeTooLong(int lengthBefore) const {
+    const int end = std::min(endOfChanged_, document()->characterCount() - 1);
+    for (QTextBlock block = document()->findBlock(firstChanged_); block.isValid() && block.position() <= end;
+         block = block.next())
+        if (block.length() - 1 > rules_.LongestLine) return true;
+    return Length() > std::max(rules_.SafeLength, lengthBefore) && rules_.IsTooLong(Text());
+}
+
+// Makes a change, or takes it back where the text has become too long. A change inside another is part of that.
+void ProgramText::Change(std::size_t inserted, const std::function<void()>& change) {
+    if (isChanging_ || !MayBecomeTooLong(inserted)) return change();
+    const QScopedValueRollback changing(isChanging_, true);
+    const int revision = document()->revision();
+    const int length = Length();
+    bool isRefused = false;
+    {
+        const QSignalBlocker notYet(this);
+        BeginStep();
+        change();
+        if (document()->revision() == revision) return;
+        isRefused = HasBecomeTooLong(length);
+        if (isRefused) undo();
+    }
+    if (!isRefused) return FinishChange();
+    document()->clearUndoRedoStacks(QTextDocument::RedoStack);
+    ForgetChange();
+    emit Refused();
 }
 
 void ProgramText::InsertAt(const std::vector<std::size_t>& positions, std::u16string_view text) {
@@ -168,10 +275,8 @@ void ProgramText::SelectLine(int line) {
 // Tab types a tab and Enter ends the line, whatever the shift state. Qt's own line separator, which Shift with
 // Enter would type, is not a line end to the program. A letter with Alt is meant for a command, and types nothing where
 // that is disabled.
-void ProgramText::keyPressEvent(QKeyEvent* event) {
-    if (IsAltCharacter(*event)) {
-        event->ignore();
-    } else if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
+void ProgramText::TypeKey(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
         insertPlainText("\t");
         ensureCursorVisible();
     } else if (event->matches(QKeySequence::InsertLineSeparator)) {
@@ -182,6 +287,21 @@ void ProgramText::keyPressEvent(QKeyEvent* event) {
     } else {
         QPlainTextEdit::keyPressEvent(event);
     }
+}
+
+void ProgramText::keyPressEvent(QKeyEvent* event) {
+    const bool mayChange = !event->text().isEmpty() || event->key() == Qt::Key_Delete;
+    if (IsAltCharacter(*event))
+        event->ignore();
+    else if (mayChange)
+        Change(0, [this, event] { TypeKey(event); });
+    else
+        TypeKey(event);
+}
+
+void ProgramText::inputMethodEvent(QInputMethodEvent* event) {
+    const auto length = static_cast<std::size_t>(event->commitString().size());
+    Change(length, [this, event] { QPlainTextEdit::inputMethodEvent(event); });
 }
 
 void ProgramText::dragEnterEvent(QDragEnterEvent* event) {
@@ -195,8 +315,11 @@ void ProgramText::dragMoveEvent(QDragMoveEvent* event) {
 // Qt makes one step of taking a text from one place and putting it to another, within which no step can begin.
 void ProgramText::dropEvent(QDropEvent* event) {
     if (!AnswerFiles(*event)) {
-        BeginStep();
-        QPlainTextEdit::dropEvent(event);
+        const auto atAnyPlace = static_cast<std::size_t>(rules_.LongestLine);
+        Change(atAnyPlace, [this, event] {
+            BeginStep();
+            QPlainTextEdit::dropEvent(event);
+        });
     } else if (event->isAccepted()) {
         emit FileDropped(DroppedFile(*event));
     }
@@ -255,7 +378,7 @@ QMimeData* ProgramText::createMimeDataFromSelection() const {
 
 // What Shift+Insert, the context menu and the mouse bring.
 void ProgramText::insertFromMimeData(const QMimeData* source) {
-    if (source->hasText()) ReplaceSelection(FromPlainText(source->text()));
+    if (source->hasText()) ReplaceSelection(source->text().toStdU16String());
 }
 
 // Qt joins a change to the step before it while the document counts as modified. What can be undone grows

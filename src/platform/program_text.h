@@ -2,11 +2,25 @@
 
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
+#include <QTextBlock>
+#include <functional>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace platform {
+
+struct TextRules {
+    // What a text that has come in becomes. It must leave alone what it returns itself, and look at each line alone.
+    std::function<std::u16string(std::u16string_view)> Plain;
+
+    // In characters. A text whose lines are not longer, and which is not longer as a whole than the safe length, is
+    // taken; a longer one if this says that it is not too long.
+    int LongestLine = std::numeric_limits<int>::max();
+    int SafeLength = std::numeric_limits<int>::max();
+    std::function<bool(std::u16string_view)> IsTooLong;
+};
 
 // The editor of the program text. To the program its lines end in CR LF: positions and lengths count from 0 and a line
 // end counts as two characters. A position inside a line end, or beyond the end of the text, is moved to the nearest
@@ -16,6 +30,9 @@ class ProgramText : public QPlainTextEdit {
 
 public:
     explicit ProgramText(QWidget* parent);
+
+    // What becomes of text that the user brings in, by whatever way.
+    void SetRules(TextRules rules) { rules_ = std::move(rules); }
 
     std::u16string Text() const;
     int Length() const;  // of Text(), without building it
@@ -48,11 +65,16 @@ signals:
     // Once for each change of the text. Colours do not count as one.
     void TextChanged();
 
-    // A file has been dropped on the editor. Several at once, and files that are not on this computer, are refused.
+    // A change would have made the text too long, and nothing has been changed.
+    void Refused();
+
+    // A file has been dropped on the editor. Several at once, folders, and files that are not on this computer, are
+    // refused.
     void FileDropped(const QString& path);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -64,6 +86,16 @@ protected:
     void insertFromMimeData(const QMimeData* source) override;
 
 private:
+    void NoteChange(int position, int removed, int added);
+    void FinishChange();
+    void ForgetChange();
+    void MakePlain();
+    void PutInPlaceOf(const QTextBlock& block, std::u16string_view line, std::u16string_view plain);
+    std::u16string PlainAt(int position, std::u16string_view text) const;
+    bool MayBecomeTooLong(std::size_t inserted) const;
+    bool HasBecomeTooLong(int lengthBefore) const;
+    void Change(std::size_t inserted, const std::function<void()>& change);
+    void TypeKey(QKeyEvent* event);
     bool IsInSelection(const QPoint& place) const;
     void DragSelection();
     void BeginStep();
@@ -72,6 +104,10 @@ private:
     int ToDocument(int position) const;
     int FromDocument(int position) const;
 
+    TextRules rules_;
+    bool isChanging_ = false;
+    int firstChanged_ = std::numeric_limits<int>::max();  // positions in the document, of a change to be finished
+    int endOfChanged_ = 0;
     bool selectionIsForTheEye_ = false;  // made by SelectLine
     std::optional<QPoint> pressInSelection_;
     QElapsedTimer sinceDoubleClick_;

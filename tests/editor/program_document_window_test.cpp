@@ -89,8 +89,17 @@ TEST_F(ProgramDocumentTest, OpensAnyLineEndsAndSavesTheSameTextInItsEncoding) {
 TEST_F(ProgramDocumentTest, AFailedOrCancelledOpenChangesNothing) {
     Write(Path("large.asm"), QByteArray(1024 * 1024 + 1, '\n'));
     Write(Path("wide.asm"), "nop\n" + QByteArray(32'768, ' '));
-    for (const char* name : {"none.asm", "large.asm", "wide.asm"}) {
+    Write(Path("grows.asm"), QByteArray(600'000, '\n'));  // with CR LF it could not be opened again
+    Write(Path("rich.asm"), "{\\rtf1 nop}");
+    EXPECT_FALSE(Drop({QUrl::fromLocalFile(folder.path())}));
+    Drop({QUrl::fromLocalFile(Path("none.asm"))});
+    for (const auto& [name, reason] : {std::pair("large.asm", "more than 1048576 bytes"),
+                                       {"wide.asm", "a line of more than 32767 characters"},
+                                       {"grows.asm", "more than 1048576 bytes"},
+                                       {"rich.asm", "not a text file"}}) {
+        const MessageAnswer told;
         Drop({QUrl::fromLocalFile(Path(name))});
+        EXPECT_TRUE(told.Text.contains(reason)) << qPrintable(told.Text);
         EXPECT_EQ(title, "Velmora - [Untitled]");
     }
     Open({});

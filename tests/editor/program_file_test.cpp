@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "editor/plain_source.h"
+
 namespace editor {
 
 TEST(ProgramFile, ValidUtf8IsReadAsSuchWithoutItsMark) {
@@ -34,6 +36,26 @@ TEST(ProgramFile, WhatWasWrittenReadsBackAsTheSameText) {
         EXPECT_EQ(DecodeProgramFile(file.Bytes).Text, text);
     }
     EXPECT_EQ(EncodeProgramFile(std::u16string(1, char16_t{0xD83D}), Encoding::Utf8).Bytes, "\xEF\xBF\xBD");
+}
+
+TEST(ProgramFile, Utf16IsReadByItsMarkAndWhatIsNotATextIsRefused) {
+    for (const std::string_view bytes :
+         {std::string_view("\xFF\xFEn\0\xE9\0", 6), std::string_view("\xFE\xFF\0n\0\xE9", 6)}) {
+        const ProgramFile file = DecodeProgramFile(bytes);
+        EXPECT_EQ(file.Text, u"n\u00E9");
+        EXPECT_EQ(file.Problem, "");
+        EXPECT_EQ(EncodeProgramFile(file.Text, file.ReadAs).Bytes, "n\xC3\xA9");
+    }
+    EXPECT_EQ(DecodeProgramFile("nop\t\v\f\r\n\x1A").Text, u"nop\t\v\f\r\n");
+    for (const std::string_view bytes :
+         {std::string_view("n\0", 2), std::string_view("\xFF\xFEn\0x", 5), std::string_view("{\\rtf1"),
+          std::string_view("a\x1A nop"), std::string_view("\x7F")})
+        EXPECT_EQ(DecodeProgramFile(bytes).Problem, "It is not a text file.") << bytes;
+}
+
+TEST(PlainSource, OutsideCommentsItIsWhatItLooksLike) {
+    EXPECT_EQ(PlainSource(u"\uFEFFmvi\u00A0a,\u200B05\u3000\u2028hlt\v;\u00A0\u200B\u2029x\nret\u0085"),
+              u"mvi a,05 \nhlt ;\u00A0\u200B\u2029x\nret\n");
 }
 
 }  // namespace editor

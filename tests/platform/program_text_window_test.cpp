@@ -46,7 +46,7 @@ TEST_F(ProgramTextTest, EveryInsertionIsOneChangeAndOneStep) {
     text.SetSelectionLength(2);
     text.ReplaceSelection(u"m\r\nn");
     EXPECT_EQ(changes.count(), 7);
-    const std::u16string steps[] = {u"ab", u"abc", u"abcd", u"abcde f\r\n\r\n", u"a:b:cde f\r\n\r\n"};
+    const std::u16string steps[] = {u"ab", u"abc", u"abcd", u"abcde\u00A0f\u2028\u2029", u"a:b:cde\u00A0f\u2028\u2029"};
     for (auto step = std::rbegin(steps); step != std::rend(steps); ++step) {
         text.undo();
         EXPECT_EQ(text.Text(), *step);
@@ -103,7 +103,43 @@ TEST_F(ProgramTextTest, SelectingALineShowsSomeBelowItAndClearingTheSelectionScr
 TEST_F(ProgramTextTest, KeepsCharactersThatTheControlMightDrop) {
     const std::u16string odd = std::u16string(u"a\u00A0b") + u'\0' + u"c\t\u2028d";
     text.SetText(odd + u"\u2029\uFDD0\uFDD1");
-    EXPECT_EQ(text.Text(), odd + u"\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(text.Text(), odd + u"\u2029\uFDD0\uFDD1");
+}
+
+TEST_F(ProgramTextTest, WhatComesInObeysTheRulesAndWhatGrowsTooLongIsRefusedWhole) {
+    QSignalSpy refusals(&text, &ProgramText::Refused);
+    const auto plain = [](std::u16string_view all) {
+        std::u16string result;
+        for (const char16_t character : all)
+            if (character == u'_' && result.find(u';') == result.npos)
+                result += u"- ";
+            else
+                result += character;
+        return result;
+    };
+    text.SetRules({.Plain = plain, .LongestLine = 300, .SafeLength = 900, .IsTooLong = [](std::u16string_view all) {
+                       return all.size() > 1000;
+                   }});
+    QTest::keyClicks(&text, "a_b;_c");
+    EXPECT_EQ(text.Text(), u"a- b;_c");
+    text.SetSelectionStart(4);
+    QTest::keyClick(&text, Qt::Key_Delete);
+    EXPECT_EQ(text.Text(), u"a- b- c") << "a comment is bared";
+    EXPECT_EQ(text.SelectionStart(), 4);
+    for (int step = 0; step < 2; ++step) text.undo();
+    EXPECT_EQ(text.Text(), u"a- b;_c") << "after what the rule did";
+
+    text.SetText(std::u16string(299, u'x') + u"\r\ny");
+    text.SetSelectionStart(0);
+    QTest::keyClicks(&text, "12");
+    EXPECT_EQ(refusals.size(), 1);
+    EXPECT_EQ(text.Text(), u'1' + std::u16string(299, u'x') + u"\r\ny");
+    changes.clear();
+    text.ReplaceSelection(std::u16string(700, u'\n'));
+    QTest::keyClick(&text, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(refusals.size(), 2);
+    EXPECT_EQ(changes.size(), 0);
+    EXPECT_EQ(text.Text(), u'1' + std::u16string(299, u'x') + u"\r\ny");
 }
 
 }  // namespace platform
