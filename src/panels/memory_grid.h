@@ -4,16 +4,15 @@
 #include <QModelIndex>
 
 #include "machine/machine_state.h"
+#include "panels/cell_editor.h"
 #include "panels/column_list.h"
 #include "panels/memory_model.h"
 #include "platform/grid.h"
-#include "platform/text_box.h"
 
 namespace panels {
 
 // Shows ranges of memory and all ports side by side, and lets the user type over any byte shown. The grid only
-// displays, and shows what the latest RefreshRAMDisplay found. The one text box txtEdit is moved over the cell being
-// edited, which takes the machine's byte first; what is typed there goes into the machine at once, digit by digit.
+// displays, and shows what the latest RefreshRAMDisplay found; its one editor is moved over the cell being edited.
 class MemoryGrid : public QGroupBox {
     Q_OBJECT
 
@@ -28,7 +27,7 @@ public:
     void RefreshRAMDisplay();
 
     // Does the same for the current cell and the editor alone, for a command that changes memory and leaves the grid as
-    // it is: what was typed before must not be written over the command's byte when a key is released or the cell left.
+    // it is: the editor must not show an old byte, to which digits would be added.
     void RefreshCurrentCell();
 
     // Colours the bytes that have changed, and the address of the next instruction, until the next call. Without an
@@ -54,40 +53,17 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void SetUpGrid();
-    void SetUpEditor();
-
-    void grdRAM_LeaveCell(const QModelIndex& cell);
     void grdRAM_RowColChange(const QModelIndex& cell);
-    void grdRAM_Scroll();
-    void txtEdit_Edited();
-    void txtEdit_KeyUp(int key);
-
-    QString TextOf(const QModelIndex& cell) const;
-    void ScrollBeforeTheEdge(int row);
-    void ShowEditorOver(const QModelIndex& cell);
-    void HideEditor();
-    void SetEditorText(const QString& text);
-    void GiveEditorItsByte();
-    void DescribeEditor();
     void ShowTip(const QModelIndex& cell);
-    void StorePendingText(const QModelIndex& cell);
 
     m8085::MachineState& machine_;
     ColumnList& columns_;
 
     platform::Grid* grdRAM_;
     MemoryModel* model_;
-    platform::TextBox* txtEdit_;
-    QPersistentModelIndex editorCell_;  // the cell that the editor was opened over last
-    QString editorText_;                // what the editor held at its latest change
-    bool textIsPending_ = false;        // key releases and leaving the cell store the editor's text
-    bool formattingGrid_ = false;
-    int keyHeldFromGrid_ = 0;
+    CellEditor* txtEdit_;
 };
 
 }  // namespace panels

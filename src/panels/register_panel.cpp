@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "machine/number_format.h"
-#include "panels/register_edit.h"
+#include "panels/byte_text.h"
 #include "panels/tips.h"
 #include "platform/fonts.h"
 #include "platform/palette.h"

@@ -69,7 +69,6 @@ void Grid::SetCurrentCellInPlace(const QModelIndex& cell) {
 }
 
 void Grid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    if (previous.isValid()) emit LeaveCell(previous);
     QTableView::currentChanged(current, previous);
     if (current.isValid()) emit RowColChange(current);
 }

@@ -32,9 +32,7 @@ public:
     int MovingKey() const { return movingKey_; }
 
 signals:
-    // The current cell has moved: first from the old cell, then to the new one. A cell that is not there any more, or
-    // no cell, raises nothing.
-    void LeaveCell(const QModelIndex& cell);
+    // The current cell has moved to this one.
     void RowColChange(const QModelIndex& cell);
 
     void Scrolled();

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "panels/byte_editor.h"
+#include "panels/byte_text.h"
 #include "panels/column_list.h"
 
 namespace panels {

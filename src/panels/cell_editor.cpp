@@ -1,0 +1,152 @@
+#include "panels/cell_editor.h"
+
+#include <QCoreApplication>
+#include <QPainter>
+
+#include "panels/byte_text.h"
+#include "platform/fonts.h"
+#include "platform/palette.h"
+#include "platform/style.h"
+#include "platform/tip.h"
+
+namespace panels {
+
+namespace {
+
+constexpr int lastRow = MemoryModel::Rows - 1;
+
+}  // namespace
+
+CellEditor::CellEditor(platform::Grid& grid, MemoryModel& model, QWidget* parent)
+    : TextBox("txtEdit", parent), grid_(grid), model_(model) {
+    setAccessibleName("Byte");
+    setFont(platform::SansSerif(8.25));
+    setFrame(false);
+    setTextMargins(1, 0, 0, 1);  // so that its text stands where the cell shows it
+    setFocusPolicy(Qt::ClickFocus);
+    SelectAllWhenClicked();
+    setText(heldText_);
+    hide();
+    SetKeyFilter([this](int character) {
+        return AcceptsEditorKey(character, static_cast<int>(text().size()), static_cast<int>(selectedText().size()));
+    });
+    connect(this, &QLineEdit::textEdited, this, &CellEditor::StoreTyped);
+    connect(this, &TextBox::KeyReleased, this, &CellEditor::MoveByReleased);
+}
+
+void CellEditor::GoTo(const QModelIndex& cell) {
+    if (!MemoryModel::IsDataCell(cell)) return Close();
+    model_.TakeByte(cell);
+    if (cell.row() < lastRow) return OpenOver(cell);
+    selectAll();
+    Describe();
+}
+
+void CellEditor::OpenOver(const QModelIndex& cell) {
+    const QRect place = grid_.visualRect(cell);
+    setGeometry(QRect(grid_.viewport()->mapTo(parentWidget(), place.topLeft()), place.size()));
+    show();
+    cell_ = cell;
+    SetByteText();
+    setFocus();
+    selectAll();
+    keyHeldFromGrid_ = grid_.MovingKey();
+}
+
+void CellEditor::Close() {
+    if (window()->focusWidget() == this) grid_.setFocus();
+    hide();
+    grid_.FrameCell({});
+}
+
+void CellEditor::TakeByte() {
+    if (!cell_.isValid() || ReadByteText(heldText_.toStdU16String()) == model_.Byte(cell_)) return;
+    SetByteText();
+    selectAll();
+}
+
+void CellEditor::SetByteText() {
+    heldText_ = cell_.data().toString();
+    setText(heldText_);
+    Describe();
+}
+
+// The colour of the text is also the ground of a selected one.
+void CellEditor::Describe() {
+    const QModelIndex target = grid_.currentIndex();
+    if (!cell_.isValid() || !MemoryModel::IsDataCell(target)) return;
+    const QModelIndex address = target.siblingAtColumn(target.column() - 1);
+    const QString kind = model_.headerData(address.column(), Qt::Horizontal, Qt::DisplayRole).toString();
+    setAccessibleName(kind + ' ' + address.data().toString());
+    grid_.FrameCell(target == cell_ || isHidden() ? QModelIndex() : target);
+    const bool hasChanged = model_.HasChanged(cell_);
+    QPalette colours;
+    colours.setColor(QPalette::Text, hasChanged ? platform::ChangedText : Qt::black);
+    colours.setColor(QPalette::Highlight, hasChanged ? platform::ChangedText : platform::NextText);
+    if (colours != palette()) setPalette(colours);
+}
+
+void CellEditor::StoreTyped() {
+    const std::u16string typed = text().toStdU16String();
+    const auto cut = CutInsertedText(heldText_.toStdU16String(), typed, cursorPosition());
+    if (cut != typed) setText(cut ? QString::fromStdU16String(*cut) : heldText_);
+    if (!cut) return;
+    heldText_ = text();
+    const QModelIndex target = grid_.currentIndex();
+    const std::optional<std::uint8_t> byte = ReadByteText(*cut);
+    if (!byte || !MemoryModel::IsDataCell(target) || (isHidden() && target != cell_)) return;
+    const bool isNew = *byte != model_.Byte(target);
+    model_.Store(target, *byte);
+    platform::HideTip();
+    Describe();
+    if (isNew) emit Edited();
+}
+
+void CellEditor::MoveByReleased(int key) {
+    // A key that moved here from the grid and is only now released has done its work.
+    if (key == keyHeldFromGrid_) {
+        keyHeldFromGrid_ = 0;
+        return;
+    }
+    const QModelIndex from = grid_.currentIndex();
+    const QModelIndex to = from.siblingAtRow(from.row() + (key == Qt::Key_Down) - (key == Qt::Key_Up));
+    if (MemoryModel::IsDataCell(to) && to != from) grid_.setCurrentIndex(to);
+}
+
+// Tab leads on from byte to byte, row by row, and after the last one to the grid. If it led into the program text, the
+// next digits would be typed there.
+bool CellEditor::focusNextPrevChild(bool next) {
+    const QModelIndex from = grid_.currentIndex();
+    const int bytesInRow = model_.columnCount() / 2;
+    const int to = from.row() * bytesInRow + from.column() / 2 + (next ? 1 : -1);
+    if (to >= 0 && to < lastRow * bytesInRow)
+        grid_.setCurrentIndex(model_.index(to / bytesInRow, 2 * (to % bytesInRow) + 1));
+    else
+        grid_.setFocus();
+    return true;
+}
+
+// The wheel scrolls the grid under the editor, and its tooltip is the grid's. A press, where another cell has become
+// current, goes back to its own.
+bool CellEditor::event(QEvent* event) {
+    switch (event->type()) {
+        case QEvent::Wheel: return QCoreApplication::sendEvent(grid_.viewport(), event) || true;
+        case QEvent::ToolTip: emit grid_.TipWanted(cell_); return true;
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            if (grid_.currentIndex() == cell_) break;
+            grid_.setCurrentIndex(cell_);
+            return true;
+        default: break;
+    }
+    return TextBox::event(event);
+}
+
+// A thin edge shows that it is open.
+void CellEditor::paintEvent(QPaintEvent* event) {
+    TextBox::paintEvent(event);
+    QPainter painter(this);
+    platform::DrawEdge(painter, rect(), palette().color(QPalette::Highlight));
+}
+
+}  // namespace panels
