@@ -31,13 +31,15 @@ bool HeldKeys::IsMeantForAnother(const QKeyEvent& key, QWidget* window) {
     const bool wasElsewhere = latest == presses_.cend() || latest->Window != window;
     if (key.isAutoRepeat()) return wasElsewhere;
 
-    const bool isSecondOfTwo = latest != presses_.cend() && wasElsewhere && PressesAButton(key.key()) &&
+    const bool isSecondOfTwo = latest != presses_.cend() && place == latest_ && wasElsewhere &&
+                               PressesAButton(key.key()) &&
                                (latest->Window == nullptr || !latest->Window->isVisible()) &&
                                !latest->Since.hasExpired(QApplication::doubleClickInterval());
     if (isSecondOfTwo) return true;
     Press press{window, {}};
     press.Since.start();
     presses_.insert(place, press);
+    latest_ = place;
     return false;
 }
 
