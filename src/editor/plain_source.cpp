@@ -42,13 +42,11 @@ std::u16string PlainSource(std::u16string_view text) {
     for (const char16_t character : text) {
         if (character == u'\n' || character == u'\r') isInComment = false;
         if (character == u';') isInComment = true;
-        if (isInComment)
-            plain += character;
-        else if (LooksLikeABlank(character))
+        if (!isInComment && LooksLikeABlank(character))
             plain += u' ';
-        else if (EndsALine(character))
+        else if (!isInComment && EndsALine(character))
             plain += u'\n';
-        else if (!CannotBeSeen(character))
+        else if (isInComment || !CannotBeSeen(character))
             plain += character;
     }
     return plain;
