@@ -100,8 +100,7 @@ private:
             memedata::LoadDataFile(file, simulation.Machine.Memory);
         }
         for (const Setting& setting : options_.Settings) setting.Store(simulation.Machine);
-        simulation.MemoryBefore = simulation.Machine.Memory;
-        simulation.PortsBefore = simulation.Machine.Ports;
+        simulation.Before = simulation.Machine;
         if (!options_.CheckOnly) RunProgram(simulation);
         for (const MemoryFile& file : options_.MemoryFiles)
             ExpectWritten(file.Path, files::WriteFile(files::PathOf(file.Path), Compose(file, simulation)));

@@ -7,6 +7,7 @@
 
 #include "console/text.h"
 #include "execution/messages.h"
+#include "machine/changes.h"
 #include "machine/number_format.h"
 
 namespace console {
@@ -25,23 +26,15 @@ struct Stretch {
     std::span<const std::uint8_t> Bytes;
 };
 
-std::vector<Stretch> Changed(std::span<const std::uint8_t> before, std::span<const std::uint8_t> after) {
+std::vector<Stretch> Marked(std::span<const bool> marks, std::span<const std::uint8_t> bytes) {
     std::vector<Stretch> stretches;
-    for (std::size_t first = 0; first < after.size(); ++first) {
+    for (std::size_t first = 0; first < bytes.size(); ++first) {
         std::size_t end = first;
-        while (end < after.size() && after[end] != before[end]) ++end;
-        if (end > first) stretches.push_back({first, after.subspan(first, end - first)});
+        while (end < bytes.size() && marks[end]) ++end;
+        if (end > first) stretches.push_back({first, bytes.subspan(first, end - first)});
         first = end;
     }
     return stretches;
-}
-
-std::vector<Stretch> ChangedMemory(const Simulation& simulation) {
-    return Changed(simulation.MemoryBefore, simulation.Machine.Memory);
-}
-
-std::vector<Stretch> ChangedPorts(const Simulation& simulation) {
-    return Changed(simulation.PortsBefore, simulation.Machine.Ports);
 }
 
 std::span<const std::uint8_t> MemoryIn(const Simulation& simulation, memedata::AddressRange range) {
@@ -71,9 +64,10 @@ std::string RegisterLines(const m8085::MachineState& machine) {
 }
 
 std::string ChangedLines(const Simulation& simulation, std::size_t most) {
+    const m8085::Changes changes = m8085::Between(simulation.Before, simulation.Machine);
     std::vector<std::string> rows;
-    for (const Stretch& stretch : ChangedMemory(simulation)) AppendRows(rows, stretch, false);
-    for (const Stretch& stretch : ChangedPorts(simulation)) AppendRows(rows, stretch, true);
+    for (const Stretch& stretch : Marked(changes.Memory, simulation.Machine.Memory)) AppendRows(rows, stretch, false);
+    for (const Stretch& stretch : Marked(changes.Ports, simulation.Machine.Ports)) AppendRows(rows, stretch, true);
     std::string text;
     for (std::size_t i = 0; i < std::min(most, rows.size()); ++i) text += rows[i] + '\n';
     if (rows.size() > most)
@@ -237,8 +231,9 @@ std::string JsonReport(const Simulation& simulation, const Options& options) {
         report["tStates"] = simulation.Machine.TStates;
         report["microseconds"] = std::round(simulation.Machine.TStates * execution::RunMicroseconds * 1000) / 1000;
         report.update(MachineAsJson(simulation.Machine));
-        report["changedMemory"] = StretchesAsJson(ChangedMemory(simulation), "address");
-        report["changedPorts"] = StretchesAsJson(ChangedPorts(simulation), "port");
+        const m8085::Changes changes = m8085::Between(simulation.Before, simulation.Machine);
+        report["changedMemory"] = StretchesAsJson(Marked(changes.Memory, simulation.Machine.Memory), "address");
+        report["changedPorts"] = StretchesAsJson(Marked(changes.Ports, simulation.Machine.Ports), "port");
         if (!options.Views.empty()) report["shown"] = ViewsAsJson(simulation, options);
         if (!options.Expectations.empty()) report["expectations"] = ExpectationsAsJson(simulation, options);
     }

@@ -38,8 +38,7 @@ struct Simulation {
     assembler::Assembly Translation;
     m8085::MachineState Machine;
     m8085::CodeMap Code;
-    m8085::MemoryBytes MemoryBefore{};  // as they were when the run began
-    m8085::PortBytes PortsBefore{};
+    m8085::MachineState Before;  // as it was when the run began
 
     // Where the assembled program lies. The first address is above the last if there is nothing.
     memedata::AddressRange ProgramRange() const;
