@@ -32,7 +32,7 @@ void AssembleCommand::Assemble() {
     registerPanel_.DisplayRegs();
 }
 
-// Tells the user of a text that is too long. The run commands are disabled then, and the text stays as it is.
+// Reports a text that is too long. The run commands are disabled then, and the text stays as it is.
 bool AssembleCommand::RefuseExcessLength(std::size_t labelSplits) {
     const auto length = static_cast<std::size_t>(document_.txtCode().Length());
     const auto explanation = assembler::ExplainExcessLength(length, labelSplits);

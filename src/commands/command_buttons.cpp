@@ -27,7 +27,7 @@ platform::Button* CommandButtons::Add(const Command& command) {
     return button;
 }
 
-// Qt would hand the focus of a disabled button to the next control in the tab order, which may be a text box
+// Qt would give the focus of a disabled button to the next control in the tab order, which may be a text box
 // that then writes an old value back.
 void CommandButtons::Enable(CommandState state) {
     if (state == CommandState::Running) running_ = started_;

@@ -8,7 +8,7 @@
 
 namespace commands {
 
-// The commands that move memory contents between the machine and data files. Their boxes stand before the window of
+// The commands that move memory contents between the machine and data files. Their boxes appear over the window of
 // the memory grid.
 class DataFileCommands {
 public:

@@ -54,7 +54,7 @@ std::string RefusalMessage(const m8085::Refusal& refusal) {
                    after;
         case Limit::ReturnAddress:
             return "The call" + at + " stands at the end of memory: it would have to return to " + operand +
-                   ", which is no address." + after;
+                   ", which is not an address." + after;
         case Limit::None: break;
     }
     return {};

@@ -12,10 +12,10 @@ namespace execution {
 inline constexpr double RunMicroseconds = m8085::NanosecondsPerTState / 1000.0;
 inline constexpr double SingleStepMicroseconds = 0.33;
 
-// What a program's end is reported with. A count at its limit is said to be no more than a lower bound.
+// The report of a program's end. It calls a count at its limit a lower bound.
 std::string EndMessage(std::int32_t tStates, double microsecondsPerTState);
 
-// Tells the user in plain words what the program tried, where, and why the machine could not do it. Expects a refusal
+// Says in plain words what the program tried, where, and why the machine could not do it. Expects a refusal
 // with a reason.
 std::string RefusalMessage(const m8085::Refusal& refusal);
 

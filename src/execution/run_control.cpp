@@ -10,8 +10,8 @@ namespace execution {
 RunControl::RunControl(m8085::MachineState& machine, const m8085::CodeMap& codeMap, RunView view)
     : machine_(machine), codeMap_(codeMap), view_(std::move(view)) {}
 
-// The first instruction is executed whatever the code map says of it; after that an address with no source line ends
-// the run. Where Stop comes in the very yield in which the program ends, Stop decides.
+// The first instruction is executed whatever the code map says about it; after that an address with no source line ends
+// the run. If Stop comes in the same yield in which the program ends, Stop decides.
 void RunControl::RunProgram() {
     if (IsRunning()) return;
     StartRun();
@@ -172,7 +172,7 @@ void RunControl::ReportRefusal() {
     view_.ShowRefusal(RefusalMessage(machine_.Refused));
 }
 
-// The marks of the step or run that ends with it are those of what stands afterwards.
+// The step or run that ends with it is marked by the values after the Reset.
 void RunControl::ResetMachine() {
     SetToProgramStart(machine_);
     if (changesStand_) {

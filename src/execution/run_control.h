@@ -11,7 +11,7 @@
 
 namespace execution {
 
-// What the run commands need of the screen. All of it is called between two instructions, never inside one.
+// What the run commands need from the screen. All of it is called between two instructions, never inside one.
 struct RunView {
     std::function<void()> DisplayRegs;
     std::function<void()> RefreshRAMDisplay;
@@ -21,8 +21,8 @@ struct RunView {
     std::function<void(const std::string& text)> ShowEndMessage;
     std::function<void(const std::string& text)> ShowRefusal;
     std::function<void(CommandState)> ShowCommandState;
-    std::function<void(const m8085::Changes& changes)> MarkChanges;            // sets apart what has changed
-    std::function<void(std::optional<std::int32_t> address)> MarkNextAddress;  // and where the next instruction stands
+    std::function<void(const m8085::Changes& changes)> MarkChanges;            // marks what has changed
+    std::function<void(std::optional<std::int32_t> address)> MarkNextAddress;  // and the next instruction
 };
 
 // The execution commands: Run, Slow Run, Single Step, Stop and Reset. While a run is under way its other commands do
@@ -57,8 +57,8 @@ public:
     // The outcome of an assembly.
     void SetAssembled(bool success);
 
-    // What the latest step or run has changed is marked until the next one. This takes the marks away, because
-    // something else has changed the machine since.
+    // What the latest step or run has changed is marked until the next one. This removes the marks, because something
+    // else has changed the machine since.
     void ForgetChanges();
 
     // Shows a line of the text, counted from 1. Line 0, that of an address with no instruction, halts the machine.
@@ -85,9 +85,9 @@ private:
     m8085::MachineState& machine_;
     const m8085::CodeMap& codeMap_;
     RunView view_;
-    m8085::MachineState before_;  // as it was when the step or run began whose changes are marked next
+    m8085::MachineState before_;  // at the start of the step or run whose changes are marked next
     m8085::Changes changes_;
-    bool changesStand_ = false;  // and have not been forgotten
+    bool changesStand_ = false;  // they are marked, and not forgotten
     CommandState state_ = CommandState::NoProgram;
     int sliceLength_ = DefaultSliceLength;
     bool StopRequested = false;

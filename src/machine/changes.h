@@ -7,7 +7,7 @@
 
 namespace m8085 {
 
-// What differs between two moments of a machine. What was written with the value that it had does not differ. A fresh
+// What differs between two moments of a machine. What was written with the value that it had does not differ. A new
 // one says that nothing does.
 struct Changes {
     Registers Before;

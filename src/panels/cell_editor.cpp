@@ -71,7 +71,7 @@ void CellEditor::SetByteText() {
     Describe();
 }
 
-// The colour of the text is also the ground of a selected one.
+// The colour of the text is also the background of selected text.
 void CellEditor::Describe() {
     const QModelIndex target = grid_.currentIndex();
     if (!cell_.isValid() || !MemoryModel::IsDataCell(target)) return;
@@ -113,7 +113,7 @@ void CellEditor::MoveByReleased(int key) {
     if (MemoryModel::IsDataCell(to) && to != from) grid_.setCurrentIndex(to);
 }
 
-// Tab leads on from byte to byte, row by row, and after the last one to the grid. If it led into the program text, the
+// Tab moves from byte to byte, row by row, and from the last one to the grid. If it led into the program text, the
 // next digits would be typed there.
 bool CellEditor::focusNextPrevChild(bool next) {
     const QModelIndex from = grid_.currentIndex();

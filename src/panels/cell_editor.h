@@ -29,11 +29,12 @@ public:
     // Shows the byte of its cell. What is being typed stays as it is, with its caret, while it means that byte.
     void TakeByte();
 
-    // Says what the cell says that it covers: in words, and by the colour of the text.
+    // Names the address of the byte that is edited, and shows by the colour of the text whether the covered byte has
+    // changed.
     void Describe();
 
 signals:
-    // A byte has become another one by typing.
+    // Typing has changed a byte.
     void Edited();
 
 protected:

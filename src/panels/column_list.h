@@ -24,7 +24,7 @@ public:
     // 8000, 9000 and 9100.
     ColumnList() = default;
 
-    // The list of an earlier session. storedCount is decimal; where it is no number from 0 to 51 three columns are
+    // The list of an earlier session. storedCount is decimal; if it is not a number from 0 to 51, three columns are
     // read. `stored` gives the stored text of a column, by its index from 0, or the fallback where nothing is stored. A
     // text that names no start address becomes the default of its index; beyond the first three it is left out.
     static ColumnList Restored(std::string_view storedCount,

@@ -113,7 +113,7 @@ void MemoryGrid::grdRAM_RowColChange(const QModelIndex& cell) {
     txtEdit_->GoTo(cell);
 }
 
-// Over the editor it is that of the cell that keys go to.
+// Over the editor, the tooltip is that of the cell into which keys type.
 void MemoryGrid::ShowTip(const QModelIndex& cell) {
     const bool isUnderEditor = cell == txtEdit_->Cell() && txtEdit_->isVisible();
     const QModelIndex shown = isUnderEditor ? grdRAM_->currentIndex() : cell;

@@ -36,16 +36,16 @@ public:
     void MarkNextAddress(std::optional<std::int32_t> address) { model_->MarkNextAddress(address); }
 
     // The tooltips of these addresses, in ascending order, name the instruction there: those of the program that is
-    // assembled. Clear takes them away.
+    // assembled. Clear removes them.
     void NameInstructionsAt(std::vector<std::int32_t> addresses) { model_->NameInstructionsAt(std::move(addresses)); }
 
-    // The commands of the buttons and of their twins in the Memory menu.
+    // The commands of the buttons and of the same entries in the Memory menu.
     void cmdClear_Click();
     void cmdAdd_Click();
     void cmdRemove_Click();
 
 signals:
-    // Clear has wiped the assembled program from memory.
+    // Clear has erased the assembled program from memory.
     void Cleared();
 
     // The user has changed a byte, or added or removed columns.

@@ -41,10 +41,11 @@ public:
     // from the last column. All cells that show this address take the byte.
     void Store(const QModelIndex& cell, std::uint8_t byte);
 
-    // Sets the data cells apart whose bytes have changed, until the next call.
+    // Marks the data cells whose bytes have changed, until the next call.
     void MarkChanges(const m8085::Changes& changes);
 
-    // Sets the cells apart that show this address of memory, as that of the next instruction.
+    // Marks the cells that show this address of memory as that of the next instruction. Without an address none is
+    // marked.
     void MarkNextAddress(std::optional<std::int32_t> address);
 
     // The tooltips of these addresses, in ascending order, name the instruction there.

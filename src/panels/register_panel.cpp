@@ -58,7 +58,7 @@ constexpr QRect RightLabel(int row) {
     return {rightLabel, RowTop(row), leftLabelWidth, rowHeight};
 }
 
-// A control that shows the text already keeps its caret, and is not painted again. Returns whether it did not.
+// A control that already shows the text keeps its caret, and is not painted again. Returns whether the text is new.
 template <class Control>
 bool Show(Control& control, const std::string& text) {
     const QString shown = QString::fromStdString(text);
@@ -67,7 +67,7 @@ bool Show(Control& control, const std::string& text) {
     return true;
 }
 
-// Also shows what a tooltip has to tell of the value: a line that says what the box is, and one of figures.
+// Also sets the tooltip: a line that says what the box is, and one with the value in other forms.
 void Show(QLineEdit& box, const std::string& text, const QString& name, const std::string& figures) {
     Show(box, text);
     const QString tip = name + '\n' + QString::fromStdString(figures);
@@ -227,7 +227,7 @@ void RegisterPanel::MarkChanges(const m8085::Changes& changes) {
     Mark(*txtF_, QPalette::Text, changes.OfFlags());
     Mark(*txtPC_, QPalette::Text, changes.Of(&Registers::PC));
     Mark(*txtSP_, QPalette::Text, changes.Of(&Registers::SP));
-    txtTstates_->setAccessibleDescription(QString::fromStdString(TellChanges(changes, machine_)));
+    txtTstates_->setAccessibleDescription(QString::fromStdString(DescribeChanges(changes, machine_)));
 }
 
 void RegisterPanel::RegisterLostFocus(const RegisterBox& registerBox) {

@@ -45,13 +45,13 @@ template <class Format>
 void AppendBytes(std::string& list, const std::string& name, std::span<const bool> marks, const std::uint8_t* bytes,
                  Format format) {
     constexpr int most = 8;
-    int told = 0;
+    int listed = 0;
     const bool* mark = marks.data();
     const bool* const end = mark + marks.size();
     while ((mark = static_cast<const bool*>(std::memchr(mark, true, static_cast<std::size_t>(end - mark)))) !=
            nullptr) {
         const std::ptrdiff_t address = mark - marks.data();
-        if (told++ == most) {
+        if (listed++ == most) {
             Append(list, std::to_string(std::count(mark, end, true)) + " more bytes of " + name);
             return;
         }
@@ -92,7 +92,7 @@ std::string StoredByteTip(std::uint8_t byte) {
     return tip;
 }
 
-std::string TellChanges(const Changes& changes, const m8085::MachineState& machine) {
+std::string DescribeChanges(const Changes& changes, const m8085::MachineState& machine) {
     std::string list;
     AppendRegisters(list, changes);
     AppendBytes(list, "memory", changes.Memory, machine.Memory.data(),

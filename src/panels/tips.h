@@ -9,7 +9,7 @@ namespace panels {
 
 // Lines for tooltips and screen readers.
 
-// A byte in binary and decimal, and as a signed number where that is another one.
+// A byte in binary and decimal, and as a signed number where that differs.
 std::string ByteTip(std::uint8_t value);
 
 // An address in decimal: "Decimal 32768". Takes 0 and more.
@@ -18,11 +18,11 @@ std::string AddressTip(std::int32_t address);
 // How long the chip takes for so many T-states.
 std::string TimeTip(std::int32_t tStates);
 
-// A byte that stands in memory or in a port, as it is read there, also as a character if it is a printable one.
+// A byte of memory or of a port in hexadecimal, binary and decimal, and as a character if it is printable.
 std::string StoredByteTip(std::uint8_t byte);
 
-// What has changed, with the values after the change, those of memory and ports from `machine`; of memory no more than
-// the first bytes one by one. Empty if nothing has.
-std::string TellChanges(const m8085::Changes& changes, const m8085::MachineState& machine);
+// What has changed, with the values after the change, those of memory and ports from `machine`. Of memory, and of the
+// ports, it lists the first eight bytes and counts the others. Empty if nothing has changed.
+std::string DescribeChanges(const m8085::Changes& changes, const m8085::MachineState& machine);
 
 }  // namespace panels

@@ -53,7 +53,7 @@ protected:
     QString path = directory.filePath("Memory.dat");
 };
 
-TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrTellsWhyNot) {
+TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrSaysWhyNot) {
     const auto load = [this] {
         const FileAnswer file(path);
         const MessageAnswer message;
@@ -79,7 +79,7 @@ TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrTellsWhyNot) {
     EXPECT_EQ(machine->Memory[0x8000], 0x22);
 }
 
-TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays) {
+TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) {
     Choose("mnuSaveData");
     const QString wrong = " addresss is invalid. Enter a valid hex address (0000 - FFFF).";
     EXPECT_EQ(Add("", "0"), "The starting" + wrong);
@@ -93,7 +93,7 @@ TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrTellsWhatIsWrongAndStays)
     EXPECT_EQ(Entries(), "8000 - 8001|FFFF - fffF|9000 - 8000");
     const FileAnswer dialog(path);
     Click("Command4");
-    PutFile("what was there before, and longer than what comes, so that it would show behind it");
+    PutFile("what was there before, and longer than what comes, so that it would show after it");
     machine->Memory[0x8000] = machine->Memory[0xFFFF] = 0xA5;  // as of the click on OK
     Click("OKButton");
     EXPECT_EQ(Dialog(), nullptr);

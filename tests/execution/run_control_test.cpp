@@ -206,7 +206,7 @@ TEST_F(RunControlTest, WhatAStepOrARunHasChangedIsMarkedUntilSomethingElseChange
     EXPECT_FALSE(marked.Of(&Registers::A) || marked.OfFlags() || marked.Of(&Registers::SP) || markedBytes() != 0);
     Step();
     EXPECT_TRUE(marked.Of(&Registers::Z) && marked.OfFlags());
-    EXPECT_FALSE(marked.Of(&Registers::A) || marked.Of(&Registers::CY)) << "the same value is no change";
+    EXPECT_FALSE(marked.Of(&Registers::A) || marked.Of(&Registers::CY)) << "the same value is not a change";
     Step();
     EXPECT_TRUE(markedBytes() == 1 && marked.Memory[0x90FF]);
     EXPECT_EQ(next, 0x8005);

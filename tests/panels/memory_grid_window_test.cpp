@@ -27,7 +27,7 @@ protected:
         Activate();
     }
 
-    // Also wanted after a modal box: there is no window manager here to give the window its activation back.
+    // Also needed after a modal box: there is no window manager here to give the window its activation back.
     void Activate() {
         window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -132,7 +132,7 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     QCoreApplication::sendEvent(&editor, &rest);
     EXPECT_TRUE(QToolTip::text().startsWith("Address 80FF"));
     Type("34");
-    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })) << "it would tell the old byte";
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })) << "it would show the old byte";
     EXPECT_EQ(machine.Memory[0x80FF], 0x34);
     EXPECT_EQ(machine.Memory[0x80FE], 0x12);
     // A press in the editor is about the cell that it stands over.
@@ -159,7 +159,7 @@ TEST_F(MemoryGridTest, NothingIsWrittenThatNobodyTyped) {
     Click(8, 1);
     EXPECT_EQ(std::exchange(machine.Memory[0x8009], 0x3E), 0x76);
     EXPECT_EQ(std::exchange(machine.Memory[0x8008], 0x3E), 0x44);
-    // Over the last row the editor is not to be seen, or stands open over the row above.
+    // On the last row the editor is hidden, or open over the row above.
     grid.scrollToBottom();
     for (int row : {255, 254, 255}) Click(row, 1);
     machine.Memory[0x80FF] = 0x99;
@@ -196,7 +196,7 @@ TEST_F(MemoryGridTest, PairsComeAndGoBeforeThePortsAndTheEditorIsNeverOverAForei
 TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
     Do(&MemoryGrid::cmdAdd_Click, "8000");
     const QSignalSpy repaints(grid.model(), &QAbstractItemModel::dataChanged);
-    // Marks have a blue in them; other text is black on yellow or green.
+    // Marks are bluish; other text is black on yellow or green.
     const auto isMarked = [this](int row, int column) {
         const QImage picture = grid.viewport()->grab(grid.visualRect(Cell(row, column))).toImage();
         const auto* pixels = reinterpret_cast<const QRgb*>(picture.constBits());

@@ -55,7 +55,7 @@ TEST_F(RegisterPanelTest, BoxesAndFlagButtonsChangeTheMachineThatIsShown) {
     EXPECT_EQ(Text("txtF"), "94");
     Box("txtA").setFocus();
     txtCode.setFocus();
-    EXPECT_EQ(edits, 7 + 5) << "a box that is only passed is no change";
+    EXPECT_EQ(edits, 7 + 5) << "a box that is only passed is not a change";
     EXPECT_TRUE(txtCode.hasFocus());
 }
 
@@ -74,8 +74,8 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRuns) {
 
     TypeOver("txtB", "77");
     panel.DisplayRegs();
-    EXPECT_EQ(Text("txtB"), "00") << "a refresh goes over what is typed";
-    Box("txtB").setText("5 to paste");  // no number, so the register stays
+    EXPECT_EQ(Text("txtB"), "00") << "a refresh overwrites what is typed";
+    Box("txtB").setText("5 to paste");  // not a number, so the register stays
     txtCode.setFocus();
     EXPECT_EQ(Text("txtB"), "00");
 }
