@@ -325,10 +325,21 @@ void ProgramText::dropEvent(QDropEvent* event) {
     }
 }
 
+// To Qt, too, the place where the selection ends is in it, which is the right half of its last character and all that
+// is to the right of it.
 bool ProgramText::IsInSelection(const QPoint& place) const {
     const QTextCursor selection = textCursor();
     const int position = cursorForPosition(place).position();
-    return selection.hasSelection() && position >= selection.selectionStart() && position < selection.selectionEnd();
+    return selection.hasSelection() && position >= selection.selectionStart() && position <= selection.selectionEnd();
+}
+
+// Shift extends the selection, and a third click selects the line.
+bool ProgramText::MayDrag(const QMouseEvent& press) const {
+    const bool isThirdClick =
+        sinceDoubleClick_.isValid() && !sinceDoubleClick_.hasExpired(QApplication::doubleClickInterval()) &&
+        (press.position().toPoint() - doubleClick_).manhattanLength() < QApplication::startDragDistance();
+    return press.button() == Qt::LeftButton && press.modifiers() != Qt::ShiftModifier && !isThirdClick &&
+           IsInSelection(press.position().toPoint());
 }
 
 // Qt would take a text away that another program says it has moved. Here it is moved inside the editor, and copied to
@@ -341,11 +352,8 @@ void ProgramText::DragSelection() {
 }
 
 void ProgramText::mousePressEvent(QMouseEvent* event) {
-    const bool isThirdClick =
-        sinceDoubleClick_.isValid() && !sinceDoubleClick_.hasExpired(QApplication::doubleClickInterval());
-    const bool isPlain = event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier && !isThirdClick;
     const QPoint place = event->position().toPoint();
-    if (!isPlain || !IsInSelection(place)) return QPlainTextEdit::mousePressEvent(event);
+    if (!MayDrag(*event)) return QPlainTextEdit::mousePressEvent(event);
     if (selectionIsForTheEye_) {
         setTextCursor(cursorForPosition(place));
         QPlainTextEdit::mousePressEvent(event);
@@ -368,6 +376,7 @@ void ProgramText::mouseReleaseEvent(QMouseEvent* event) {
 
 void ProgramText::mouseDoubleClickEvent(QMouseEvent* event) {
     pressInSelection_.reset();
+    doubleClick_ = event->position().toPoint();
     sinceDoubleClick_.start();
     QPlainTextEdit::mouseDoubleClickEvent(event);
 }

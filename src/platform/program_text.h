@@ -97,6 +97,7 @@ private:
     void Change(std::size_t inserted, const std::function<void()>& change);
     void TypeKey(QKeyEvent* event);
     bool IsInSelection(const QPoint& place) const;
+    bool MayDrag(const QMouseEvent& press) const;
     void DragSelection();
     void BeginStep();
     void EndStep(std::size_t inserted);
@@ -110,6 +111,7 @@ private:
     int endOfChanged_ = 0;
     bool selectionIsForTheEye_ = false;  // made by SelectLine
     std::optional<QPoint> pressInSelection_;
+    QPoint doubleClick_;  // the latest
     QElapsedTimer sinceDoubleClick_;
     std::size_t inserted_ = 0;  // characters, in all steps since nothing could be undone
 };

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDrag>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -88,6 +89,19 @@ TEST_F(ProgramTextTest, SelectsALineWithoutItsEndAndNothingForALineThatIsNotTher
         EXPECT_EQ(text.SelectedText(), selected[line - 1]);
     }
     EXPECT_EQ(text.SelectionStart(), 7);
+}
+
+TEST_F(ProgramTextTest, ADragFromASelectedLineSelectsAlsoFromItsEnd) {
+    text.SetText(u"inr a\r\ninr b");
+    const int width = text.fontMetrics().horizontalAdvance("inr a");
+    for (const int from : {width / 2, width - 2, width * 2}) {
+        text.SelectLine(1);
+        QTimer::singleShot(1000, &QDrag::cancel);
+        QTest::mousePress(text.viewport(), Qt::LeftButton, {}, {from, 12});
+        QTest::mouseMove(text.viewport(), {4, 30});
+        QTest::mouseRelease(text.viewport(), Qt::LeftButton, {}, {4, 30});
+        EXPECT_TRUE(text.SelectedText().ends_with(u"\r\n"));
+    }
 }
 
 TEST_F(ProgramTextTest, SelectingALineShowsSomeBelowItAndClearingTheSelectionScrollsNothing) {
