@@ -65,9 +65,7 @@ void ProgramDocument::mnuNew_Click() {
     encoding_ = Encoding::Utf8;
     mnuSelectAll_Click();
     txtCode_->ReplaceSelection({});
-    ProgramChanged = false;
-    WriteFileName();
-    emit Replaced();
+    BeginUnchanged();
 }
 
 void ProgramDocument::mnuOpen_Click() {
@@ -91,6 +89,10 @@ void ProgramDocument::Open(const QString& path) {
     txtCode_->SetText(file->Text);
     encoding_ = file->ReadAs;
     ProgramFileName = path;
+    BeginUnchanged();
+}
+
+void ProgramDocument::BeginUnchanged() {
     ProgramChanged = false;
     WriteFileName();
     emit Replaced();

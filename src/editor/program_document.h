@@ -48,6 +48,7 @@ signals:
 private:
     void OpenDropped(const QString& path);
     void Open(const QString& path);
+    void BeginUnchanged();
     void ShowRefusal();
     void txtCode_Change();
     void WriteFileName();

@@ -102,6 +102,18 @@ TEST_F(CodeAssistantTest, AsksForLabels) {
     EXPECT_EQ(txtCode.Text(), u"loop:\r\nloop:\r\n:\r\njnz \r\n");
 }
 
+TEST_F(CodeAssistantTest, ASecondClickPressesNoKeyThatTheFirstHasBroughtUnderTheMouse) {
+    auto* inx = window.findChild<QWidget*>("cmdCodes25");
+    auto* sp = window.findChild<QWidget*>("cmdRegs11");
+    const QPoint samePlace = sp->mapFromGlobal(inx->mapToGlobal(inx->rect().center()));
+    QTest::mouseClick(inx, Qt::LeftButton);
+    QTest::mouseClick(sp, Qt::LeftButton, {}, samePlace);
+    EXPECT_EQ(txtCode.Text(), u"inx ");
+    QTest::qWait(QApplication::doubleClickInterval() + 50);
+    QTest::mouseClick(sp, Qt::LeftButton, {}, samePlace);
+    EXPECT_EQ(txtCode.Text(), u"inx sp\r\n");
+}
+
 TEST(DelayDesigner, PutsTheLoopInThePlaceOfTheSelectionAndRefusesALongTime) {
     platform::ProgramText txtCode{nullptr};
     txtCode.SetText(u"nop\r\nhlt");
@@ -115,6 +127,7 @@ TEST(DelayDesigner, PutsTheLoopInThePlaceOfTheSelectionAndRefusesALongTime) {
         EXPECT_EQ(message.Text, milliseconds == "1" ? "" : "Cool down, dude!!");
     }
     EXPECT_EQ(txtCode.Text(), u"nop\r\n\r\nlxi d,80\r\ndd_1:\r\ndcx d\r\nmov a,e\r\nora d\r\njnz dd_1\r\n");
+    EXPECT_EQ(txtCode.focusWidget(), &txtCode) << "what is typed next goes after the loop";
 }
 
 }  // namespace aids

@@ -24,8 +24,11 @@ protected:
 
     QLineEdit& Box(const char* name) { return *window.findChild<QLineEdit*>(name); }
     QString Text(const char* name) { return Box(name).text(); }
+    // The click that brings the focus selects all, wherever it falls and though the mouse moves a little.
     void TypeOver(const char* box, const QString& keys) {
-        QTest::mouseDClick(&Box(box), Qt::LeftButton);
+        QTest::mousePress(&Box(box), Qt::LeftButton, {}, {3, 5});
+        QTest::mouseMove(&Box(box), {7, 5});
+        QTest::mouseRelease(&Box(box), Qt::LeftButton, {}, {7, 5});
         QTest::keyClicks(&Box(box), keys);
     }
 
@@ -64,6 +67,8 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRuns) {
     QObject::connect(&cmdRun, &QPushButton::clicked, [&] { seen = machine.L; });
     TypeOver("txtL", "1g \rFF");
     EXPECT_EQ(machine.L, 0);
+    QTest::mouseClick(&Box("txtL"), Qt::LeftButton);
+    EXPECT_FALSE(Box("txtL").hasSelectedText()) << "a further click goes to its place";
     QTest::mouseClick(&cmdRun, Qt::LeftButton);
     EXPECT_EQ(seen, 0x1F);
     TypeOver("txtL", "a");

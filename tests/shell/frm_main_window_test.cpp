@@ -67,10 +67,14 @@ TEST_F(FrmMainTest, AssemblingOverTheCellEditorKeepsTheProgramAndTheMenuLeavesTh
     EXPECT_EQ(machine->Memory[0x8000], 0x3E);
 }
 
-TEST_F(FrmMainTest, TheFocusGoesToTheEditorWhenTheAssistantStops) {
+TEST_F(FrmMainTest, ANewTextBringsTheAssistantBackToItsMnemonicsAndItsEndTheFocusToTheEditor) {
     Start();
     auto& entry = Find<QAction>("mnuCodeAssistant");
     entry.trigger();
+    Click("cmdCodes2");  // LDA, which asks for digits
+    const MessageAnswer save(QMessageBox::No);
+    Find<QAction>("mnuNew").trigger();
+    EXPECT_TRUE(Button("cmdCodes2").isVisible());
     Button("cmdCodes5").setFocus();
     entry.trigger();
     EXPECT_EQ(window->focusWidget(), &Editor());
