@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,8 +15,9 @@
 
 namespace {
 
+using assembler::InstructionRow;
 using assembler::InstructionWords;
-using Codes = std::vector<std::uint8_t>;
+using Rows = std::vector<InstructionRow>;
 
 // Each heading stands before the group that begins with its mnemonic.
 struct Heading {
@@ -28,19 +30,13 @@ constexpr std::array headings = {
     Heading{"JMP", "Jumps and calls"}, Heading{"IN", "Ports, and the rest"},
 };
 
-// The codes of all forms of an instruction, in ascending order.
-Codes CodesOf(std::string_view mnemonic) {
-    Codes codes;
-    for (int code = 0; code < 256; ++code) {
-        const int anchor = assembler::AnchorOf(static_cast<std::uint8_t>(code));
-        if (anchor != assembler::NoAnchor && assembler::MnemonicAt(anchor) == mnemonic)
-            codes.push_back(static_cast<std::uint8_t>(code));
-    }
-    return codes;
-}
-
-std::string_view Operand(std::uint8_t code, int column) {
-    return assembler::OperandAt(assembler::AnchorOf(code), column);
+// The rows of all forms of an instruction, with their codes in ascending order.
+Rows RowsOf(std::string_view mnemonic) {
+    Rows rows;
+    std::ranges::copy_if(assembler::InstructionRows(), std::back_inserter(rows),
+                         [=](const InstructionRow& row) { return row.Mnemonic == mnemonic; });
+    std::ranges::sort(rows, {}, &InstructionRow::Opcode);
+    return rows;
 }
 
 std::string Hexadecimal(std::uint8_t code) {
@@ -50,56 +46,53 @@ std::string Hexadecimal(std::uint8_t code) {
 }
 
 // What the guide calls the operands that may stand in a column.
-std::string OperandName(std::uint8_t code, int column) {
-    const std::string_view operand = Operand(code, column);
+std::string OperandName(const InstructionRow& row, std::size_t column) {
+    const std::string_view operand = row.Operands[column];
     if (operand.empty()) return {};
-    if (column == 1 && assembler::TakesLabel(assembler::AnchorOf(code))) return "label";
+    if (column == 0 && row.TakesLabel()) return "label";
     if (operand == "I8") return "byte";
     if (operand == "I16") return "word";
     return operand.size() == 1 ? "r" : "pair";
 }
 
-std::string Form(const InstructionWords& words, std::uint8_t code) {
-    std::string form(words.Mnemonic);
-    if (const std::string first = OperandName(code, 1); !first.empty()) form += " " + first;
-    if (const std::string second = OperandName(code, 2); !second.empty()) form += "," + second;
+std::string Form(const InstructionRow& row) {
+    std::string form(row.Mnemonic);
+    if (const std::string first = OperandName(row, 0); !first.empty()) form += " " + first;
+    if (const std::string second = OperandName(row, 1); !second.empty()) form += "," + second;
     return "`" + form + "`";
 }
 
-std::string Flags(const Codes& codes) {
-    std::string flags(assembler::FlagsChangedBy(codes.back()));
+std::string Flags(const Rows& rows) {
+    std::string flags(assembler::FlagsChangedBy(rows.back().Opcode));
     if (flags.empty()) return "none";
-    const bool isForAll = assembler::FlagsChangedBy(codes.front()) == flags;
-    return isForAll ? flags : std::string(Operand(codes.back(), 1)) + ": " + flags;
+    const bool isForAll = assembler::FlagsChangedBy(rows.front().Opcode) == flags;
+    return isForAll ? flags : std::string(rows.back().Operands[0]) + ": " + flags;
 }
 
-bool UsesMemory(std::uint8_t code) {
-    return Operand(code, 1) == "M" || Operand(code, 2) == "M";
-}
-
-std::string Time(const Codes& codes) {
-    const auto time = assembler::TimeOf(codes.front());
+std::string Time(const Rows& rows) {
+    const auto time = assembler::TimeOf(rows.front().Opcode);
     std::string text = std::to_string(time.Taken);
     if (time.NotTaken != time.Taken) text += " or " + std::to_string(time.NotTaken);
-    const auto withMemory = std::ranges::find_if(codes, UsesMemory);
-    if (withMemory != codes.end()) text += ", M " + std::to_string(assembler::TimeOf(*withMemory).Taken);
+    const auto withMemory = std::ranges::find_if(
+        rows, [](const InstructionRow& row) { return row.Operands[0] == "M" || row.Operands[1] == "M"; });
+    if (withMemory != rows.end()) text += ", M " + std::to_string(assembler::TimeOf(withMemory->Opcode).Taken);
     return text;
 }
 
-std::string CodeList(const Codes& codes) {
-    if (codes.size() == 1) return Hexadecimal(codes.front());
-    if (OperandName(codes.front(), 2) == "r") return "[its own table](#the-codes-of-mov)";
+std::string CodeList(const Rows& rows) {
+    if (rows.size() == 1) return Hexadecimal(rows.front().Opcode);
+    if (OperandName(rows.front(), 1) == "r") return "[its own table](#the-codes-of-mov)";
     std::string list;
-    for (const std::uint8_t code : codes)
-        list += (list.empty() ? "`" : " `") + std::string(Operand(code, 1)) + " " + Hexadecimal(code) + "`";
+    for (const InstructionRow& row : rows)
+        list += (list.empty() ? "`" : " `") + std::string(row.Operands[0]) + " " + Hexadecimal(row.Opcode) + "`";
     return list;
 }
 
 void PrintRow(const InstructionWords& words) {
-    const Codes codes = CodesOf(words.Mnemonic);
-    std::printf("| %s | %s | %s | %s | %d | %s |\n", Form(words, codes.front()).c_str(),
-                std::string(words.Does).c_str(), CodeList(codes).c_str(), Flags(codes).c_str(),
-                assembler::InstructionLength(codes.front()), Time(codes).c_str());
+    const Rows rows = RowsOf(words.Mnemonic);
+    std::printf("| %s | %s | %s | %s | %d | %s |\n", Form(rows.front()).c_str(), std::string(words.Does).c_str(),
+                CodeList(rows).c_str(), Flags(rows).c_str(), assembler::InstructionLength(rows.front().Opcode),
+                Time(rows).c_str());
 }
 
 // One row for each register that takes, one column for each that gives.
@@ -108,13 +101,14 @@ void PrintCodesOfMov() {
     std::printf("\n### The codes of MOV\n\nThe row is the first register, the column the second.\n\n| |");
     for (const char name : registers) std::printf(" %c |", name);
     std::printf("\n|---|---|---|---|---|---|---|---|---|\n");
-    const Codes codes = CodesOf("MOV");
+    const Rows rows = RowsOf("MOV");
     for (const char to : registers) {
         std::printf("| **%c** |", to);
         for (const char from : registers) {
-            const auto code = std::ranges::find_if(
-                codes, [=](std::uint8_t each) { return Operand(each, 1)[0] == to && Operand(each, 2)[0] == from; });
-            std::printf(" %s |", code == codes.end() ? "" : Hexadecimal(*code).c_str());
+            const auto row = std::ranges::find_if(rows, [=](const InstructionRow& each) {
+                return each.Operands[0][0] == to && each.Operands[1][0] == from;
+            });
+            std::printf(" %s |", row == rows.end() ? "" : Hexadecimal(row->Opcode).c_str());
         }
         std::printf("\n");
     }

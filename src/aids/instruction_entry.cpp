@@ -1,8 +1,8 @@
 #include "aids/instruction_entry.h"
 
+#include <algorithm>
 #include <cassert>
 
-#include "assembler/instruction_table.h"
 #include "machine/characters.h"
 #include "machine/number_format.h"
 
@@ -18,18 +18,12 @@ std::u16string LowerCase(std::string_view text) {
     return result;
 }
 
-int OperandCount(int anchor) {
-    if (assembler::OperandAt(anchor, 1).empty()) return 0;
-    return assembler::OperandAt(anchor, 2).empty() ? 1 : 2;
-}
-
 }  // namespace
 
 EntryStep InstructionEntry::ChooseMnemonic(std::string_view mnemonic) {
-    CAMnemonicPos = assembler::FindInstruction(std::u16string(mnemonic.begin(), mnemonic.end()));
-    assert(CAMnemonicPos != assembler::NoAnchor);
-    CAOperandCount = OperandCount(CAMnemonicPos);
-    CAOperandIndex = 1;
+    row_ = assembler::FindInstruction(std::u16string(mnemonic.begin(), mnemonic.end()));
+    assert(row_ != nullptr);
+    CAOperandIndex = 0;
     return CAGetOperand(LowerCase(mnemonic) + u' ');
 }
 
@@ -53,13 +47,14 @@ EntryStep InstructionEntry::ChooseLabel(std::u16string_view label) {
 
 // Appends to the text what stands before the next operand, or ends the line.
 EntryStep InstructionEntry::CAGetOperand(std::u16string text) {
-    if (CAOperandIndex > CAOperandCount) return {text.append(lineEnd), NextEntry::Mnemonic};
-    if (CAOperandIndex == 2) text += u',';
-    const std::string_view operand = assembler::OperandAt(CAMnemonicPos, CAOperandIndex);
-    ++CAOperandIndex;
+    const auto& operands = row_->Operands;
+    if (CAOperandIndex == operands.size() || operands[CAOperandIndex].empty())
+        return {text.append(lineEnd), NextEntry::Mnemonic};
+    if (CAOperandIndex > 0) text += u',';
+    const std::string_view operand = operands[CAOperandIndex++];
 
     if (operand == "I8") return GetDigits(std::move(text), 2);
-    if (assembler::TakesLabel(CAMnemonicPos)) return {std::move(text), NextEntry::Label};
+    if (row_->TakesLabel()) return {std::move(text), NextEntry::Label};
     if (operand == "I16") return GetDigits(std::move(text), 4);
     return {std::move(text), NextEntry::Register};
 }
@@ -71,15 +66,13 @@ EntryStep InstructionEntry::GetDigits(std::u16string text, int count) {
 }
 
 bool InstructionEntry::IsLive(std::string_view caption) const {
-    const int column = CAOperandIndex - 1;
-    const int end = assembler::FirstAnchor + assembler::InstructionRows * assembler::InstructionRowLength;
-    for (int anchor = assembler::FirstAnchor; anchor < end; anchor += assembler::InstructionRowLength)
-        if (assembler::MnemonicAt(anchor) == Mnemonic() && assembler::OperandAt(anchor, column) == caption) return true;
-    return false;
+    return std::ranges::any_of(assembler::InstructionRows(), [&](const assembler::InstructionRow& row) {
+        return row.Mnemonic == Mnemonic() && row.Operands[CAOperandIndex - 1] == caption;
+    });
 }
 
 std::string_view InstructionEntry::Mnemonic() const {
-    return assembler::MnemonicAt(CAMnemonicPos);
+    return row_->Mnemonic;
 }
 
 std::u16string LabelLine(std::u16string_view answer) {

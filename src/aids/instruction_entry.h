@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "assembler/instruction_table.h"
+
 namespace aids {
 
 // What the user is to be asked for after a click of the Code Assistant.
@@ -39,9 +41,8 @@ private:
     EntryStep CAGetOperand(std::u16string text);
     EntryStep GetDigits(std::u16string text, int count);
 
-    int CAMnemonicPos = 0;  // anchor of the mnemonic's first row in the instruction table
-    int CAOperandCount = 0;
-    int CAOperandIndex = 0;  // of the next operand, from 1
+    const assembler::InstructionRow* row_ = nullptr;  // the mnemonic's first in the instruction table
+    std::size_t CAOperandIndex = 0;                   // of the next operand
     int CADigitsWanted = 0;
     int CADigitsEntered = 0;
 };

@@ -21,12 +21,10 @@ struct Figures {
 
 Figures FiguresOf(std::string_view mnemonic) {
     Figures figures;
-    for (int code = 0; code <= 0xFF; ++code) {
-        const auto opcode = static_cast<std::uint8_t>(code);
-        const int anchor = assembler::AnchorOf(opcode);
-        if (anchor == assembler::NoAnchor || assembler::MnemonicAt(anchor) != mnemonic) continue;
-        const assembler::InstructionTime time = assembler::TimeOf(opcode);
-        figures.Length = assembler::InstructionLength(opcode);
+    for (const assembler::InstructionRow& row : assembler::InstructionRows()) {
+        if (row.Mnemonic != mnemonic) continue;
+        const assembler::InstructionTime time = assembler::TimeOf(row.Opcode);
+        figures.Length = assembler::InstructionLength(row.Opcode);
         figures.LeastTStates = std::min({figures.LeastTStates, time.Taken, time.NotTaken});
         figures.MostTStates = std::max({figures.MostTStates, time.Taken, time.NotTaken});
         figures.IsConditional = time.Taken != time.NotTaken;

@@ -44,20 +44,15 @@ private:
     bool ProcessLine();
     bool DefineLabel();
     bool TranslateInstruction();
-    bool SelectByFirstOperand(int& anchor);
-    bool SelectBySecondOperand(int& anchor);
-    bool TranslateFirstOperand(int& anchor);
-    bool TranslateSecondOperand(int& anchor);
+    bool TranslateOperand(std::size_t place, std::u16string_view word);
     bool EmitByte(std::u16string_view word);
     bool EmitWord(std::u16string_view word);
     bool EmitReference();
     bool ResolveLabels();
 
     bool Write(std::int32_t address, std::int32_t value);
-    void ReplaceOpcode(int anchor) { Write(LocationCounter - 1, OpcodeAt(anchor)); }
 
     bool Fail(std::u16string reason, int line);
-    bool FailOnOperand(std::u16string_view operand);
     bool FailGenerally() { return Fail(u"Bad operand", codeMap_.LineAt(LocationCounter - 1)); }
 
     std::u16string_view text_;
@@ -69,9 +64,10 @@ private:
     std::int16_t LineCounter = 0;
     State state_ = State::BeforeFirst;
     std::size_t wordStart_ = 0;
-    std::u16string_view W1;  // mnemonic or label
-    std::u16string_view W2;  // first operand
-    std::u16string_view W3;  // second operand
+    std::u16string_view W1;                // mnemonic or label
+    std::u16string_view W2;                // first operand
+    std::u16string_view W3;                // second operand
+    const InstructionRow* row_ = nullptr;  // of the words translated so far
 };
 
 bool Translation::Scan() {
@@ -146,43 +142,25 @@ bool Translation::DefineLabel() {
 }
 
 bool Translation::TranslateInstruction() {
+    constexpr std::size_t longestSearchableWord = 5;
     codeMap_.SetLine(LocationCounter, LineCounter);
-    if (W1.size() > LongestSearchableWord) return FailGenerally();
-    int anchor = FindInstruction(W1);
-    if (anchor == NoAnchor) return Fail(u"Bad opcode - " + std::u16string(W1), codeMap_.LineAt(LocationCounter));
-    if (!Write(LocationCounter, OpcodeAt(anchor))) return FailGenerally();
+    if (W1.size() > longestSearchableWord) return FailGenerally();
+    row_ = FindInstruction(W1);
+    if (row_ == nullptr) return Fail(u"Bad opcode - " + std::u16string(W1), codeMap_.LineAt(LocationCounter));
+    if (!Write(LocationCounter, row_->Opcode)) return FailGenerally();
     result_.Instructions.push_back(LocationCounter++);
-    return TranslateFirstOperand(anchor) && TranslateSecondOperand(anchor);
+    return TranslateOperand(0, W2) && TranslateOperand(1, W3);
 }
 
-bool Translation::TranslateFirstOperand(int& anchor) {
-    const std::string_view column = OperandAt(anchor, 1);
+// A register operand selects the row, and so the opcode.
+bool Translation::TranslateOperand(std::size_t place, std::u16string_view word) {
+    const std::string_view column = row_->Operands[place];
     if (column.empty()) return true;
-    if (column == "I8") return EmitByte(W2);
-    if (column != "I16") return SelectByFirstOperand(anchor);
-    return TakesLabel(anchor) ? EmitReference() : EmitWord(W2);
-}
-
-bool Translation::TranslateSecondOperand(int& anchor) {
-    const std::string_view column = OperandAt(anchor, 2);
-    if (column.empty()) return true;
-    if (column == "I8") return EmitByte(W3);
-    if (column == "I16") return EmitWord(W3);
-    return SelectBySecondOperand(anchor);
-}
-
-bool Translation::SelectByFirstOperand(int& anchor) {
-    anchor = W2.empty() ? NoAnchor : FindInstruction(W1, W2);
-    if (anchor == NoAnchor) return FailOnOperand(W2);
-    ReplaceOpcode(anchor);
-    return true;
-}
-
-bool Translation::SelectBySecondOperand(int& anchor) {
-    anchor = W3.empty() ? NoAnchor : FindInstruction(W1, W2, W3);
-    if (anchor == NoAnchor) return FailOnOperand(W3);
-    ReplaceOpcode(anchor);
-    return true;
+    if (column == "I8") return EmitByte(word);
+    if (column == "I16") return row_->TakesLabel() ? EmitReference() : EmitWord(word);
+    row_ = word.empty() ? nullptr : FindInstruction(W1, W2, place == 0 ? std::u16string_view() : W3);
+    if (row_ == nullptr) return Fail(u"Bad operand - " + std::u16string(word), codeMap_.LineAt(LocationCounter - 1));
+    return Write(LocationCounter - 1, row_->Opcode);
 }
 
 bool Translation::EmitByte(std::u16string_view word) {
@@ -237,10 +215,6 @@ bool Translation::Fail(std::u16string reason, int line) {
     result_.AsmErrorText = std::move(reason);
     result_.AsmErrorLine = line;
     return false;
-}
-
-bool Translation::FailOnOperand(std::u16string_view operand) {
-    return Fail(u"Bad operand - " + std::u16string(operand), codeMap_.LineAt(LocationCounter - 1));
 }
 
 }  // namespace

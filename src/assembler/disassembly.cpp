@@ -1,5 +1,7 @@
 #include "assembler/disassembly.h"
 
+#include <utility>
+
 #include "assembler/instruction_table.h"
 #include "machine/bytes.h"
 #include "machine/number_format.h"
@@ -7,17 +9,6 @@
 namespace assembler {
 
 namespace {
-
-using Anchors = std::array<int, 256>;
-
-Anchors AnchorsByOpcode() {
-    Anchors anchors{};
-    for (int row = 0; row < InstructionRows; ++row) {
-        const int anchor = FirstAnchor + row * InstructionRowLength;
-        anchors[OpcodeAt(anchor)] = anchor;
-    }
-    return anchors;
-}
 
 // A pair goes by its first register, but for those that have none.
 std::string OperandText(std::string_view column, const std::array<std::uint8_t, 3>& bytes) {
@@ -29,30 +20,21 @@ std::string OperandText(std::string_view column, const std::array<std::uint8_t, 
 
 }  // namespace
 
-int AnchorOf(std::uint8_t opcode) {
-    static const Anchors anchors = AnchorsByOpcode();
-    return anchors[opcode];
-}
-
 int InstructionLength(std::uint8_t opcode) {
-    const int anchor = AnchorOf(opcode);
-    if (anchor == NoAnchor) return 1;
+    const InstructionRow* row = FindInstruction(opcode);
     int length = 1;
-    for (const int column : {1, 2}) {
-        if (OperandAt(anchor, column) == "I8") length += 1;
-        if (OperandAt(anchor, column) == "I16") length += 2;
-    }
+    if (row == nullptr) return length;
+    for (const std::string_view operand : row->Operands) length += operand == "I8" ? 1 : operand == "I16" ? 2 : 0;
     return length;
 }
 
 std::string Disassemble(std::array<std::uint8_t, 3> bytes) {
-    const int anchor = AnchorOf(bytes[0]);
-    if (anchor == NoAnchor) return {};
-    std::string text(MnemonicAt(anchor));
-    for (const int column : {1, 2}) {
-        const std::string operand = OperandText(OperandAt(anchor, column), bytes);
-        if (!operand.empty()) text += (column == 1 ? ' ' : ',') + operand;
-    }
+    const InstructionRow* row = FindInstruction(bytes[0]);
+    if (row == nullptr) return {};
+    std::string text(row->Mnemonic);
+    char separator = ' ';
+    for (const std::string_view operand : row->Operands)
+        if (!operand.empty()) text += std::exchange(separator, ',') + OperandText(operand, bytes);
     return text;
 }
 

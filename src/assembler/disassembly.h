@@ -6,14 +6,11 @@
 
 namespace assembler {
 
-// The instruction table's row of an opcode, by its anchor; NoAnchor for a code that is no instruction.
-int AnchorOf(std::uint8_t opcode);
-
-// In bytes, 1 to 3; 1 for a code that is no instruction.
+// In bytes, 1 to 3; 1 for a code that is not an instruction.
 int InstructionLength(std::uint8_t opcode);
 
 // The instruction that the bytes begin with, as it is written in a program: "MVI A,05", "LXI H,9000", "PUSH PSW".
-// Numbers have two or four digits, and the target of a jump or call is its address. Empty for a code that is no
+// Numbers have two or four digits, and the target of a jump or call is its address. Empty for a code that is not an
 // instruction.
 std::string Disassemble(std::array<std::uint8_t, 3> bytes);
 

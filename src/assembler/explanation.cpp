@@ -64,15 +64,7 @@ bool IsOneLetterOff(View one, View other) {
 }
 
 bool IsMnemonic(View word) {
-    return FindInstruction(word) != NoAnchor;
-}
-
-template <class Take>
-void ForEachRowOf(View mnemonic, Take take) {
-    for (int row = 0; row < InstructionRows; ++row) {
-        const int anchor = FirstAnchor + row * InstructionRowLength;
-        if (mnemonic.empty() || Wide(MnemonicAt(anchor)) == mnemonic) take(anchor);
-    }
+    return FindInstruction(word) != nullptr;
 }
 
 void AppendOnce(std::vector<Text>& words, Text word) {
@@ -82,10 +74,8 @@ void AppendOnce(std::vector<Text>& words, Text word) {
 std::vector<Text> MnemonicsLike(View word) {
     std::vector<Text> like;
     if (word.size() < 2) return like;  // one letter is one letter off from too many
-    ForEachRowOf({}, [&](int anchor) {
-        const Text mnemonic = Wide(MnemonicAt(anchor));
-        if (IsOneLetterOff(word, mnemonic)) AppendOnce(like, mnemonic);
-    });
+    for (const InstructionRow& row : InstructionRows())
+        if (IsOneLetterOff(word, Wide(row.Mnemonic))) AppendOnce(like, Wide(row.Mnemonic));
     return like;
 }
 
@@ -137,7 +127,7 @@ bool HasNoBreakSpace(View word) {
 
 // The longest mnemonic that the word begins with and that something else than a comma follows; empty for none.
 View MnemonicInFront(View word) {
-    for (std::size_t length = std::min<std::size_t>(MnemonicWidth, word.size()); length >= 2; --length)
+    for (std::size_t length = std::min<std::size_t>(4, word.size()); length >= 2; --length)
         if (IsMnemonic(word.substr(0, length)))
             return word.substr(length).starts_with(u',') ? View() : word.substr(0, length);
     return {};
@@ -172,8 +162,8 @@ public:
             return stickingComment;
         const View mnemonic = failed_.FaultWords[0];
         if (mnemonic.ends_with(u':')) return fullTable;
-        const int anchor = FindInstruction(mnemonic);
-        return anchor == NoAnchor ? OfMnemonic() : OfOperands(anchor);
+        const InstructionRow* row = FindInstruction(mnemonic);
+        return row == nullptr ? OfMnemonic() : OfOperands(row);
     }
 
 private:
@@ -191,8 +181,8 @@ private:
     bool IsJumpedTo(View label) const {
         return std::ranges::any_of(WordsOfLines(program_.Text), [label](const std::vector<Text>& words) {
             if (words.size() < 2 || words[1] != label) return false;
-            const int anchor = FindInstruction(words[0]);
-            return anchor != NoAnchor && TakesLabel(anchor);
+            const InstructionRow* row = FindInstruction(words[0]);
+            return row != nullptr && row->TakesLabel();
         });
     }
 
@@ -239,38 +229,38 @@ private:
         return none + u"put data into memory by instructions or by a data file";
     }
 
-    Text OfOperands(int anchor) const {
+    Text OfOperands(const InstructionRow* row) const {
         const View mnemonic = failed_.FaultWords[0];
-        for (const int column : {1, 2}) {
-            const View word = failed_.FaultWords[static_cast<std::size_t>(column)];
-            const std::string_view takes = OperandAt(anchor, column);
-            if (TakesLabel(anchor)) return fullTable;
+        for (const std::size_t column : {0, 1}) {
+            const View word = failed_.FaultWords[column + 1];
+            const std::string_view takes = row->Operands[column];
+            if (row->TakesLabel()) return fullTable;
             if (takes == "I8" || takes == "I16") return OfNumber(mnemonic, word, takes == "I8");
-            const int found =
-                column == 1 ? FindInstruction(mnemonic, word) : FindInstruction(mnemonic, failed_.FaultWords[1], word);
-            if (word.empty() || found == NoAnchor) return OfRegister(mnemonic, word, column);
-            anchor = found;
+            row =
+                column == 0 ? FindInstruction(mnemonic, word) : FindInstruction(mnemonic, failed_.FaultWords[1], word);
+            if (word.empty() || row == nullptr) return OfRegister(mnemonic, word, column);
         }
         return {};
     }
 
-    Text OfRegister(View mnemonic, View word, int column) const {
+    Text OfRegister(View mnemonic, View word, std::size_t column) const {
         if (word.find(u',') != View::npos) return strayComma;
         if (ReadNumber(word) && !Contains(registerNames, word))
             for (const auto& [withRegister, withNumber] : twins)
-                if (mnemonic == withRegister && (mnemonic != u"MOV" || column == 2))
+                if (mnemonic == withRegister && (mnemonic != u"MOV" || column == 1))
                     return Text(mnemonic) + u" takes a register here; " + Text(withNumber) + u" takes a number";
 
         std::vector<Text> choices;
-        ForEachRowOf(mnemonic, [&](int anchor) {
-            const std::string_view operand = OperandAt(anchor, column);
+        for (const InstructionRow& row : InstructionRows()) {
+            if (Wide(row.Mnemonic) != mnemonic) continue;
+            const std::string_view operand = row.Operands[column];
             const bool isPair = operand.size() == 2 && operand != "SP";
-            if (column == 1 || Wide(OperandAt(anchor, 1)).front() == failed_.FaultWords[1].front())
+            if (column == 0 || Wide(row.Operands[0]).front() == failed_.FaultWords[1].front())
                 AppendOnce(choices, Wide(isPair ? operand.substr(0, 1) : operand));
-        });
+        }
         std::ranges::sort(choices, {}, [](View name) { return std::ranges::find(registerNames, name); });
         const Text takes =
-            Text(mnemonic) + u" takes " + Choice(choices) + (column == 2 ? u" as its second operand" : u"");
+            Text(mnemonic) + u" takes " + Choice(choices) + (column == 1 ? u" as its second operand" : u"");
         return takes + (word.empty() ? u", which is missing" : u", not " + Shortened(word));
     }
 

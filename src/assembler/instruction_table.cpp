@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 
+#include "assembler/mnemonic_list.h"
 #include "machine/number_format.h"
 
 namespace assembler {
@@ -11,10 +11,10 @@ namespace assembler {
 namespace {
 
 struct InstructionForm {
-    std::string_view Mnemonic;  // empty for a code that is no instruction
-    std::string_view FirstOperand;
-    std::string_view SecondOperand;
+    std::string_view Mnemonic = {};  // empty for a code that is not an instruction
     char Group = '0';
+    std::string_view FirstOperand = {};
+    std::string_view SecondOperand = {};
 };
 
 struct SingleForm {
@@ -32,42 +32,35 @@ constexpr std::array<std::string_view, 8> callMnemonics = {"CNZ", "CZ", "CNC", "
 constexpr std::array<std::string_view, 8> returnMnemonics = {"RNZ", "RZ", "RNC", "RC", "RPO", "RPE", "RP", "RM"};
 
 // The instructions that belong to no family.
-constexpr std::array singleForms = {
-    SingleForm{0x02, {"STAX", "BC", "", '1'}},  SingleForm{0x12, {"STAX", "DE", "", '1'}},
-    SingleForm{0x0A, {"LDAX", "BC", "", '1'}},  SingleForm{0x1A, {"LDAX", "DE", "", '1'}},
-    SingleForm{0x22, {"SHLD", "I16", "", '1'}}, SingleForm{0x2A, {"LHLD", "I16", "", '1'}},
-    SingleForm{0x32, {"STA", "I16", "", '1'}},  SingleForm{0x3A, {"LDA", "I16", "", '1'}},
-    SingleForm{0xE3, {"XTHL", "", "", '1'}},    SingleForm{0xE9, {"PCHL", "", "", '1'}},
-    SingleForm{0xEB, {"XCHG", "", "", '1'}},    SingleForm{0xF9, {"SPHL", "", "", '1'}},
-    SingleForm{0xC6, {"ADI", "I8", "", '2'}},   SingleForm{0xCE, {"ACI", "I8", "", '2'}},
-    SingleForm{0xD6, {"SUI", "I8", "", '2'}},   SingleForm{0xDE, {"SBI", "I8", "", '2'}},
-    SingleForm{0x07, {"RLC", "", "", '2'}},     SingleForm{0x0F, {"RRC", "", "", '2'}},
-    SingleForm{0x17, {"RAL", "", "", '2'}},     SingleForm{0x1F, {"RAR", "", "", '2'}},
-    SingleForm{0x27, {"DAA", "", "", '2'}},     SingleForm{0xE6, {"ANI", "I8", "", '3'}},
-    SingleForm{0xEE, {"XRI", "I8", "", '3'}},   SingleForm{0xF6, {"ORI", "I8", "", '3'}},
-    SingleForm{0x2F, {"CMA", "", "", '3'}},     SingleForm{0x37, {"STC", "", "", '3'}},
-    SingleForm{0x3F, {"CMC", "", "", '3'}},     SingleForm{0xC3, {"JMP", "I16", "", '4'}},
-    SingleForm{0xCD, {"CALL", "I16", "", '4'}}, SingleForm{0xC9, {"RET", "", "", '4'}},
-    SingleForm{0xFE, {"CPI", "I8", "", '4'}},   SingleForm{0x00, {"NOP", "", "", '5'}},
-    SingleForm{0x76, {"HLT", "", "", '5'}},     SingleForm{0xDB, {"IN", "I8", "", '5'}},
-    SingleForm{0xD3, {"OUT", "I8", "", '5'}},
-};
+constexpr SingleForm singleForms[] = {
+    {0x02, {"STAX", '1', "BC"}}, {0x12, {"STAX", '1', "DE"}},  {0x0A, {"LDAX", '1', "BC"}},
+    {0x1A, {"LDAX", '1', "DE"}}, {0x22, {"SHLD", '1', "I16"}}, {0x2A, {"LHLD", '1', "I16"}},
+    {0x32, {"STA", '1', "I16"}}, {0x3A, {"LDA", '1', "I16"}},  {0xE3, {"XTHL", '1'}},
+    {0xE9, {"PCHL", '1'}},       {0xEB, {"XCHG", '1'}},        {0xF9, {"SPHL", '1'}},
+    {0xC6, {"ADI", '2', "I8"}},  {0xCE, {"ACI", '2', "I8"}},   {0xD6, {"SUI", '2', "I8"}},
+    {0xDE, {"SBI", '2', "I8"}},  {0x07, {"RLC", '2'}},         {0x0F, {"RRC", '2'}},
+    {0x17, {"RAL", '2'}},        {0x1F, {"RAR", '2'}},         {0x27, {"DAA", '2'}},
+    {0xE6, {"ANI", '3', "I8"}},  {0xEE, {"XRI", '3', "I8"}},   {0xF6, {"ORI", '3', "I8"}},
+    {0x2F, {"CMA", '3'}},        {0x37, {"STC", '3'}},         {0x3F, {"CMC", '3'}},
+    {0xC3, {"JMP", '4', "I16"}}, {0xCD, {"CALL", '4', "I16"}}, {0xC9, {"RET", '4'}},
+    {0xFE, {"CPI", '4', "I8"}},  {0x00, {"NOP", '5'}},         {0x76, {"HLT", '5'}},
+    {0xDB, {"IN", '5', "I8"}},   {0xD3, {"OUT", '5', "I8"}}};
 
 // The families of codes 00 to 3F, told apart by their low bits.
 constexpr InstructionForm LowForm(unsigned opcode) {
     const std::string_view destination = registerNames[opcode >> 3 & 7];
     const std::string_view pair = pairNames[opcode >> 4 & 3];
     switch (opcode & 0x0F) {
-        case 0x1: return {"LXI", pair, "I16", '1'};
-        case 0x3: return {"INX", pair, "", '2'};
-        case 0x9: return {"DAD", pair, "", '2'};
-        case 0xB: return {"DCX", pair, "", '2'};
+        case 0x1: return {"LXI", '1', pair, "I16"};
+        case 0x3: return {"INX", '2', pair};
+        case 0x9: return {"DAD", '2', pair};
+        case 0xB: return {"DCX", '2', pair};
         default: break;
     }
     switch (opcode & 7) {
-        case 4: return {"INR", destination, "", '2'};
-        case 5: return {"DCR", destination, "", '2'};
-        case 6: return {"MVI", destination, "I8", '1'};
+        case 4: return {"INR", '2', destination};
+        case 5: return {"DCR", '2', destination};
+        case 6: return {"MVI", '1', destination, "I8"};
         default: return {};
     }
 }
@@ -77,14 +70,14 @@ constexpr InstructionForm HighForm(unsigned opcode) {
     const unsigned condition = opcode >> 3 & 7;
     const std::string_view pair = stackPairNames[opcode >> 4 & 3];
     switch (opcode & 7) {
-        case 0: return {returnMnemonics[condition], "", "", '4'};
-        case 2: return {jumpMnemonics[condition], "I16", "", '4'};
-        case 4: return {callMnemonics[condition], "I16", "", '4'};
+        case 0: return {returnMnemonics[condition], '4'};
+        case 2: return {jumpMnemonics[condition], '4', "I16"};
+        case 4: return {callMnemonics[condition], '4', "I16"};
         default: break;
     }
     switch (opcode & 0x0F) {
-        case 0x1: return {"POP", pair, "", '1'};
-        case 0x5: return {"PUSH", pair, "", '1'};
+        case 0x1: return {"POP", '1', pair};
+        case 0x5: return {"PUSH", '1', pair};
         default: return {};
     }
 }
@@ -96,13 +89,16 @@ constexpr InstructionForm FormOf(unsigned opcode) {
     const std::string_view source = registerNames[opcode & 7];
     switch (opcode >> 6) {
         case 0: return LowForm(opcode);
-        case 1: return {"MOV", registerNames[opcode >> 3 & 7], source, '1'};
-        case 2: return {accumulatorMnemonics[opcode >> 3 & 7], source, "", opcode < 0xA0 ? '2' : '3'};
+        case 1: return {"MOV", '1', registerNames[opcode >> 3 & 7], source};
+        case 2: return {accumulatorMnemonics[opcode >> 3 & 7], opcode < 0xA0 ? '2' : '3', source};
         default: return HighForm(opcode);
     }
 }
 
-using TableText = std::array<char, std::size_t{InstructionRows} * InstructionRowLength>;
+constexpr std::size_t rowCount = 234;
+constexpr std::size_t rowLength = 21;
+
+using TableText = std::array<char, rowCount * rowLength>;
 
 constexpr TableText BuildInstructionTable() {
     constexpr unsigned firstOpcode = 0x7C;
@@ -128,68 +124,54 @@ constexpr TableText BuildInstructionTable() {
 
 constexpr TableText tableText = BuildInstructionTable();
 
-constexpr std::string_view RowText(int anchor, int distance, int width) {
-    const std::string_view field(tableText.data() + anchor - 1 + distance, static_cast<std::size_t>(width));
-    return field.substr(0, field.find_last_not_of(' ') + 1);
-}
-
-bool BeginsWith(int position, std::string_view text, std::u16string_view beginning) {
-    if (beginning.size() > text.size() - static_cast<std::size_t>(position)) return false;
-    return std::equal(beginning.begin(), beginning.end(), text.begin() + position,
-                      [](char16_t wanted, char found) { return wanted == static_cast<char16_t>(found); });
-}
-
-// The first row in which the mnemonic column holds just the mnemonic and what follows it begins with `operands`.
-int FindRow(std::u16string_view mnemonic, std::u16string_view operands) {
-    if (mnemonic.size() > MnemonicWidth) return NoAnchor;
-    constexpr int operandDistance = 6;
-    for (int row = 0; row < InstructionRows; ++row) {
-        const int anchor = FirstAnchor + row * InstructionRowLength;
-        // positions in the table count from 1, indices from 0: the anchor is the index of the mnemonic
-        if (BeginsWith(anchor, InstructionTable, mnemonic) && MnemonicAt(anchor).size() == mnemonic.size() &&
-            BeginsWith(anchor - 1 + operandDistance, InstructionTable, operands))
-            return anchor;
+constexpr std::array<InstructionRow, rowCount> ReadRows() {
+    std::array<InstructionRow, rowCount> rows;
+    std::string_view text(tableText.data(), tableText.size());
+    for (InstructionRow& row : rows) {
+        const auto column = [text](std::size_t start, std::size_t width) {
+            const std::string_view field = text.substr(start, width);
+            return field.substr(0, field.find_last_not_of(' ') + 1);
+        };
+        const auto opcode = m8085::ReadHexNumber(column(0, 2), 0xFF);
+        row = {static_cast<std::uint8_t>(*opcode), column(3, 4), {column(8, 3), column(12, 3)}};
+        text.remove_prefix(rowLength);
     }
-    return NoAnchor;
+    return rows;
+}
+
+constexpr std::array<InstructionRow, rowCount> rows = ReadRows();
+
+static_assert(NameAllMnemonics(rows));
+
+constexpr auto rowsByOpcode = [] {
+    std::array<const InstructionRow*, 256> byOpcode{};
+    for (const InstructionRow& row : rows) byOpcode[row.Opcode] = &row;
+    return byOpcode;
+}();
+
+bool BeginsWith(std::string_view text, std::u16string_view beginning) {
+    return beginning.size() <= text.size() && std::equal(beginning.begin(), beginning.end(), text.begin());
 }
 
 }  // namespace
 
 const std::string_view InstructionTable(tableText.data(), tableText.size());
 
-int FindInstruction(std::u16string_view mnemonic) {
-    return FindRow(mnemonic, {});
+std::span<const InstructionRow> InstructionRows() {
+    return rows;
 }
 
-int FindInstruction(std::u16string_view mnemonic, std::u16string_view firstOperand) {
-    return FindRow(mnemonic, firstOperand);
+const InstructionRow* FindInstruction(std::uint8_t opcode) {
+    return rowsByOpcode[opcode];
 }
 
-int FindInstruction(std::u16string_view mnemonic, std::u16string_view firstOperand, std::u16string_view secondOperand) {
-    std::u16string operands(firstOperand.substr(0, 1));
-    operands += u"   ";
-    operands += secondOperand;
-    return FindRow(mnemonic, operands);
-}
-
-std::uint8_t OpcodeAt(int anchor) {
-    const std::string_view digits = RowText(anchor, -2, 2);
-    return static_cast<std::uint8_t>(m8085::HexDigitValue(static_cast<unsigned char>(digits[0])) << 4 |
-                                     m8085::HexDigitValue(static_cast<unsigned char>(digits[1])));
-}
-
-std::string_view MnemonicAt(int anchor) {
-    return RowText(anchor, 1, MnemonicWidth);
-}
-
-std::string_view OperandAt(int anchor, int column) {
-    assert(column == 1 || column == 2);
-    return RowText(anchor, 6 + 4 * (column - 1), OperandColumnWidth);
-}
-
-bool TakesLabel(int anchor) {
-    const char initial = MnemonicAt(anchor).front();
-    return OperandAt(anchor, 1) == "I16" && (initial == 'J' || initial == 'C');
+const InstructionRow* FindInstruction(std::u16string_view mnemonic, std::u16string_view firstOperand,
+                                      std::u16string_view secondOperand) {
+    const auto found = std::ranges::find_if(rows, [=](const InstructionRow& row) {
+        return row.Mnemonic.size() == mnemonic.size() && BeginsWith(row.Mnemonic, mnemonic) &&
+               BeginsWith(row.Operands[0], firstOperand) && BeginsWith(row.Operands[1], secondOperand);
+    });
+    return found == rows.end() ? nullptr : &*found;
 }
 
 }  // namespace assembler

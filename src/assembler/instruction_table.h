@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace assembler {
@@ -11,30 +13,25 @@ namespace assembler {
 // many bits, or blanks. The rows begin with opcode 7C, run up to FE and go on from 00 to 7B.
 extern const std::string_view InstructionTable;
 
-inline constexpr int InstructionRows = 234;
-inline constexpr int InstructionRowLength = 21;
-inline constexpr int MnemonicWidth = 4;
-inline constexpr int OperandColumnWidth = 3;
-inline constexpr int LongestSearchableWord = 5;
+// What a row says. Its texts are without padding.
+struct InstructionRow {
+    std::uint8_t Opcode = 0;
+    std::string_view Mnemonic;
+    std::array<std::string_view, 2> Operands;  // empty where the instruction has no such operand
 
-// A place in the table is named by its anchor: the position, counted from 1, of the blank before a row's mnemonic.
-// 0 is the anchor of nothing.
-inline constexpr int NoAnchor = 0;
-inline constexpr int FirstAnchor = 3;
+    // Whether the first operand is a label: that of all jumps and calls is, and of nothing else.
+    constexpr bool TakesLabel() const { return Operands[0] == "I16" && (Mnemonic[0] == 'J' || Mnemonic[0] == 'C'); }
+};
 
-// Each search returns the anchor of the first row that fits, or NoAnchor, and takes upper case. Words of more than
-// five characters fit no row. Operands need only be the beginning of what their column holds, so that "B" finds BC.
-int FindInstruction(std::u16string_view mnemonic);
-int FindInstruction(std::u16string_view mnemonic, std::u16string_view firstOperand);
-// Of the first operand only its first character counts, and it must be a one-letter register.
-int FindInstruction(std::u16string_view mnemonic, std::u16string_view firstOperand, std::u16string_view secondOperand);
+// In the order of the table.
+std::span<const InstructionRow> InstructionRows();
 
-// What stands in a row. The anchor must be one of the table's.
-std::uint8_t OpcodeAt(int anchor);
-std::string_view MnemonicAt(int anchor);  // without padding
-// column is 1 or 2; without padding, so empty where the instruction has no such operand
-std::string_view OperandAt(int anchor, int column);
-// Whether the first operand is a label: that of all jumps and calls is, and of nothing else.
-bool TakesLabel(int anchor);
+// nullptr for a code that is not an instruction.
+const InstructionRow* FindInstruction(std::uint8_t opcode);
+
+// The first row of the mnemonic whose operand columns begin with the operands, so that "B" finds BC and nothing finds
+// any of them; nullptr if there is none. Takes upper case.
+const InstructionRow* FindInstruction(std::u16string_view mnemonic, std::u16string_view firstOperand = {},
+                                      std::u16string_view secondOperand = {});
 
 }  // namespace assembler

@@ -44,15 +44,15 @@ private:
     std::size_t LengthAt(std::size_t at) const { return static_cast<std::size_t>(InstructionLength(bytes_[at])); }
     bool IsWhole(std::size_t at) const { return at + LengthAt(at) <= bytes_.size(); }
     bool IsBranch(std::size_t at) const {
-        const int anchor = AnchorOf(bytes_[at]);
-        return anchor != NoAnchor && TakesLabel(anchor) && IsWhole(at);
+        const InstructionRow* row = FindInstruction(bytes_[at]);
+        return row != nullptr && row->TakesLabel() && IsWhole(at);
     }
     std::int32_t TargetAt(std::size_t at) const { return m8085::Join(bytes_[at + 2], bytes_[at + 1]); }
 
     void WriteLine(std::size_t at) {
         const std::string address = FormatHexLong(AddressOf(at));
-        if (AnchorOf(bytes_[at]) == NoAnchor)
-            return Mark(address, m8085::FormatHexByte(bytes_[at]) + " is not an instruction");
+        const InstructionRow* row = FindInstruction(bytes_[at]);
+        if (row == nullptr) return Mark(address, m8085::FormatHexByte(bytes_[at]) + " is not an instruction");
         if (!IsWhole(at)) return Mark(address, "the program ends inside an instruction");
         if (targets_.contains(AddressOf(at))) {
             program_.Text += "L" + address + ":\n";
@@ -68,7 +68,7 @@ private:
         isLastALabel_ = false;
         ++entries_;
         const std::string target = FormatHexLong(TargetAt(at));
-        const std::string mnemonic(MnemonicAt(AnchorOf(bytes_[at])));
+        const std::string mnemonic(row->Mnemonic);
         program_.Text += mnemonic + " L" + target + "\n";
         if (!starts_.contains(TargetAt(at)))
             Mark(address, mnemonic + " goes to " + target + ", where no instruction of the program begins");

@@ -23,7 +23,7 @@ Text Number(int value) {
 }
 
 bool IsMnemonic(View word) {
-    return FindInstruction(word) != NoAnchor;
+    return FindInstruction(word) != nullptr;
 }
 
 bool IsLabel(View word) {
@@ -91,17 +91,17 @@ private:
                 Warn(u"only " + words[first] + u" counts on this line: " + words[0] + u" is lost");
             return;
         }
-        const int anchor = FindInstruction(words[0]);
+        const InstructionRow* row = FindInstruction(words[0]);
         for (std::size_t place = 1; place < words.size(); ++place)
-            if (IsMnemonic(words[place]) && OperandAt(anchor, static_cast<int>(place)).empty())
+            if (IsMnemonic(words[place]) && row->Operands[place - 1].empty())
                 Warn(u"only " + words[0] + u" counts on this line: " + words[place] + u" is lost");
     }
 
     void LookAtNumbers(const Words& words) {
-        const int anchor = FindInstruction(words[0]);
-        if (anchor == NoAnchor || TakesLabel(anchor) || words.size() > 3) return;
+        const InstructionRow* row = FindInstruction(words[0]);
+        if (row == nullptr || row->TakesLabel() || words.size() > 3) return;
         for (std::size_t place = 1; place < words.size(); ++place) {
-            const std::string_view takes = OperandAt(anchor, static_cast<int>(place));
+            const std::string_view takes = row->Operands[place - 1];
             const Text& word = words[place];
             if ((takes != "I8" && takes != "I16") || !ReadNumber(word)) continue;
             // Four digits are an address, and addresses are hexadecimal in everybody's programs.

@@ -39,7 +39,7 @@ bool HasStopped(Simulation& simulation) {
     else if (machine.Halted || simulation.Code.LineAt(machine.PC) == 0)
         simulation.HowItEnded = Outcome::Ended;
     else if (machine.CanFetch() &&
-             assembler::AnchorOf(machine.Memory[static_cast<std::size_t>(machine.PC)]) == assembler::NoAnchor)
+             assembler::FindInstruction(machine.Memory[static_cast<std::size_t>(machine.PC)]) == nullptr)
         simulation.HowItEnded = Outcome::NoInstruction;
     else
         return false;
@@ -65,7 +65,7 @@ void RunTraced(Simulation& simulation, std::uint64_t limit, const TraceSink& tra
         const Fetched instruction = FetchAtPC(machine);
         machine.ExecuteInstruction();
         hasStopped = HasStopped(simulation);
-        const bool isInstruction = assembler::AnchorOf(instruction.Bytes[0]) != assembler::NoAnchor;
+        const bool isInstruction = assembler::FindInstruction(instruction.Bytes[0]) != nullptr;
         if (isInstruction && machine.Refused.Reason == m8085::Limit::None) AppendTraceLine(lines, instruction, machine);
         if (lines.size() < fullBuffer && !hasStopped && limit > 1) continue;
         trace(lines);

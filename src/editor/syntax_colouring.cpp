@@ -1,7 +1,6 @@
 #include "editor/syntax_colouring.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 
 #include "assembler/mnemonic_list.h"
@@ -11,42 +10,15 @@ namespace editor {
 
 namespace {
 
-using assembler::MnemonicList;
-
-constexpr std::size_t longestMnemonic = 4;
-constexpr std::string_view separators = " \n";
-
-constexpr std::size_t CountMnemonics() {
-    std::size_t count = 0;
-    for (std::size_t i = 1; i < MnemonicList.size(); ++i) {
-        const bool begins = separators.find(MnemonicList[i - 1]) != std::string_view::npos;
-        if (begins && separators.find(MnemonicList[i]) == std::string_view::npos) ++count;
-    }
-    return count;
-}
-
-constexpr std::array<std::string_view, CountMnemonics()> SortedMnemonics() {
-    std::array<std::string_view, CountMnemonics()> words{};
-    std::size_t start = 0;
-    for (std::string_view& word : words) {
-        start = MnemonicList.find_first_not_of(separators, start);
-        const std::size_t end = std::min(MnemonicList.find_first_of(separators, start), MnemonicList.size());
-        word = MnemonicList.substr(start, end - start);
-        start = end;
-    }
-    std::ranges::sort(words);
-    return words;
-}
-
 bool IsMnemonic(std::u16string_view word) {
-    static constexpr auto mnemonics = SortedMnemonics();
+    constexpr std::size_t longestMnemonic = 4;
     if (word.size() > longestMnemonic) return false;
     std::string upper;
     for (const char16_t character : word) {
         if (character > 0x7F) return false;
         upper += static_cast<char>(m8085::ToUpperCase(character));
     }
-    return std::ranges::binary_search(mnemonics, std::string_view(upper));
+    return std::ranges::binary_search(assembler::Mnemonics, std::string_view(upper));
 }
 
 // Letters, digits and the underscore. Beyond ASCII everything counts as a letter but the ranges of signs, spaces and

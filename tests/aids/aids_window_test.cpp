@@ -51,12 +51,11 @@ protected:
 
 TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) {
     const auto rig = std::make_unique<support::TestRig>();
-    for (int row = 0; row < assembler::InstructionRows; ++row) {
-        const int anchor = assembler::FirstAnchor + row * assembler::InstructionRowLength;
+    for (const assembler::InstructionRow& row : assembler::InstructionRows()) {
         const auto text = [](std::string_view word) { return QString::fromStdString(std::string(word)); };
-        const QString mnemonic = text(assembler::MnemonicAt(anchor));
-        const QString first = text(assembler::OperandAt(anchor, 1));
-        const QString second = text(assembler::OperandAt(anchor, 2));
+        const QString mnemonic = text(row.Mnemonic);
+        const QString first = text(row.Operands[0]);
+        const QString second = text(row.Operands[1]);
         txtCode.SetText(u"");
         const bool isBranch = first == "I16" && (mnemonic[0] == 'J' || mnemonic[0] == 'C');
         const InputAnswer label("loop");
@@ -67,7 +66,7 @@ TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) 
         if (!second.isEmpty()) line += ',' + Enter(second);
         ASSERT_EQ(txtCode.Text(), (line + "\r\n").toStdU16String());
         ASSERT_TRUE(rig->Assemble(txtCode.Text() + u"loop:").Succeeded) << qPrintable(line);
-        ASSERT_EQ(rig->machine.Memory[0x8000], assembler::OpcodeAt(anchor)) << qPrintable(line);
+        ASSERT_EQ(rig->machine.Memory[0x8000], row.Opcode) << qPrintable(line);
     }
 }
 

@@ -19,7 +19,8 @@ TEST(InstructionWords, NameTheFlagsThatTheMachineChanges) {
     for (int round = 0; round < 400 * 256; ++round) {
         static m8085::MachineState machine;
         const auto opcode = static_cast<std::uint8_t>(round);
-        if (AnchorOf(opcode) == NoAnchor) continue;
+        const InstructionRow* row = FindInstruction(opcode);
+        if (row == nullptr) continue;
         machine.SetPSW(static_cast<std::uint16_t>(random()));
         for (std::uint8_t code = 0; code < 8; ++code) machine.SetReg(code, byte());
         machine.PC = 0x8000;
@@ -28,7 +29,7 @@ TEST(InstructionWords, NameTheFlagsThatTheMachineChanges) {
         for (const std::size_t address : {0x8001, 0x9000, 0x9001}) machine.Memory[address] = byte();
         const int before = machine.GetFlagByte();
         machine.ExecuteInstruction();
-        changedBy[{MnemonicAt(AnchorOf(opcode)), FlagsChangedBy(opcode)}] |= before ^ machine.GetFlagByte();
+        changedBy[{row->Mnemonic, FlagsChangedBy(opcode)}] |= before ^ machine.GetFlagByte();
     }
     for (const auto& [said, changed] : changedBy) {
         std::string flags;
@@ -47,12 +48,13 @@ TEST(Disassembly, AssemblesToTheSameBytes) {
     EXPECT_EQ(text({0xF1, 0, 0}), "POP PSW");
     for (int opcode = 0; opcode < 256; ++opcode) {
         const auto code = static_cast<std::uint8_t>(opcode);
+        const InstructionRow* row = FindInstruction(code);
         const std::string line = text({code, 0xA5, 0x0C});
-        EXPECT_EQ(line.empty(), AnchorOf(code) == NoAnchor);
+        EXPECT_EQ(line.empty(), row == nullptr);
         support::TestRig rig;
         rig.Assemble(std::u16string(line.begin(), line.end()) + u"\r\nhlt\r\n0ca5:");
         const auto length = static_cast<std::size_t>(InstructionLength(code));
-        if (line.empty() || TakesLabel(AnchorOf(code))) continue;
+        if (row == nullptr || row->TakesLabel()) continue;
         EXPECT_EQ(rig.machine.Memory[0x8000], code) << line;
         EXPECT_EQ(rig.machine.Memory[0x8000 + length], 0x76) << line;
         EXPECT_EQ(rig.machine.Memory[0x8000 + length - 1],
