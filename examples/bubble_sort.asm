@@ -5,8 +5,8 @@
 ; with its neighbour and swaps the two if they
 ; stand in the wrong order. So the largest
 ; number moves up to the end like a bubble, and
-; the next pass can be shorter by one. Watch it
-; with Slow Run.
+; the next pass can be shorter by one. Keep F8
+; pressed to watch it.
 
 ; Put eight numbers into memory. Try others in
 ; their place.

@@ -146,8 +146,8 @@ void RegisterPanel::AddFlags() {
         {" P", "txtPf", "Parity flag P, bit 2 of F", "1 when the result has an even number of bits that are 1",
          &Registers::P},
         {" -", "txtUndef3", "Undefined bit 1 of F", noMeaning, nullptr},
-        {"CY", "txtCyf", "Carry flag CY, bit 0 of F", "1 when an addition went beyond FF, or a subtraction below 0",
-         &Registers::CY},
+        {"CY", "txtCyf", "Carry flag CY, bit 0 of F",
+         "1 when a sum was too large, a difference below 0, or a rotation moved a 1 into it", &Registers::CY},
     };
     for (int left = flags; const Bit& bit : bits) {
         QLabel* label = AddLabel(bit.Label, {left, RowTop(0), flagPitch - 1, rowHeight}, Qt::AlignHCenter);
