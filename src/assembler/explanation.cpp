@@ -231,7 +231,7 @@ private:
 
     Text OfOperands(const InstructionRow* row) const {
         const View mnemonic = failed_.FaultWords[0];
-        for (const std::size_t column : {0, 1}) {
+        for (const std::size_t column : {std::size_t{0}, std::size_t{1}}) {
             const View word = failed_.FaultWords[column + 1];
             const std::string_view takes = row->Operands[column];
             if (row->TakesLabel()) return fullTable;
