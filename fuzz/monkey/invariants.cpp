@@ -32,8 +32,8 @@ bool IsFailureTold() {
 }
 
 // A text without what opening and saving may change: line ends, and the half of a surrogate pair.
-QByteArray Comparable(const std::u16string& text) {
-    return QString::fromStdU16String(text).replace("\r\n", "\n").replace('\r', '\n').toUtf8();
+QList<uint> Comparable(const std::u16string& text) {
+    return QString::fromStdU16String(text).replace("\r\n", "\n").replace('\r', '\n').toUcs4();
 }
 
 }  // namespace
@@ -55,8 +55,6 @@ void Invariants::Follow() {
         connect(entry, &QAction::triggered, this, [this, name = entry->objectName()] { NoteCommand(name); });
     for (const auto* button : window_.findChildren<QAbstractButton*>())
         connect(button, &QAbstractButton::clicked, this, [this, name = button->objectName()] { NoteCommand(name); });
-    for (const char* name : {"cmdCompile", "cmdRun", "cmdSlowRun", "cmdSingleStep", "cmdReset"})
-        connect(&Find<QAbstractButton>(name), &QAbstractButton::released, this, [this] { stoppedAt_.reset(); });
     connect(&editor_, &platform::ProgramText::TextChanged, this, &Invariants::NoteTextChange);
     connect(&cellEditor_, &QLineEdit::textEdited, this, [this] { byteMayChange_ = true; });
 }
@@ -83,6 +81,7 @@ void Invariants::NoteCommand(const QString& name) {
     if (isClear) (IsRunning() ? programIsLostInRun_ : programIsLost_) = true;
     if (IsRunning()) return;
 
+    LookAfterStop();
     if (isAssemble) programIsLost_ = false;
     if (isRun) programIsLost_ = std::exchange(programIsLostInRun_, false);
     if (name == "mnuCompile" || (isLoad && wasToldOfFailure_)) gridMayBeOld_ = true;
@@ -227,11 +226,15 @@ std::optional<QString> Invariants::FaultInMemory() {
     return QString::number(changes) + " bytes have changed";
 }
 
-std::optional<QString> Invariants::FaultAfterStop() {
-    if (!stoppedAt_) return std::nullopt;
-    const bool hasGoneOn = *stoppedAt_ != Progress{machine_.PC, machine_.TStates};
+// Also at the very end of the run: one event may press several keys, of which the next steps or starts another run.
+void Invariants::LookAfterStop() {
+    if (stoppedAt_ && *stoppedAt_ != Progress{machine_.PC, machine_.TStates}) hasGoneOnAfterStop_ = true;
     if (!IsRunning()) stoppedAt_.reset();
-    return hasGoneOn ? std::optional<QString>("an instruction was executed after Stop") : std::nullopt;
+}
+
+std::optional<QString> Invariants::FaultAfterStop() {
+    LookAfterStop();
+    return hasGoneOnAfterStop_ ? std::optional<QString>("an instruction was executed after Stop") : std::nullopt;
 }
 
 std::optional<QString> Invariants::FaultInFocus() const {

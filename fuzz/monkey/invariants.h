@@ -24,6 +24,7 @@ private:
     void Follow();
     void NoteCommand(const QString& name);
     void NoteTextChange();
+    void LookAfterStop();
 
     std::optional<QString> FaultInRegisters() const;
     std::optional<QString> FaultInCells();
@@ -71,5 +72,6 @@ private:
         std::int32_t PC, TStates;
         bool operator==(const Progress&) const = default;
     };
-    std::optional<Progress> stoppedAt_;
+    std::optional<Progress> stoppedAt_;  // until the end of the run
+    bool hasGoneOnAfterStop_ = false;
 };
