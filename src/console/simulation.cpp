@@ -10,7 +10,6 @@
 #include "console/interruption.h"
 #include "console/text.h"
 #include "console/trace.h"
-#include "editor/plain_source.h"
 #include "editor/program_file.h"
 #include "execution/messages.h"
 #include "machine/full_speed.h"
@@ -111,13 +110,12 @@ std::unique_ptr<Simulation> Unreadable(std::string name, std::string reason) {
 }
 
 std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file) {
-    const editor::ProgramFile decoded = editor::DecodeProgramFile(file);
-    if (!decoded.Problem.empty()) return Unreadable(std::move(name), decoded.Problem);
-    const std::u16string source = editor::PlainSource(decoded.Text);
+    editor::ProgramFile source = editor::DecodeProgramFile(file);
+    if (!source.Problem.empty()) return Unreadable(std::move(name), std::move(source.Problem));
     auto simulation = std::make_unique<Simulation>();
     simulation->Name = std::move(name);
-    simulation->SourceLines = LinesOf(source);
-    simulation->Program = assembler::PrepareProgram(source);
+    simulation->SourceLines = LinesOf(source.Text);
+    simulation->Program = assembler::PrepareProgram(source.Text);
     const assembler::PreparedProgram& program = simulation->Program;
     const auto excess = assembler::ExplainExcessLength(program.Length, program.LabelSplits);
     auto& assembly = simulation->Translation;

@@ -4,28 +4,35 @@ namespace editor {
 
 namespace {
 
+bool IsAmong(char16_t character, char16_t first, char16_t last) {
+    return character >= first && character <= last;
+}
+
 bool LooksLikeABlank(char16_t character) {
     switch (character) {
         case u'\v':
         case u'\f':
         case u'\u00A0':  // no-break space
         case u'\u202F':  // narrow no-break space
+        case u'\u205F':  // space of mathematics
         case u'\u3000':  // ideographic space
             return true;
-        default: return character >= u'\u2000' && character <= u'\u200A';  // spaces of all widths
+        default: return IsAmong(character, u'\u2000', u'\u200A');  // spaces of all widths
     }
 }
 
+// The joiners U+200C and U+200D are not among them: in some scripts they belong to a word.
 bool CannotBeSeen(char16_t character) {
     switch (character) {
         case u'\u00AD':  // soft hyphen
-        case u'\u200B':  // zero width space
-        case u'\u200E':  // left-to-right mark
-        case u'\u200F':  // right-to-left mark
-        case u'\u2060':  // word joiner
-        case u'\uFEFF':  // zero width no-break space
+        case u'\u200B':  // space without width
+        case u'\u200E':  // marks of the writing direction
+        case u'\u200F':
+        case u'\uFEFF':  // byte order mark
             return true;
-        default: return false;
+        default:
+            return IsAmong(character, u'\u202A', u'\u202E') ||  // embedded writing directions
+                   IsAmong(character, u'\u2060', u'\u206F');    // word joiner, other directions
     }
 }
 

@@ -1,7 +1,7 @@
 #include "editor/program_document.h"
 
 #include <QFileInfo>
-#include <optional>
+#include <utility>
 
 #include "editor/plain_source.h"
 #include "editor/program_highlighter.h"
@@ -22,13 +22,7 @@ std::optional<ProgramFile> ReadProgramFile(const QString& path) {
     if (file.IsTooLarge) return ProgramFile{{}, {}, std::move(file.Problem)};
     if (!file.Problem.empty()) return std::nullopt;
     ProgramFile program = DecodeProgramFile(file.Bytes);
-    // It is going to be written with CR LF.
-    program.Text = QString::fromStdU16String(program.Text)
-                       .replace("\r\n", "\n")
-                       .replace('\r', '\n')
-                       .replace('\n', "\r\n")
-                       .toStdU16String();
-    if (program.Problem.empty()) program.Problem = FindExcess(program.Text, program.ReadAs).value_or("");
+    if (program.Problem.empty()) program.Problem = FindProblem(program.Text);
     return program;
 }
 
@@ -38,14 +32,9 @@ ProgramDocument::ProgramDocument(QWidget* parent)
     : QObject(parent), txtCode_(new platform::ProgramText(parent)), ProgramFileName(untitled) {
     // The first pass over the empty text comes before anyone listens: to Qt it is a change.
     (new ProgramHighlighter(txtCode_->document()))->rehighlight();
-    constexpr std::size_t mostBytesOfACharacter = 3;
-    txtCode_->SetRules(
-        {.Plain = PlainSource,
-         .LongestLine = static_cast<int>(LongestLine),
-         .SafeLength = static_cast<int>(LargestProgramFile / mostBytesOfACharacter),
-         .IsTooLong = [this](std::u16string_view text) { return FindExcess(text, encoding_).has_value(); }});
-    connect(
-        txtCode_, &platform::ProgramText::Refused, this, [this] { ShowRefusal(); }, Qt::QueuedConnection);
+    txtCode_->SetRules({PlainSource, FindProblem, RoomIn});
+    // The box must not open inside a change, nor twice for keys that came before it was there.
+    connect(txtCode_, &platform::ProgramText::Refused, this, &ProgramDocument::ShowRefusal, Qt::QueuedConnection);
     connect(txtCode_, &platform::ProgramText::TextChanged, this, &ProgramDocument::txtCode_Change);
     // The program that the file was dragged from waits until the drop is done, and must not wait for an answer.
     connect(txtCode_, &platform::ProgramText::FileDropped, this, &ProgramDocument::OpenDropped, Qt::QueuedConnection);
@@ -73,19 +62,15 @@ void ProgramDocument::mnuOpen_Click() {
 }
 
 void ProgramDocument::OpenDropped(const QString& path) {
+    if (!Read(path)) return;
     const auto answer = OfferToSave();
     const bool unsaved = answer == QMessageBox::Yes && ProgramChanged;
     if (answer != QMessageBox::Cancel && !unsaved) Open(path);
 }
 
 void ProgramDocument::Open(const QString& path) {
-    const auto file = ReadProgramFile(path);
+    const auto file = Read(path);
     if (!file) return;
-    if (!file->Problem.empty()) {
-        platform::ShowMessage(*txtCode_, path + " cannot be opened. " + QString::fromStdString(file->Problem),
-                              QMessageBox::Information);
-        return;
-    }
     txtCode_->SetText(file->Text);
     encoding_ = file->ReadAs;
     ProgramFileName = path;
@@ -98,12 +83,21 @@ void ProgramDocument::BeginUnchanged() {
     emit Replaced();
 }
 
-void ProgramDocument::ShowRefusal() {
-    platform::ShowMessage(
-        *txtCode_,
-        "The text would become too long for a file that can be opened again: a line has at most 32767 "
-        "characters, and a file 1 MB. Nothing has been changed.",
-        QMessageBox::Information);
+// Says why it refuses a file that can be read.
+std::optional<ProgramFile> ProgramDocument::Read(const QString& path) {
+    auto file = ReadProgramFile(path);
+    if (!file || file->Problem.empty()) return file;
+    const QString reason = QString::fromStdString(file->Problem);
+    platform::ShowMessage(*txtCode_, path + " cannot be opened. " + reason, QMessageBox::Information);
+    return std::nullopt;
+}
+
+void ProgramDocument::ShowRefusal(const QString& reason) {
+    if (std::exchange(showsRefusal_, true)) return;
+    platform::ShowMessage(*txtCode_,
+                          "The program stays as it was. A file with the change could not be opened again. " + reason,
+                          QMessageBox::Information);
+    showsRefusal_ = false;
 }
 
 void ProgramDocument::mnuSave_Click() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <optional>
 
 #include "editor/program_file.h"
 #include "platform/dialogs.h"
@@ -48,8 +49,9 @@ signals:
 private:
     void OpenDropped(const QString& path);
     void Open(const QString& path);
+    std::optional<ProgramFile> Read(const QString& path);
     void BeginUnchanged();
-    void ShowRefusal();
+    void ShowRefusal(const QString& reason);
     void txtCode_Change();
     void WriteFileName();
     void WriteProgramFile();
@@ -59,6 +61,7 @@ private:
     QString ProgramFileName;
     bool ProgramChanged = false;
     Encoding encoding_ = Encoding::Utf8;
+    bool showsRefusal_ = false;
 };
 
 }  // namespace editor

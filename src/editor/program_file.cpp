@@ -4,6 +4,8 @@
 #include <array>
 #include <optional>
 
+#include "editor/plain_source.h"
+
 namespace editor {
 
 namespace {
@@ -113,7 +115,7 @@ std::optional<std::string> ToWindows1252(std::u16string_view text) {
     return bytes;
 }
 
-// Where a byte is left over, it is no text.
+// Half a character at the end makes it something else than a text.
 std::u16string FromUtf16(std::string_view bytes, bool bigEndian) {
     std::u16string text;
     text.reserve(bytes.size() / 2);
@@ -136,18 +138,12 @@ ProgramFile Decode(std::string_view bytes) {
     return {FromWindows1252(bytes), Encoding::Windows1252, {}};
 }
 
-bool IsForeignControl(char16_t character) {
-    return (character < u' ' && (character < u'\t' || character > u'\r')) || character == u'\x7F';
-}
-
-}  // namespace
-
-ProgramFile DecodeProgramFile(std::string_view bytes) {
-    ProgramFile file = Decode(bytes);
-    if (file.Text.ends_with(u'\x1A')) file.Text.pop_back();
-    if (bytes.starts_with("{\\rtf") || std::ranges::any_of(file.Text, IsForeignControl))
-        file.Problem = "It is not a text file.";
-    return file;
+std::string WhyNotAText(std::u16string_view text) {
+    const auto isForeign = [](char16_t character) {
+        return (character < u' ' && (character < u'\t' || character > u'\r')) || character == u'\x7F';
+    };
+    const bool isText = !text.starts_with(u"{\\rtf") && std::ranges::none_of(text, isForeign);
+    return isText ? "" : "It is not a text file.";
 }
 
 bool LinesAreShortEnough(std::u16string_view text) {
@@ -159,23 +155,47 @@ bool LinesAreShortEnough(std::u16string_view text) {
     return true;
 }
 
-std::optional<std::string> FindExcess(std::u16string_view text, Encoding encoding) {
+// In UTF-8, and with CR LF for each line end.
+std::size_t SavedSize(std::u16string_view text) {
+    std::size_t bytes = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char16_t character = text[i];
+        const bool isLineEnd = character == u'\n' || (character == u'\r' && text.substr(i, 2) != u"\r\n");
+        if (character == u'\r' && !isLineEnd) continue;
+        bytes += isLineEnd ? 2 : character < 0x80 ? 1 : character < 0x800 || IsSurrogate(character) ? 2 : 3;
+    }
+    return bytes;
+}
+
+}  // namespace
+
+ProgramFile DecodeProgramFile(std::string_view bytes) {
+    ProgramFile file = Decode(bytes);
+    file.Text.erase(file.Text.find_last_not_of(u'\x1A') + 1);
+    file.Text = PlainSource(file.Text);
+    file.Problem = WhyNotAText(file.Text);
+    return file;
+}
+
+std::string FindProblem(std::u16string_view text) {
+    if (auto reason = WhyNotAText(text); !reason.empty()) return reason;
     if (!LinesAreShortEnough(text)) return "It has a line of more than " + std::to_string(LongestLine) + " characters.";
-    constexpr std::size_t mostBytesOfACharacter = 3;
-    if (text.size() <= LargestProgramFile / mostBytesOfACharacter) return std::nullopt;
-    if (EncodeProgramFile(text, encoding).Bytes.size() <= LargestProgramFile) return std::nullopt;
-    return "It has more than " + std::to_string(LargestProgramFile) + " bytes.";
+    if (RoomIn(text) < 0)
+        return "As UTF-8 with CR LF it has more than " + std::to_string(LargestProgramFile) + " bytes.";
+    return {};
+}
+
+std::ptrdiff_t RoomIn(std::u16string_view text) {
+    const auto room = static_cast<std::ptrdiff_t>(LargestProgramFile) - static_cast<std::ptrdiff_t>(SavedSize(text));
+    constexpr std::ptrdiff_t mostBytesOfACharacter = 3;
+    return room < 0 ? room : room / mostBytesOfACharacter;
 }
 
 EncodedProgram EncodeProgramFile(std::u16string_view text, Encoding encoding) {
     if (encoding == Encoding::Windows1252)
         if (auto bytes = ToWindows1252(text); bytes && DecodeProgramFile(*bytes).Text == text)
             return {std::move(*bytes), Encoding::Windows1252};
-
-    // A mark that belongs to the text is kept by adding another before it, which reading drops.
-    std::string bytes = ToUtf8(text);
-    if (bytes.starts_with(byteOrderMark)) bytes.insert(0, byteOrderMark);
-    return {std::move(bytes), Encoding::Utf8};
+    return {ToUtf8(text), Encoding::Utf8};
 }
 
 }  // namespace editor

@@ -40,11 +40,19 @@ std::u16string FromDocumentText(QStringView raw, std::u16string_view lineEnd) {
     return text;
 }
 
+// Half a surrogate pair becomes the replacement character.
 QString ToDocumentText(std::u16string_view text) {
     QString characters = QStringView(text).toString();
-    for (QChar& character : characters)
-        for (const auto& [own, standIn] : standIns)
-            if (character == own) character = standIn;
+    for (qsizetype i = 0; i < characters.size(); ++i) {
+        QChar& character = characters[i];
+        if (character.isHighSurrogate() && i + 1 < characters.size() && characters[i + 1].isLowSurrogate())
+            ++i;
+        else if (character.isSurrogate())
+            character = QChar::ReplacementCharacter;
+        else
+            for (const auto& [own, standIn] : standIns)
+                if (character == own) character = standIn;
+    }
     return characters;
 }
 
@@ -86,8 +94,10 @@ int ProgramText::Length() const {
 }
 
 void ProgramText::SetText(std::u16string_view text) {
-    setPlainText(ToDocumentText(rules_.Plain ? rules_.Plain(text) : text));
+    const QScopedValueRollback asItIs(rules_, TextRules());
+    setPlainText(ToDocumentText(text));
     inserted_ = 0;
+    room_ = 0;
 }
 
 int ProgramText::SelectionStart() const {
@@ -114,65 +124,105 @@ std::u16string ProgramText::SelectedText() const {
 
 void ProgramText::ReplaceSelection(std::u16string_view text) {
     if (text.empty() && !textCursor().hasSelection()) return;
-    Change(text.size(), [this, text] {
-        BeginStep();
-        QTextCursor cursor = textCursor();
-        cursor.insertText(ToDocumentText(PlainAt(cursor.selectionStart(), text)));
-        setTextCursor(cursor);
-        EndStep(text.size());
-    });
+    if (!isMoving_ && Refuses(text)) return;
+    BeginStep();
+    QTextCursor cursor = textCursor();
+    cursor.insertText(ToDocumentText(text));
+    setTextCursor(cursor);
+    EndStep(text.size());
 }
 
-// What the text becomes behind what stands before it on its line: a long one is faster made plain before it is there.
-std::u16string ProgramText::PlainAt(int position, std::u16string_view text) const {
-    if (!rules_.Plain) return std::u16string(text);
-    const QTextBlock block = document()->findBlock(position);
-    std::u16string before = FromDocumentText(block.text().left(position - block.position()), {});
-    return rules_.Plain(before + std::u16string(text)).substr(rules_.Plain(before).size());
+// A stretch of the document, as the rules take it.
+std::u16string ProgramText::Stretch(int from, int to) const {
+    QTextCursor cursor(document());
+    cursor.setPosition(from);
+    cursor.setPosition(to, QTextCursor::KeepAnchor);
+    return FromDocumentText(cursor.selectedText(), u"\n");
+}
+
+// The line end before it belongs to it, so that the rules can tell the first line of the text from the others.
+int ProgramText::StartOfLine(int position) const {
+    return std::max(0, document()->findBlock(position).position() - 1);
+}
+
+int ProgramText::EndOfLine(int position) const {
+    const QTextBlock block = document()->findBlock(std::min(position, document()->characterCount() - 1));
+    return block.position() + block.length() - 1;
+}
+
+// Why the text must not have another stretch in this place; empty where it may.
+std::string ProgramText::FindProblem(int from, int to, std::u16string_view stretch) const {
+    const auto linesFrom = [&](int start, int end) {
+        return rules_.Plain(Stretch(start, from) + std::u16string(stretch) + Stretch(to, end));
+    };
+    if (!rules_.Plain) return {};
+    std::string problem = rules_.FindProblem(linesFrom(StartOfLine(from), EndOfLine(to)));
+    if (!problem.empty() || std::ssize(stretch) <= room_) return problem;
+    return rules_.FindProblem(linesFrom(0, document()->characterCount() - 1));
+}
+
+// Tells why the selection must not be replaced by this. What is refused so is never there: nothing is to be undone.
+bool ProgramText::Refuses(std::u16string_view text) {
+    const std::string problem = FindProblem(textCursor().selectionStart(), textCursor().selectionEnd(), text);
+    if (!problem.empty()) emit Refused(QString::fromStdString(problem));
+    return !problem.empty();
 }
 
 void ProgramText::NoteChange(int position, int, int added) {
     firstChanged_ = std::min(firstChanged_, position);
     endOfChanged_ = std::max(endOfChanged_, position + added);
+    room_ -= added;
 }
 
+// Whatever has changed the text, this comes after it. What it does to the text in its turn is a change that ends here
+// as well. Qt may keep the two as two steps: undo and redo do not stop between them, where the text is not plain.
 void ProgramText::FinishChange() {
-    // Undoing brings back what was there.
-    if (rules_.Plain && !document()->isRedoAvailable()) MakePlain();
-    ForgetChange();
-    emit TextChanged();
-}
-
-void ProgramText::ForgetChange() {
-    firstChanged_ = std::numeric_limits<int>::max();
-    endOfChanged_ = 0;
-}
-
-// The lines that have changed, from the last to the first. The caret stays
-// between the characters where it was.
-void ProgramText::MakePlain() {
-    const QSignalBlocker partOfTheChange(this);
-    const QTextBlock first = document()->findBlock(firstChanged_);
-    const int end = std::min(endOfChanged_, document()->characterCount() - 1);
-    for (QTextBlock block = document()->findBlock(end); block.isValid(); block = block.previous()) {
-        const std::u16string line = FromDocumentText(block.text(), {});
-        const std::u16string plain = rules_.Plain(line);
-        if (plain != line) PutInPlaceOf(block, line, plain);
-        if (block == first) return;
+    if (firstChanged_ == nothingChanged) return;
+    const int end = std::min(std::exchange(endOfChanged_, 0), document()->characterCount() - 1);
+    const int first = std::min(std::exchange(firstChanged_, nothingChanged), end);
+    const int steps = document()->availableUndoSteps();
+    const bool isUndone = steps < std::exchange(undoSteps_, steps);
+    const std::u16string lines = Stretch(StartOfLine(first), EndOfLine(end));
+    const std::u16string plain = rules_.Plain ? rules_.Plain(lines) : lines;
+    if (const std::string problem = FindProblemNow(plain); !problem.empty()) {
+        TakeBack();
+        emit Refused(QString::fromStdString(problem));
+    } else if (lines == plain) {
+        emit TextChanged();
+    } else if (document()->isRedoAvailable()) {
+        isUndone ? undo() : redo();
+    } else {
+        MakePlain(StartOfLine(first), lines, plain);
     }
 }
 
-void ProgramText::PutInPlaceOf(const QTextBlock& block, std::u16string_view line, std::u16string_view plain) {
-    const auto same = static_cast<int>(std::ranges::mismatch(line, plain).in1 - line.begin());
-    const auto tail = std::min(line.size(), plain.size()) - static_cast<std::size_t>(same);
-    const auto endings =
-        std::mismatch(line.rbegin(), line.rbegin() + static_cast<std::ptrdiff_t>(tail), plain.rbegin());
-    const auto sameAtEnd = static_cast<int>(endings.first - line.rbegin());
-    const int start = block.position() + same;
-    const int end = block.position() + static_cast<int>(line.size()) - sameAtEnd;
-    const int grown = static_cast<int>(plain.size()) - static_cast<int>(line.size());
-    const auto moved = [=](int position) {
-        return position <= start ? position : std::max(start, std::max(position, end) + grown);
+// Why the text must not be as it is, with these lines changed.
+std::string ProgramText::FindProblemNow(std::u16string_view lines) {
+    if (!rules_.Plain) return {};
+    std::string problem = rules_.FindProblem(lines);
+    if (!problem.empty() || room_ >= 0) return problem;
+    const std::u16string text = Text();
+    room_ = rules_.RoomIn(text);
+    return room_ < 0 ? rules_.FindProblem(text) : std::string();
+}
+
+// Replaces these lines only between what they have in common at their beginning and at their end.
+void ProgramText::MakePlain(int start, std::u16string_view lines, std::u16string_view plain) {
+    const auto same = std::ranges::mismatch(lines, plain).in1 - lines.begin();
+    const auto rest = std::ssize(lines) - same;
+    const auto restOfPlain = std::ssize(plain) - same;
+    const auto sameAtEnd =
+        std::mismatch(lines.rbegin(), lines.rbegin() + std::min(rest, restOfPlain), plain.rbegin()).first -
+        lines.rbegin();
+    ReplaceInStep(start + static_cast<int>(same), start + static_cast<int>(std::ssize(lines) - sameAtEnd),
+                  plain.substr(static_cast<std::size_t>(same), static_cast<std::size_t>(restOfPlain - sameAtEnd)));
+}
+
+// The caret and the other end of the selection stay between the characters where they were, or go to the end of the
+// stretch.
+void ProgramText::ReplaceInStep(int start, int end, std::u16string_view stretch) {
+    const auto moved = [=, grown = static_cast<int>(stretch.size()) - (end - start)](int position) {
+        return position <= start ? position : std::max(position, end) + grown;
     };
     const int anchor = moved(textCursor().anchor());
     const int caret = moved(textCursor().position());
@@ -180,53 +230,24 @@ void ProgramText::PutInPlaceOf(const QTextBlock& block, std::u16string_view line
     cursor.joinPreviousEditBlock();
     cursor.setPosition(start);
     cursor.setPosition(end, QTextCursor::KeepAnchor);
-    cursor.insertText(ToDocumentText(
-        plain.substr(static_cast<std::size_t>(same), plain.size() - static_cast<std::size_t>(same + sameAtEnd))));
+    cursor.insertText(ToDocumentText(stretch));
     cursor.endEditBlock();
     cursor.setPosition(anchor);
     cursor.setPosition(caret, QTextCursor::KeepAnchor);
     setTextCursor(cursor);
 }
 
-// Whether a change at the selection, which may also take away the line end before or behind it, has to be looked at.
-bool ProgramText::MayBecomeTooLong(std::size_t inserted) const {
-    if (!rules_.IsTooLong) return false;
-    const QTextBlock first = document()->findBlock(textCursor().selectionStart());
-    const QTextBlock last = document()->findBlock(textCursor().selectionEnd());
-    const int around = first.previous().length() + first.length() + last.length() + last.next().length();
-    constexpr int mostOfAKey = 100;
-    const auto most =
-        static_cast<int>(std::min<std::size_t>(inserted, std::numeric_limits<int>::max() / 2)) + mostOfAKey;
-    return around + most > rules_.LongestLine || Length() + most > rules_.SafeLength;
-}
-
-bool ProgramText::HasBecomeTooLong(int lengthBefore) const {
-    const int end = std::min(endOfChanged_, document()->characterCount() - 1);
-    for (QTextBlock block = document()->findBlock(firstChanged_); block.isValid() && block.position() <= end;
-         block = block.next())
-        if (block.length() - 1 > rules_.LongestLine) return true;
-    return Length() > std::max(rules_.SafeLength, lengthBefore) && rules_.IsTooLong(Text());
-}
-
-// Makes a change, or takes it back where the text has become too long. A change inside another is part of that.
-void ProgramText::Change(std::size_t inserted, const std::function<void()>& change) {
-    if (isChanging_ || !MayBecomeTooLong(inserted)) return change();
-    const QScopedValueRollback changing(isChanging_, true);
-    const int revision = document()->revision();
-    const int length = Length();
-    bool isRefused = false;
-    {
-        const QSignalBlocker notYet(this);
-        BeginStep();
-        change();
-        if (document()->revision() == revision) return;
-        isRefused = HasBecomeTooLong(length);
-        if (isRefused) undo();
-    }
-    if (!isRefused) return FinishChange();
+// To everyone else nothing has changed.
+void ProgramText::TakeBack() {
+    const QSignalBlocker noChange(this);
+    undo();
     document()->clearUndoRedoStacks(QTextDocument::RedoStack);
     ForgetChange();
-    emit Refused();
+}
+
+void ProgramText::ForgetChange() {
+    firstChanged_ = nothingChanged;
+    endOfChanged_ = 0;
 }
 
 void ProgramText::InsertAt(const std::vector<std::size_t>& positions, std::u16string_view text) {
@@ -275,8 +296,14 @@ void ProgramText::SelectLine(int line) {
 // Tab types a tab and Enter ends the line, whatever the shift state. Qt's own line separator, which Shift with
 // Enter would type, is not a line end to the program. A letter with Alt is meant for a command, and types nothing where
 // that is disabled.
-void ProgramText::TypeKey(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
+void ProgramText::keyPressEvent(QKeyEvent* event) {
+    const QString typed = event->text();
+    const bool isText = !typed.isEmpty() && (typed.front().isPrint() || typed.front().isSpace());
+    if (IsAltCharacter(*event)) {
+        event->ignore();
+    } else if (isText && Refuses(typed.toStdU16String())) {
+        event->accept();
+    } else if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
         insertPlainText("\t");
         ensureCursorVisible();
     } else if (event->matches(QKeySequence::InsertLineSeparator)) {
@@ -289,19 +316,17 @@ void ProgramText::TypeKey(QKeyEvent* event) {
     }
 }
 
-void ProgramText::keyPressEvent(QKeyEvent* event) {
-    const bool mayChange = !event->text().isEmpty() || event->key() == Qt::Key_Delete;
-    if (IsAltCharacter(*event))
-        event->ignore();
-    else if (mayChange)
-        Change(0, [this, event] { TypeKey(event); });
-    else
-        TypeKey(event);
-}
-
+// A text that is refused still ends its composition, which Qt takes for a change.
 void ProgramText::inputMethodEvent(QInputMethodEvent* event) {
-    const auto length = static_cast<std::size_t>(event->commitString().size());
-    Change(length, [this, event] { QPlainTextEdit::inputMethodEvent(event); });
+    const std::u16string text = event->commitString().toStdU16String();
+    const bool isRefused = !text.empty() && Refuses(text);
+    const QSignalBlocker noChange(isRefused ? this : nullptr);
+    if (isRefused)
+        event->setCommitString({});
+    else
+        event->setCommitString(ToDocumentText(text), event->replacementStart(), event->replacementLength());
+    QPlainTextEdit::inputMethodEvent(event);
+    if (isRefused) ForgetChange();
 }
 
 void ProgramText::dragEnterEvent(QDragEnterEvent* event) {
@@ -315,11 +340,9 @@ void ProgramText::dragMoveEvent(QDragMoveEvent* event) {
 // Qt makes one step of taking a text from one place and putting it to another, within which no step can begin.
 void ProgramText::dropEvent(QDropEvent* event) {
     if (!AnswerFiles(*event)) {
-        const auto atAnyPlace = static_cast<std::size_t>(rules_.LongestLine);
-        Change(atAnyPlace, [this, event] {
-            BeginStep();
-            QPlainTextEdit::dropEvent(event);
-        });
+        const QScopedValueRollback moving(isMoving_, event->source() == viewport());
+        BeginStep();
+        QPlainTextEdit::dropEvent(event);
     } else if (event->isAccepted()) {
         emit FileDropped(DroppedFile(*event));
     }
@@ -411,6 +434,7 @@ void ProgramText::ForgetSteps() {
     const int across = horizontalScrollBar()->value();
     const int down = verticalScrollBar()->value();
     setPlainText(document()->toRawText());
+    ForgetChange();
     QTextCursor cursor = textCursor();
     cursor.setPosition(anchor);
     cursor.setPosition(position, QTextCursor::KeepAnchor);

@@ -2,7 +2,6 @@
 
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
-#include <QTextBlock>
 #include <functional>
 #include <limits>
 #include <optional>
@@ -11,15 +10,18 @@
 
 namespace platform {
 
+// What becomes of text that comes in, however it does. Lines end in a line feed, and look only at themselves: but the
+// first line of a text is the one with no line feed before it.
 struct TextRules {
-    // What a text that has come in becomes. It must leave alone what it returns itself, and look at each line alone.
-    std::function<std::u16string(std::u16string_view)> Plain;
+    // What lines become. It must leave alone what it has returned.
+    std::function<std::u16string(std::u16string_view lines)> Plain;
 
-    // In characters. A text whose lines are not longer, and which is not longer as a whole than the safe length, is
-    // taken; a longer one if this says that it is not too long.
-    int LongestLine = std::numeric_limits<int>::max();
-    int SafeLength = std::numeric_limits<int>::max();
-    std::function<bool(std::u16string_view)> IsTooLong;
+    // Why a text must not have such lines, or must not be this one, in words; empty where it may.
+    std::function<std::string(std::u16string_view lines)> FindProblem;
+
+    // How many characters, whichever they are, may still come into this text: so many that it need not be looked at
+    // whole until then. Negative if it is too large already.
+    std::function<std::ptrdiff_t(std::u16string_view text)> RoomIn;
 };
 
 // The editor of the program text. To the program its lines end in CR LF: positions and lengths count from 0 and a line
@@ -31,13 +33,13 @@ class ProgramText : public QPlainTextEdit {
 public:
     explicit ProgramText(QWidget* parent);
 
-    // What becomes of text that the user brings in, by whatever way.
     void SetRules(TextRules rules) { rules_ = std::move(rules); }
 
     std::u16string Text() const;
     int Length() const;  // of Text(), without building it
 
-    // Replaces the whole text, and with it what can be undone. CR LF, LF and CR each end a line. Always a change.
+    // Replaces the whole text, and with it what can be undone. CR LF, LF and CR each end a line. Always a change. The
+    // text is not refused, and must be plain.
     void SetText(std::u16string_view text);
 
     int SelectionStart() const;
@@ -65,8 +67,8 @@ signals:
     // Once for each change of the text. Colours do not count as one.
     void TextChanged();
 
-    // A change would have made the text too long, and nothing has been changed.
-    void Refused();
+    // A change that the rules do not let pass has not been made, or has been taken back whole.
+    void Refused(const QString& reason);
 
     // A file has been dropped on the editor. Several at once, folders, and files that are not on this computer, are
     // refused.
@@ -86,16 +88,18 @@ protected:
     void insertFromMimeData(const QMimeData* source) override;
 
 private:
+    std::u16string Stretch(int from, int to) const;
+    int StartOfLine(int position) const;
+    int EndOfLine(int position) const;
+    std::string FindProblem(int from, int to, std::u16string_view stretch) const;
+    bool Refuses(std::u16string_view text);
     void NoteChange(int position, int removed, int added);
     void FinishChange();
+    std::string FindProblemNow(std::u16string_view lines);
+    void MakePlain(int start, std::u16string_view lines, std::u16string_view plain);
+    void ReplaceInStep(int start, int end, std::u16string_view stretch);
+    void TakeBack();
     void ForgetChange();
-    void MakePlain();
-    void PutInPlaceOf(const QTextBlock& block, std::u16string_view line, std::u16string_view plain);
-    std::u16string PlainAt(int position, std::u16string_view text) const;
-    bool MayBecomeTooLong(std::size_t inserted) const;
-    bool HasBecomeTooLong(int lengthBefore) const;
-    void Change(std::size_t inserted, const std::function<void()>& change);
-    void TypeKey(QKeyEvent* event);
     bool IsInSelection(const QPoint& place) const;
     bool MayDrag(const QMouseEvent& press) const;
     void DragSelection();
@@ -106,9 +110,12 @@ private:
     int FromDocument(int position) const;
 
     TextRules rules_;
-    bool isChanging_ = false;
-    int firstChanged_ = std::numeric_limits<int>::max();  // positions in the document, of a change to be finished
+    static constexpr int nothingChanged = std::numeric_limits<int>::max();
+    int firstChanged_ = nothingChanged;  // positions in the document, since the latest change was finished
     int endOfChanged_ = 0;
+    std::ptrdiff_t room_ = 0;  // as rules_.RoomIn counts it, or less
+    int undoSteps_ = 0;
+    bool isMoving_ = false;              // text from one place to another, which is one change
     bool selectionIsForTheEye_ = false;  // made by SelectLine
     std::optional<QPoint> pressInSelection_;
     QPoint doubleClick_;  // the latest

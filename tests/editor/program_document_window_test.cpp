@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QTemporaryDir>
 #include <QTest>
+#include <functional>
 #include <memory>
 
 #include "platform/modal.h"
@@ -44,16 +45,26 @@ protected:
         document.mnuOpen_Click();
     }
 
-    // Whether the editor takes the files.
-    bool Drop(const QList<QUrl>& urls) {
-        QMimeData files;
-        files.setUrls(urls);
-        QDragEnterEvent enter({}, Qt::CopyAction, &files, Qt::LeftButton, {});
+    // Whether the editor takes the files, or the text.
+    bool Drop(const QList<QUrl>& urls, const QString& dropped = {}) {
+        QMimeData data;
+        if (urls.isEmpty())
+            data.setText(dropped);
+        else
+            data.setUrls(urls);
+        QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(text.viewport(), &enter);
-        QDropEvent drop({}, Qt::CopyAction, &files, Qt::LeftButton, {});
+        QDropEvent drop(text.cursorRect().center(), Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(text.viewport(), &drop);
         QCoreApplication::processEvents();
         return enter.isAccepted() && drop.isAccepted();
+    }
+
+    // What an input method types.
+    void Commit(const QString& typed) {
+        QInputMethodEvent event;
+        event.setCommitString(typed);
+        QApplication::sendEvent(&text, &event);
     }
 
     QWidget window;
@@ -95,7 +106,7 @@ TEST_F(ProgramDocumentTest, AFailedOrCancelledOpenChangesNothing) {
     Drop({QUrl::fromLocalFile(Path("none.asm"))});
     for (const auto& [name, reason] : {std::pair("large.asm", "more than 1048576 bytes"),
                                        {"wide.asm", "a line of more than 32767 characters"},
-                                       {"grows.asm", "more than 1048576 bytes"},
+                                       {"grows.asm", "with CR LF it has more than 1048576 bytes"},
                                        {"rich.asm", "not a text file"}}) {
         const MessageAnswer told;
         Drop({QUrl::fromLocalFile(Path(name))});
@@ -197,6 +208,50 @@ TEST_F(ProgramDocumentTest, EveryCopyPastesAndIsPlainTextToOthers) {
     document.mnuSelectAll_Click();
     document.mnuPaste_Click();
     EXPECT_EQ(text.Text(), u"");
+}
+
+TEST_F(ProgramDocumentTest, WhateverComesInIsPlainAsPartOfItsStep) {
+    Commit("a\u00A0;\u00A0b\u2029\uFDD0");
+    EXPECT_EQ(text.Text(), u"a ;\u00A0b\u2029\uFDD0") << "but in comments";
+    text.SetSelectionStart(2);
+    QTest::keyClick(&text, Qt::Key_Delete);
+    EXPECT_EQ(text.Text(), u"a  b\r\n\uFDD0");
+    EXPECT_EQ(text.SelectionStart(), 2);
+    text.undo();
+    EXPECT_EQ(text.Text(), u"a ;\u00A0b\u2029\uFDD0");
+    text.redo();
+    document.mnuSelectAll_Click();
+    text.ReplaceSelection({});
+    Drop({}, "\v\n;\v");
+    text.ReplaceSelection(u"\v:\v");
+    text.InsertAt({7}, u"\r\n");
+    EXPECT_EQ(text.Text(), u" \r\n;\v\v:\r\n ") << "a label is split from a comment";
+    EXPECT_EQ(changes, 8);
+}
+
+TEST_F(ProgramDocumentTest, WhatOpenWouldRefuseIsRefusedWholeAndNothingElseIsLost) {
+    const std::u16string before = std::u16string(32'766, u' ') + u"\r\nab";
+    text.SetText(before);
+    text.SetSelectionStart(32'766);
+    QTest::keyClicks(&text, "x");
+    text.undo();
+    changes = 0;
+    const auto refuses = [this](const std::u16string& kept, const std::function<void()>& change) {
+        const MessageAnswer told;
+        change();
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(told.Text.contains("stays as it was")) << qPrintable(told.Text);
+        EXPECT_TRUE(text.Text() == kept && changes == 0);
+    };
+    refuses(before, [&] { text.ReplaceSelection(u"xy"); });
+    refuses(before, [&] { text.ReplaceSelection(std::u16string(520'000, u'\n')); });
+    refuses(before, [&] { Commit("\u0001"); });
+    refuses(before, [&] { Drop({}, "xy"); });
+    text.redo();
+    changes = 0;
+    refuses(std::u16string(32'766, u' ') + u"x\r\nab", [&] { QTest::keyClick(&text, Qt::Key_Delete); });
+    text.undo();
+    EXPECT_EQ(text.Text(), before);
 }
 
 }  // namespace editor

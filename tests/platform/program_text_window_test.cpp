@@ -120,40 +120,4 @@ TEST_F(ProgramTextTest, KeepsCharactersThatTheControlMightDrop) {
     EXPECT_EQ(text.Text(), odd + u"\u2029\uFDD0\uFDD1");
 }
 
-TEST_F(ProgramTextTest, WhatComesInObeysTheRulesAndWhatGrowsTooLongIsRefusedWhole) {
-    QSignalSpy refusals(&text, &ProgramText::Refused);
-    const auto plain = [](std::u16string_view all) {
-        std::u16string result;
-        for (const char16_t character : all)
-            if (character == u'_' && result.find(u';') == result.npos)
-                result += u"- ";
-            else
-                result += character;
-        return result;
-    };
-    text.SetRules({.Plain = plain, .LongestLine = 300, .SafeLength = 900, .IsTooLong = [](std::u16string_view all) {
-                       return all.size() > 1000;
-                   }});
-    QTest::keyClicks(&text, "a_b;_c");
-    EXPECT_EQ(text.Text(), u"a- b;_c");
-    text.SetSelectionStart(4);
-    QTest::keyClick(&text, Qt::Key_Delete);
-    EXPECT_EQ(text.Text(), u"a- b- c") << "a comment is bared";
-    EXPECT_EQ(text.SelectionStart(), 4);
-    for (int step = 0; step < 2; ++step) text.undo();
-    EXPECT_EQ(text.Text(), u"a- b;_c") << "after what the rule did";
-
-    text.SetText(std::u16string(299, u'x') + u"\r\ny");
-    text.SetSelectionStart(0);
-    QTest::keyClicks(&text, "12");
-    EXPECT_EQ(refusals.size(), 1);
-    EXPECT_EQ(text.Text(), u'1' + std::u16string(299, u'x') + u"\r\ny");
-    changes.clear();
-    text.ReplaceSelection(std::u16string(700, u'\n'));
-    QTest::keyClick(&text, Qt::Key_Y, Qt::ControlModifier);
-    EXPECT_EQ(refusals.size(), 2);
-    EXPECT_EQ(changes.size(), 0);
-    EXPECT_EQ(text.Text(), u'1' + std::u16string(299, u'x') + u"\r\ny");
-}
-
 }  // namespace platform
