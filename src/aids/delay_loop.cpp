@@ -96,11 +96,7 @@ std::optional<std::int32_t> ReadWholeNumber(std::u16string_view answer) {
     if (whole.empty() || !rest.empty()) return std::nullopt;
 
     const std::int64_t largestMagnitude = std::int64_t{largest} + (isNegative ? 1 : 0);
-    std::int64_t magnitude = 0;
-    for (const char16_t digit : whole) {
-        magnitude = magnitude * 10 + (digit - u'0');
-        if (magnitude > largestMagnitude) return std::nullopt;
-    }
+    std::int64_t magnitude = m8085::ReadDigits(whole, 10, largestMagnitude).value_or(0);
     if (RoundsUp(fraction, magnitude % 2 != 0)) ++magnitude;
     if (magnitude > largestMagnitude) return std::nullopt;
     return static_cast<std::int32_t>(isNegative ? -magnitude : magnitude);

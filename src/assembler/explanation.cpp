@@ -1,11 +1,15 @@
 #include "assembler/explanation.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <span>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "assembler/instruction_table.h"
+#include "assembler/line_words.h"
 #include "machine/characters.h"
 #include "machine/number_format.h"
 
@@ -15,20 +19,36 @@ namespace {
 
 using Text = std::u16string;
 using View = std::u16string_view;
+using Pair = std::pair<View, View>;
 
-constexpr View directives[] = {u"ORG",  u"DB",   u"DW",   u"DS",    u"EQU",  u"END",     u"SET",
-                               u"DEFB", u"DEFW", u"DEFS", u"MACRO", u"ENDM", u"INCLUDE", u"BEGIN"};
+constexpr View atOrigin = u"a program always begins at 8000";
+constexpr View numberItself = u"write the number itself";
+constexpr View dataOtherwise = u"put data into memory by instructions or by a data file";
+// Their names, and what to do without them.
+constexpr Pair directives[] = {{u"ORG", atOrigin},       {u"BEGIN", atOrigin},       {u"END", u"leave it out"},
+                               {u"EQU", numberItself},   {u"SET", numberItself},     {u"DB", dataOtherwise},
+                               {u"DW", dataOtherwise},   {u"DS", dataOtherwise},     {u"DEFB", dataOtherwise},
+                               {u"DEFW", dataOtherwise}, {u"DEFS", dataOtherwise},   {u"MACRO", dataOtherwise},
+                               {u"ENDM", dataOtherwise}, {u"INCLUDE", dataOtherwise}};
+
 constexpr View interruptMnemonics[] = {u"RST", u"RIM", u"SIM", u"EI", u"DI"};
 
 // With a register, and the same with a number.
-constexpr std::pair<View, View> twins[] = {{u"MOV", u"MVI"}, {u"ADD", u"ADI"}, {u"ADC", u"ACI"},
-                                           {u"SUB", u"SUI"}, {u"SBB", u"SBI"}, {u"ANA", u"ANI"},
-                                           {u"ORA", u"ORI"}, {u"XRA", u"XRI"}, {u"CMP", u"CPI"}};
+constexpr Pair twins[] = {{u"MOV", u"MVI"}, {u"ADD", u"ADI"}, {u"ADC", u"ACI"}, {u"SUB", u"SUI"}, {u"SBB", u"SBI"},
+                          {u"ANA", u"ANI"}, {u"ORA", u"ORI"}, {u"XRA", u"XRI"}, {u"CMP", u"CPI"}};
+
+// Of numbers elsewhere: what they are called, what they end in, and their base.
+constexpr std::tuple<View, View, int> notations[] = {
+    {u"decimal ", u"", 10}, {u"decimal ", u"D", 10}, {u"binary ", u"B", 2}};
 
 constexpr View registerNames[] = {u"A", u"B", u"C", u"D", u"E", u"H", u"L", u"M", u"BC", u"DE", u"HL", u"SP", u"PSW"};
 
 bool Contains(const auto& list, View word) {
     return std::ranges::find(list, word) != std::end(list);
+}
+
+void AppendOnce(std::vector<Text>& words, const Text& word) {
+    if (!Contains(words, word)) words.push_back(word);
 }
 
 Text Wide(std::string_view ascii) {
@@ -40,13 +60,10 @@ Text Shortened(View word) {
     return word.size() <= longest ? Text(word) : Text(word.substr(0, longest)) + u"...";
 }
 
-// "A", "A or B", "A, B or C"
-Text Choice(const std::vector<Text>& words) {
-    Text text;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        if (i > 0) text += i + 1 == words.size() ? u" or " : u", ";
-        text += words[i];
-    }
+// "A", "A or B", "A, B or C"; nothing for no word.
+std::optional<Text> Choice(const std::vector<Text>& words) {
+    std::optional<Text> text;
+    for (const Text& word : words) text = text ? *text + (word == words.back() ? u" or " : u", ") + word : word;
     return text;
 }
 
@@ -67,267 +84,283 @@ bool IsMnemonic(View word) {
     return FindInstruction(word) != nullptr;
 }
 
-void AppendOnce(std::vector<Text>& words, Text word) {
-    if (!Contains(words, word)) words.push_back(std::move(word));
-}
-
-std::vector<Text> MnemonicsLike(View word) {
-    std::vector<Text> like;
-    if (word.size() < 2) return like;  // one letter is one letter off from too many
-    for (const InstructionRow& row : InstructionRows())
-        if (IsOneLetterOff(word, Wide(row.Mnemonic))) AppendOnce(like, Wide(row.Mnemonic));
-    return like;
-}
-
-// The lines of the program as words in upper case, without comments.
-std::vector<std::vector<Text>> WordsOfLines(View text) {
-    std::vector<std::vector<Text>> lines(1);
-    bool isInWord = false;
-    bool isInComment = false;
-    for (const char16_t character : text) {
-        if (character == u'\n') {
-            lines.emplace_back();
-            isInWord = isInComment = false;
-        } else if (character == u';') {
-            isInComment = true;
-        } else if (!isInComment && m8085::IsBlank(character)) {
-            isInWord = false;
-        } else if (!isInComment) {
-            if (!std::exchange(isInWord, true)) lines.back().emplace_back();
-            lines.back().back() += m8085::ToUpperCase(character);
-        }
-    }
-    return lines;
-}
-
-View LineOf(View text, int line) {
-    for (; line > 1; --line) text.remove_prefix(std::min(text.find(u'\n'), text.size() - 1) + 1);
-    return text.substr(0, text.find(u'\n'));
-}
-
-View WithoutLast(View word) {
-    return word.substr(0, word.size() - 1);
-}
-
 bool IsDecimalDigit(char16_t character) {
     return character >= u'0' && character <= u'9';
 }
 
-// Whether the word is an address rather than a name: "2000", "C010", "FE00H", but not "FACE".
-bool LooksLikeAddress(View word) {
-    if (!ReadNumber(word)) return false;
-    const bool isNoWord = word.ends_with(u'H') || std::ranges::any_of(word, IsDecimalDigit);
-    return IsDecimalDigit(word[0]) || (WithoutFinalH(word).size() == 4 && isNoWord);
-}
+// One line that cannot be assembled, or one label that no line defines, and what can be asked about it. Each answer is
+// what the explanation is to name, as a rule the word at fault; or nothing.
+struct Fault {
+    using Answer = std::optional<Text>;
 
-// A page that a program is copied from may have one in place of a blank.
-bool HasNoBreakSpace(View word) {
-    return word.substr(0, word.find(u';')).find_first_of(u"\u00A0\u2007\u202F") != View::npos;
-}
+    const PreparedProgram& Program;
+    const Assembly& Failed;
+    std::array<View, 3> Words;            // of the line, in upper case; or the label alone
+    std::size_t Place = 0;                // of the word at fault
+    const InstructionRow* Row = nullptr;  // of the words before that; nullptr if there is none
 
-// The longest mnemonic that the word begins with and that something else than a comma follows; empty for none.
-View MnemonicInFront(View word) {
-    for (std::size_t length = std::min<std::size_t>(4, word.size()); length >= 2; --length)
-        if (IsMnemonic(word.substr(0, length)))
-            return word.substr(length).starts_with(u',') ? View() : word.substr(0, length);
-    return {};
-}
+    View Word() const { return Words[Place]; }
+    bool IsNumberWanted() const { return Row->Operands[Place - 1].starts_with('I'); }
+    bool IsByteWanted() const { return Row->Operands[Place - 1] == "I8"; }
 
-// The value of digits to the base, or nothing for another text and above `largest`.
-std::optional<std::int32_t> ReadDigits(View digits, int base, std::int32_t largest) {
-    std::int32_t value = 0;
-    for (const char16_t digit : digits) {
-        if (digit < u'0' || digit >= u'0' + base) return std::nullopt;
-        value = value * base + (digit - u'0');
-        if (value > largest) return std::nullopt;
-    }
-    if (digits.empty()) return std::nullopt;
-    return value;
-}
+    Answer If(bool applies) const { return applies ? Answer(Shortened(Word())) : std::nullopt; }
 
-// What is behind the failure of one line, or of one label.
-class Explanation {
-public:
-    Explanation(const PreparedProgram& program, const Assembly& failed) : program_(program), failed_(failed) {}
+    Answer Always() const { return If(true); }
+    Answer IsMissing() const { return If(Word().empty()); }
+    Answer IsAlone() const { return If(Words[1].empty()); }
+    Answer IsRegister() const { return If(Contains(registerNames, Word())); }
+    Answer IsInterruptMnemonic() const { return If(Contains(interruptMnemonics, Word())); }
+    Answer HasComma() const { return If(Word().find(u',') != View::npos); }
+    Answer HasColon() const { return If(Word().ends_with(u':')); }
+    Answer IsBeforeColon() const { return If(Words[1] == u":"); }
+    Answer IsNumber() const { return If(ReadNumber(Word()).has_value()); }
+    Answer IsTooLargeForByte() const { return If(IsByteWanted() && IsNumber()); }
+    Answer IsAddressBeforeMnemonic() const { return If(IsMnemonic(Words[1]) && IsAddress()); }
+    Answer IsProbablyLabel() const { return If(IsMnemonic(Words[1]) || IsJumpedTo()); }
 
-    Text Find() const {
-        if (failed_.FaultLine == 0) return {};
-        if (IsBehindColonInComment()) return u"a colon in a comment breaks the line there: leave it out";
-        constexpr View badLabel = u"Bad label - ";
-        const View message = failed_.AsmErrorText;
-        if (HasNoBreakSpace(message) || std::ranges::any_of(failed_.FaultWords, HasNoBreakSpace))
-            return u"there is a no-break space in this line: put a blank in its place";
-        if (message.starts_with(badLabel)) return OfLabel(message.substr(badLabel.size()));
-        if (std::ranges::any_of(failed_.FaultWords, [](View word) { return word.find(u';') != word.npos; }))
-            return stickingComment;
-        const View mnemonic = failed_.FaultWords[0];
-        if (mnemonic.ends_with(u':')) return fullTable;
-        const InstructionRow* row = FindInstruction(mnemonic);
-        return row == nullptr ? OfMnemonic() : OfOperands(row);
+    Answer BeginsWithSign() const {
+        const char16_t first = Word()[0];
+        const bool isLetter = m8085::ToUpperCase(first) != m8085::ToLowerCase(first);
+        return If(first < 0x80 && !isLetter && !IsDecimalDigit(first) && first != u'_');
     }
 
-private:
-    static constexpr const char16_t* stickingComment = u"a comment needs a blank before its \";\"";
-    static constexpr const char16_t* strayComma = u"a comma stands between two operands and nowhere else";
-    static constexpr const char16_t* fullTable = u"all 101 places that there are for labels, jumps and calls are taken";
-
-    bool IsBehindColonInComment() const {
-        const int line = failed_.FaultLine;
-        for (int before = line - 1; before > 0 && program_.SourceLine(before) == program_.SourceLine(line); --before)
-            if (LineOf(program_.Text, before).find(u';') != View::npos) return true;
-        return false;
+    // An address rather than a name: "2000", "C010", "FE00H", but not "FACE".
+    Answer IsAddress() const {
+        const bool isName = !Word().ends_with(u'H') && std::ranges::none_of(Word(), IsDecimalDigit);
+        const bool hasFourDigits = WithoutFinalH(Word()).size() == 4 && !isName;
+        return If(IsNumber() && (IsDecimalDigit(Word()[0]) || hasFourDigits));
     }
 
-    bool IsJumpedTo(View label) const {
-        return std::ranges::any_of(WordsOfLines(program_.Text), [label](const std::vector<Text>& words) {
-            if (words.size() < 2 || words[1] != label) return false;
+    Answer HasLetterO() const {
+        Text withZeros(Word());
+        std::ranges::replace(withZeros, u'O', u'0');
+        return If(ReadNumber(withZeros).has_value());
+    }
+
+    // A page that a program is copied from may have one in place of a blank.
+    Answer HasNoBreakSpace() const {
+        return If(std::ranges::any_of(Words, [](View word) {
+            return word.substr(0, word.find(u';')).find_first_of(u"\u00A0\u2007\u202F") != View::npos;
+        }));
+    }
+
+    Answer HasStickingComment() const {
+        return If(std::ranges::any_of(Words, [](View word) { return word.find(u';') != View::npos; }));
+    }
+
+    Answer IsAfterColonInComment() const {
+        const int source = Program.SourceLine(Failed.FaultLine);
+        for (int line = 0; const View text : LinesOf(Program.Text))
+            if (++line < Failed.FaultLine && Program.SourceLine(line) == source && text.find(u';') != View::npos)
+                return Always();
+        return {};
+    }
+
+    // Whether the words of some line of the program fit, a comment that sticks to a word aside.
+    template <class Fits>
+    bool HasLine(Fits fits) const {
+        return std::ranges::any_of(LinesOf(Program.Text), [&](View line) {
+            const std::vector<Text> words = WordsOfLine(line.substr(0, line.find(u';')));
+            return !words.empty() && fits(words);
+        });
+    }
+
+    bool IsJumpedTo() const {
+        return HasLine([this](const std::vector<Text>& words) {
             const InstructionRow* row = FindInstruction(words[0]);
-            return row != nullptr && row->TakesLabel();
+            return row != nullptr && row->TakesLabel() && words.size() > 1 && words[1] == Word();
         });
     }
 
-    bool IsDefined(View label) const {
-        return std::ranges::any_of(WordsOfLines(program_.Text), [label](const std::vector<Text>& words) {
-            return !words.empty() && words[0] == Text(label) + u':';
-        });
+    Answer IsDefined() const {
+        return If(HasLine([this](const std::vector<Text>& words) { return words[0] == Text(Word()) + u':'; }));
     }
 
-    Text OfMnemonic() const {
-        const auto& [word, second, third] = failed_.FaultWords;
-        const Text quoted = Shortened(word);
-        const bool isBeforeMnemonic = IsMnemonic(second);
-        if (word.find(u',') != Text::npos) {
-            const View mnemonic = MnemonicInFront(word);
-            return mnemonic.empty() ? strayComma : u"a blank belongs behind " + Text(mnemonic);
-        }
-        for (const View directive : {View(word), View(second)}) {
-            const bool isLabel = isBeforeMnemonic && !directive.starts_with(u'#') && !directive.starts_with(u'.');
-            if (Text note = OfDirective(directive); !note.empty() && !isLabel) return note;
-        }
-        if (Contains(interruptMnemonics, word)) return u"this machine has no interrupts, and so no " + quoted;
-        if (second == u":") return u"no blank belongs between a label and its colon";
-        if (word[0] < 0x80 && m8085::ToUpperCase(word[0]) == m8085::ToLowerCase(word[0]) &&
-            m8085::HexDigitValue(word[0]) < 0 && word[0] != u'_')
-            return u"a line begins with a label or a mnemonic; a comment begins with \";\"";
-        if (isBeforeMnemonic && LooksLikeAddress(word)) return u"no address belongs in front of an instruction";
-
-        Text asLabel = u"if " + quoted + u" is a label, it needs a colon: " + quoted + u":";
-        if (IsJumpedTo(word) || isBeforeMnemonic) return asLabel;
-        const std::vector<Text> meant = MnemonicsLike(word);
-        if (!meant.empty()) return u"there is no " + quoted + u"; is " + Choice(meant) + u" meant?";
-        if (second.empty()) return asLabel;
-        return u"there is no mnemonic " + quoted + u"; a label needs a colon, a comment a \";\" in front";
+    Answer IsInLastPlace() const {
+        const LabelTable& labels = Failed.Labels;
+        constexpr int last = LabelTable::NotFound;
+        return If(labels.LabelCount() > last && labels[last].Kind == LabelKind::Definition &&
+                  labels[last].Name == Word());
     }
 
-    static Text OfDirective(View word) {
-        if (word.starts_with(u'#') || word.starts_with(u'.')) word.remove_prefix(1);
-        if (!Contains(directives, word)) return {};
-        const Text none = Text(word) + u" is a directive, and there are none here: ";
-        if (word == u"ORG" || word == u"BEGIN") return none + u"a program always begins at 8000";
-        if (word == u"END") return none + u"leave it out";
-        if (word == u"EQU" || word == u"SET") return none + u"write the number itself";
-        return none + u"put data into memory by instructions or by a data file";
+    // What stands before the comma, where it is the longest mnemonic that the word begins with and more.
+    Answer MnemonicInFront() const {
+        View longest;
+        for (const InstructionRow& row : InstructionRows())
+            if (row.Mnemonic.size() > longest.size() && Word().starts_with(Wide(row.Mnemonic)))
+                longest = Word().substr(0, row.Mnemonic.size());
+        if (!HasComma() || longest.empty() || Word()[longest.size()] == u',') return {};
+        return Text(longest);
     }
 
-    Text OfOperands(const InstructionRow* row) const {
-        const View mnemonic = failed_.FaultWords[0];
-        for (const std::size_t column : {std::size_t{0}, std::size_t{1}}) {
-            const View word = failed_.FaultWords[column + 1];
-            const std::string_view takes = row->Operands[column];
-            if (row->TakesLabel()) return fullTable;
-            if (takes == "I8" || takes == "I16") return OfNumber(mnemonic, word, takes == "I8");
-            row =
-                column == 0 ? FindInstruction(mnemonic, word) : FindInstruction(mnemonic, failed_.FaultWords[1], word);
-            if (word.empty() || row == nullptr) return OfRegister(mnemonic, word, column);
+    // Before a mnemonic the name of a directive is a label, unless it is marked.
+    Answer IsDirective() const {
+        for (const View word : {Words[0], Words[1]}) {
+            const bool isMarked = word.starts_with(u'#') || word.starts_with(u'.');
+            const auto* found = std::ranges::find(directives, word.substr(isMarked ? 1 : 0), &Pair::first);
+            if (found != std::end(directives) && (isMarked || !IsMnemonic(Words[1])))
+                return Text(found->first) + u" is a directive, and there are none here: " + Text(found->second);
         }
         return {};
     }
 
-    Text OfRegister(View mnemonic, View word, std::size_t column) const {
-        if (word.find(u',') != View::npos) return strayComma;
-        if (ReadNumber(word) && !Contains(registerNames, word))
-            for (const auto& [withRegister, withNumber] : twins)
-                if (mnemonic == withRegister && (mnemonic != u"MOV" || column == 1))
-                    return Text(mnemonic) + u" takes a register here; " + Text(withNumber) + u" takes a number";
+    // The instruction that does with a number what this one does with a register.
+    Answer TwinWithNumber() const {
+        const auto* found = std::ranges::find(twins, Words[0], &Pair::first);
+        const bool isFirstOfTwo = Place == 1 && !Row->Operands[1].empty();
+        if (found == std::end(twins) || isFirstOfTwo || !IsNumber() || IsRegister()) return {};
+        return Text(found->second);
+    }
 
+    Answer TwinWithRegister() const {
+        const auto* found = std::ranges::find(twins, Words[0], &Pair::second);
+        if (found == std::end(twins) || !IsRegister()) return {};
+        return Text(found->first);
+    }
+
+    // What can stand in the place of the word, as programs write it, and what stands there.
+    Answer Registers() const {
         std::vector<Text> choices;
         for (const InstructionRow& row : InstructionRows()) {
-            if (Wide(row.Mnemonic) != mnemonic) continue;
-            const std::string_view operand = row.Operands[column];
+            if (row.Mnemonic != Row->Mnemonic || (Place == 2 && row.Operands[0] != Row->Operands[0])) continue;
+            const std::string_view operand = row.Operands[Place - 1];
             const bool isPair = operand.size() == 2 && operand != "SP";
-            if (column == 0 || Wide(row.Operands[0]).front() == failed_.FaultWords[1].front())
-                AppendOnce(choices, Wide(isPair ? operand.substr(0, 1) : operand));
+            AppendOnce(choices, Wide(isPair ? operand.substr(0, 1) : operand));
         }
         std::ranges::sort(choices, {}, [](View name) { return std::ranges::find(registerNames, name); });
-        const Text takes =
-            Text(mnemonic) + u" takes " + Choice(choices) + (column == 1 ? u" as its second operand" : u"");
-        return takes + (word.empty() ? u", which is missing" : u", not " + Shortened(word));
+        return *Choice(choices) + (Place == 2 ? u" as its second operand" : u"") +
+               (IsMissing() ? u", which is missing" : u", not " + *Always());
     }
 
-    Text OfNumber(View mnemonic, View word, bool isByte) const {
-        const Text quoted = Shortened(word);
-        if (word.empty()) return u"the number that " + Text(mnemonic) + u" takes is missing";
-        if (word.find(u',') != View::npos) return strayComma;
-        if (word.ends_with(u':')) return u"a colon belongs behind a label only, first on its line";
-        if (Contains(registerNames, word)) {
-            for (const auto& [withRegister, withNumber] : twins)
-                if (mnemonic == withNumber)
-                    return Text(mnemonic) + u" takes a number; " + Text(withRegister) + u" takes a register";
-            return Text(mnemonic) + u" takes a number here, not a register";
+    // What the word is to somebody who does not write it in hexadecimal.
+    Answer OtherMeaning() const {
+        const std::int32_t largest = IsByteWanted() ? 0xFF : 0xFFFF;
+        for (const auto& [name, suffix, base] : notations) {
+            if (!Word().ends_with(suffix)) continue;
+            const View digits = Word().substr(0, Word().size() - suffix.size());
+            const auto value =
+                static_cast<std::int32_t>(m8085::ReadDigits(digits, base, largest).value_or(largest + 1));
+            if (value > largest) continue;
+            const Text meaning = Wide(m8085::FormatHexLong(value)).substr(IsByteWanted() ? 2 : 0);
+            return Text(name).append(digits).append(u" is ").append(meaning);
         }
-        if (IsDefined(word)) return u"a label is no number: write the address that it stands for";
-        if (ReadNumber(word)) return OfTooLarge(word, isByte);
-        Text withZeros(word);
-        std::ranges::replace(withZeros, u'O', u'0');
-        if (ReadNumber(withZeros)) return u"there is a letter O in " + quoted + u" where a 0 belongs";
-        return quoted + u" is no number: those are hexadecimal digits and nothing else, but for a final H";
+        return {};
     }
 
-    static Text OfTooLarge(View word, bool isByte) {
-        const std::int32_t largest = isByte ? 0xFF : 0xFFFF;
-        const auto inHexadecimal = [&](const char16_t* base, View digits, std::int32_t value) {
-            return u"all numbers are hexadecimal: " + Text(base) + Text(digits) + u" is " +
-                   Wide(isByte ? m8085::FormatHexByte(static_cast<std::uint8_t>(value)) : m8085::FormatHexLong(value));
-        };
-        if (const auto value = ReadDigits(word, 10, largest)) return inHexadecimal(u"decimal ", word, *value);
-        if (word.ends_with(u'D'))
-            if (const auto value = ReadDigits(WithoutLast(word), 10, largest))
-                return inHexadecimal(u"decimal ", WithoutLast(word), *value);
-        if (word.ends_with(u'B'))
-            if (const auto value = ReadDigits(WithoutLast(word), 2, largest))
-                return inHexadecimal(u"binary ", WithoutLast(word), *value);
-        return Shortened(word) + (isByte ? u" is too large for a byte: the largest is FF"
-                                         : u" is too large for 16 bits: the largest number is FFFF");
+    Answer SimilarMnemonic() const {
+        std::vector<Text> similar;
+        for (const InstructionRow& row : InstructionRows())  // one letter is one letter off from too many
+            if (Word().size() > 1 && IsOneLetterOff(Word(), Wide(row.Mnemonic)))
+                AppendOnce(similar, Wide(row.Mnemonic));
+        return Choice(similar);
     }
 
-    Text OfLabel(View name) const {
-        const Text quoted = Shortened(name);
-        if (name.find(u';') != View::npos) return stickingComment;
-        if (name.empty()) return u"a jump or call needs a label to go to";
-        if (name.ends_with(u':')) return u"no colon belongs behind the label of a jump or call";
-        const LabelTable& labels = failed_.Labels;
-        constexpr int last = LabelTable::NotFound;
-        if (labels.LabelCount() > last && labels[last].Kind == LabelKind::Definition && labels[last].Name == name)
-            return quoted + u" has the last of the 101 places for labels and jumps, where it cannot be found";
-        if (LooksLikeAddress(name)) return u"a jump or call goes to a label, not to an address: put a label there";
-        std::vector<Text> meant;
-        for (int slot = 0; slot < labels.LabelCount(); ++slot) {
-            const auto& [label, address, kind, line] = labels[slot];
-            if (kind == LabelKind::Definition && !label.empty() && IsOneLetterOff(name, label))
-                AppendOnce(meant, label);
+    Answer SimilarLabel() const {
+        std::vector<Text> similar;
+        for (int slot = 0; slot < Failed.Labels.LabelCount(); ++slot) {
+            const auto& [label, address, kind, line] = Failed.Labels[slot];
+            if (kind == LabelKind::Definition && !label.empty() && IsOneLetterOff(Word(), label))
+                AppendOnce(similar, label);
         }
-        if (!meant.empty()) return u"there is no label " + quoted + u"; is " + Choice(meant) + u" meant?";
-        return u"no line defines it: put " + quoted + u": where it is to go";
+        return Choice(similar);
     }
-
-    const PreparedProgram& program_;
-    const Assembly& failed_;
 };
+
+// A fault that has the answer is explained by the sentence, in which * is the answer and @ the first word of the line.
+struct Rule {
+    Fault::Answer (Fault::*Finds)() const;
+    View Sentence;
+};
+
+constexpr View strayComma = u"a comma stands between two operands and nowhere else";
+constexpr View needsColon = u"if * is a label, it needs a colon: *:";
+constexpr View fullTable = u"all 101 places that there are for labels, jumps and calls are taken";
+
+// Of each table the first rule that applies counts.
+constexpr Rule anywhereRules[] = {
+    {&Fault::IsAfterColonInComment, u"a colon in a comment breaks the line there: leave it out"},
+    {&Fault::HasNoBreakSpace, u"there is a no-break space in this line: put a blank in its place"},
+    {&Fault::HasStickingComment, u"a comment needs a blank before its \";\""}};
+
+constexpr Rule mnemonicRules[] = {
+    {&Fault::HasColon, fullTable},
+    {&Fault::MnemonicInFront, u"a blank belongs after *"},
+    {&Fault::HasComma, strayComma},
+    {&Fault::IsDirective, u"*"},
+    {&Fault::IsInterruptMnemonic, u"this machine has no interrupts, and so no *"},
+    {&Fault::IsBeforeColon, u"no blank belongs between a label and its colon"},
+    {&Fault::BeginsWithSign, u"a line begins with a label or a mnemonic; a comment begins with \";\""},
+    {&Fault::IsAddressBeforeMnemonic, u"no address belongs before an instruction"},
+    {&Fault::IsProbablyLabel, needsColon},
+    {&Fault::SimilarMnemonic, u"there is no @; is * meant?"},
+    {&Fault::IsAlone, needsColon},
+    {&Fault::Always, u"there is no mnemonic *; a label needs a colon, and a comment a \";\" before it"}};
+
+constexpr Rule registerRules[] = {{&Fault::HasComma, strayComma},
+                                  {&Fault::TwinWithNumber, u"@ takes a register here; * takes a number"},
+                                  {&Fault::Registers, u"@ takes *"}};
+
+constexpr Rule numberRules[] = {
+    {&Fault::IsMissing, u"the number that @ takes is missing"},
+    {&Fault::HasComma, strayComma},
+    {&Fault::HasColon, u"a colon belongs after a label only, first on its line"},
+    {&Fault::TwinWithRegister, u"@ takes a number; * takes a register"},
+    {&Fault::IsRegister, u"@ takes a number here, not a register"},
+    {&Fault::IsDefined, u"a label is not a number: write the address that it stands for"},
+    {&Fault::OtherMeaning, u"all numbers are hexadecimal: *"},
+    {&Fault::IsTooLargeForByte, u"* is too large for a byte: the largest is FF"},
+    {&Fault::IsNumber, u"* is too large for 16 bits: the largest number is FFFF"},
+    {&Fault::HasLetterO, u"there is a letter O in * where a 0 belongs"},
+    {&Fault::Always, u"* is not a number: those are hexadecimal digits and nothing else, but for a final H"}};
+
+constexpr Rule labelRules[] = {
+    {&Fault::IsMissing, u"a jump or call needs a label to go to"},
+    {&Fault::HasColon, u"no colon belongs after the label of a jump or call"},
+    {&Fault::IsInLastPlace, u"* has the last of the 101 places for labels and jumps, where it cannot be found"},
+    {&Fault::IsAddress, u"a jump or call goes to a label, not to an address: put a label there"},
+    {&Fault::SimilarLabel, u"there is no label @; is * meant?"},
+    {&Fault::Always, u"no line defines it: put *: where it is to go"}};
+
+// Nothing if no rule applies.
+std::optional<Text> Explain(const Fault& fault, std::span<const Rule> rules) {
+    for (const auto& [finds, sentence] : rules)
+        if (const Fault::Answer answer = (fault.*finds)()) {
+            Text text;
+            for (const char16_t character : sentence) {
+                if (character == u'*')
+                    text += *answer;
+                else
+                    text += character == u'@' ? Shortened(fault.Words[0]) : Text(1, character);
+            }
+            return text;
+        }
+    return {};
+}
+
+// The operands are looked at in the order in which the assembler takes them.
+Text ExplainOperands(Fault fault) {
+    if (fault.Row->TakesLabel()) return Text(fullTable);
+    for (fault.Place = 1; fault.Place <= 2; ++fault.Place) {
+        if (fault.IsNumberWanted()) return *Explain(fault, numberRules);
+        const auto* found = FindInstruction(fault.Words[0], fault.Words[1], fault.Place == 1 ? View() : fault.Word());
+        if (fault.Word().empty() || found == nullptr) return *Explain(fault, registerRules);
+        fault.Row = found;
+    }
+    return {};
+}
 
 }  // namespace
 
 std::u16string ExplainFailure(const PreparedProgram& program, const Assembly& failed) {
-    return Explanation(program, failed).Find();
+    if (failed.FaultLine == 0) return {};
+    Fault fault{program, failed, {}};
+    std::ranges::copy(failed.FaultWords, fault.Words.begin());
+    const bool isLabel = failed.FaultWords[0].empty();
+    if (isLabel) fault.Words[0] = View(failed.AsmErrorText).substr(View(u"Bad label - ").size());
+    fault.Row = FindInstruction(fault.Words[0]);
+    if (const auto text = Explain(fault, anywhereRules)) return *text;
+    if (isLabel) return *Explain(fault, labelRules);
+    return fault.Row == nullptr ? *Explain(fault, mnemonicRules) : ExplainOperands(fault);
 }
 
 }  // namespace assembler

@@ -1,8 +1,17 @@
 #include "assembler/line_words.h"
 
+#include <algorithm>
+
 #include "machine/characters.h"
 
 namespace assembler {
+
+std::vector<std::u16string_view> LinesOf(std::u16string_view text) {
+    std::vector<std::u16string_view> lines;
+    for (; !text.empty(); text.remove_prefix(std::min(text.size(), lines.back().size() + 1)))
+        lines.push_back(text.substr(0, text.find(u'\n')));
+    return lines;
+}
 
 std::vector<std::u16string> WordsOfLine(std::u16string_view line) {
     enum Place { Mnemonic, FirstOperand, SecondOperand, Places };

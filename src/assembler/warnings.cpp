@@ -41,12 +41,8 @@ public:
     explicit Search(const PreparedProgram& program) : program_(program) {}
 
     std::vector<Warning> Run() {
-        View rest = program_.Text;
-        for (int line = 1; !rest.empty(); ++line) {
-            const View text = rest.substr(0, rest.find(u'\n'));
-            rest.remove_prefix(std::min(rest.size(), text.size() + 1));
-            LookAt(text, program_.SourceLine(line));
-        }
+        int line = 0;
+        for (const View text : LinesOf(program_.Text)) LookAt(text, program_.SourceLine(++line));
         WarnOfMixedNumbers();
         std::ranges::stable_sort(warnings_, {}, &Warning::Line);
         return std::move(warnings_);

@@ -32,18 +32,26 @@ constexpr int HexDigitValue(char32_t character) {
     return -1;
 }
 
-// The value of a text of hexadecimal digits alone, in either case, with any number of leading zeros; nothing for any
-// other text. A value above `largest` reads as the one behind it. `largest` is below 7FFFFFF (hexadecimal).
+// The value of a text of digits to a base of 2 to 16 alone, in either case, with any number of leading zeros; nothing
+// for any other text. A value above `largest` reads as the one after it. `largest` is below 7FFFFFFFFFFFFFF
+// (hexadecimal).
 template <class Text>
-constexpr std::optional<std::int32_t> ReadHexNumber(Text text, std::int32_t largest) {
+constexpr std::optional<std::int64_t> ReadDigits(Text text, int base, std::int64_t largest) {
     if (text.empty()) return std::nullopt;
-    std::int32_t value = 0;
+    std::int64_t value = 0;
     for (const auto character : text) {
         const int digit = HexDigitValue(static_cast<std::make_unsigned_t<decltype(+character)>>(character));
-        if (digit < 0) return std::nullopt;
-        value = std::min(value * 16 + digit, largest + 1);
+        if (digit < 0 || digit >= base) return std::nullopt;
+        value = std::min(value * base + digit, largest + 1);
     }
     return value;
+}
+
+// The same of hexadecimal digits. `largest` is below 7FFFFFFF (hexadecimal).
+template <class Text>
+constexpr std::optional<std::int32_t> ReadHexNumber(Text text, std::int32_t largest) {
+    const auto value = ReadDigits(text, 16, largest);
+    return value ? std::optional(static_cast<std::int32_t>(*value)) : std::nullopt;
 }
 
 }  // namespace m8085
