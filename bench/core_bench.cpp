@@ -44,7 +44,7 @@ void RunOfAMixedProgram(benchmark::State& state) {
 BENCHMARK(RunOfAMixedProgram)->Unit(benchmark::kMillisecond);
 
 // As long as a program can be: short lines, and as many labels and branches as the assembler takes. The labels stand
-// in front of their instructions, so that all of them have to be split off.
+// before their instructions, so that all of them have to be split off.
 std::u16string LongestProgram() {
     constexpr std::size_t longestText = assembler::LongestPreparedText - 1;
     constexpr int labels = 50;

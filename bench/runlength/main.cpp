@@ -1,5 +1,5 @@
 // Runs one of the benchmark programs for a number of instructions through the Run command and prints nothing:
-// velmora_runlength delay|mixed INSTRUCTIONS. What it costs the host is for an instruction counter to tell.
+// velmora_runlength delay|mixed INSTRUCTIONS. An instruction counter shows what it costs the host.
 
 #include <cstdlib>
 #include <string_view>

@@ -23,7 +23,7 @@ bool IsOneOf(const QString& name, std::initializer_list<const char*> names) {
     return std::ranges::find(names, name) != names.end();
 }
 
-// The boxes by which Assemble and Load Data File tell of a failure, after they have changed memory. Another box may
+// The boxes by which Assemble and Load Data File report a failure, after they have changed memory. Another box may
 // stand before them.
 bool IsFailureTold() {
     return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
@@ -68,7 +68,7 @@ void Invariants::NoteTextChange() {
     (IsRunning() ? programIsLostInRun_ : programIsLost_) = true;
 }
 
-// A halted machine steps no further: Single Step tells of the end, and Slow Run only lifts the halt.
+// A halted machine steps no further: Single Step reports the end, and Slow Run only lifts the halt.
 void Invariants::NoteCommand(const QString& name) {
     const bool isAssemble = IsOneOf(name, {"cmdCompile", "mnuCompile"});
     const bool isLoad = name == "mnuLoadData";
@@ -148,7 +148,7 @@ std::uint8_t Invariants::ByteOf(int row, int column) const {
 }
 
 // Only what the grid was left out of may make it differ from memory: Assemble from the menu, a data file that failed
-// half-way, and a run that is not over. All cells are looked at when they have just been rewritten, or else a few.
+// half-way, and a run that is not over. All cells are checked when they have just been rewritten, or else a few.
 std::optional<QString> Invariants::FaultInCells() {
     if (IsRunning()) return std::nullopt;
     if (wasRunning_) gridMayBeOld_ = false, allCellsAreDue_ = true;

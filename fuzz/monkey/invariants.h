@@ -9,7 +9,7 @@
 #include "platform/program_text.h"
 #include "shell/workbench.h"
 
-// What must be true of the window between any two events, whatever has been done to it. It looks at controls, files and
+// What must be true of the window between any two events, whatever has been done to it. It checks controls, files and
 // the machine, and follows by signals which commands have been carried out.
 class Invariants : public QObject {
 public:
@@ -50,7 +50,7 @@ private:
     QLineEdit& cellEditor_;
     std::mt19937 random_;
 
-    // What the machine held when it was last looked at, and what may have changed it since.
+    // What the machine held when it was last checked, and what may have changed it since.
     m8085::MemoryBytes memory_;
     decltype(m8085::MachineState::Ports) ports_;
     int currentRow_ = -1;

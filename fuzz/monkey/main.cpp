@@ -40,7 +40,7 @@ int main(int argc, char** argv) {
     unsigned seed = argc > 2 ? QByteArray(argv[2]).toUInt() : std::random_device()();
     std::printf("%d events from seed %u\n", events, seed);
     std::fflush(stdout);
-    // The exit sequence may come sooner than its turn; then the program is started anew.
+    // The exit sequence may come sooner than its turn; then the program is started again.
     while (events > 0) events = Monkey(events, seed++, folder.path()).Use();
     std::puts("All events done.");
     return 0;

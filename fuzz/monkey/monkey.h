@@ -12,7 +12,7 @@ class QFileDialog;
 class QMimeData;
 
 // Uses the whole window at random: keys, mouse, menus, boxes, files and the clipboard, with runs going on all the
-// while. Before each event it looks for what is wrong, and tells it with the events that led there.
+// while. Before each event it checks what must hold, and reports a fault with the events that led there.
 class Monkey {
 public:
     // Uses the program until it has left by the exit sequence, which comes after so many events at the latest.

@@ -125,7 +125,7 @@ void CodeAssistant::InitRegisters() {
     }
 }
 
-// "Label" stands at the foot of its panel, and comes last there.
+// "Label" stands at the bottom of its panel, and comes last there.
 QList<QWidget*> CodeAssistant::Keys() const {
     QList<QWidget*> keys;
     for (const QGroupBox* panel : {frmCA_, frmCA2_, frmCA3_})

@@ -34,7 +34,7 @@ public:
     QList<QWidget*> Keys() const;
 
 signals:
-    // The caption that the button which starts and stops is to bear from now on.
+    // The new caption of the button which starts and stops.
     void CaptionChanged(const QString& caption);
 
 protected:

@@ -14,7 +14,7 @@ namespace {
 constexpr double nanosecondsPerTState = m8085::NanosecondsPerTState;
 constexpr double nanosecondsPerMillisecond = 1'000'000;
 constexpr double tStatesPerPass = 24;     // of the inner loop, dcx d to jnz
-constexpr double tStatesToLoad = 10;      // of the lxi d, reckoned with in the short loop only
+constexpr double tStatesToLoad = 10;      // of the lxi d, counted in the short loop only
 constexpr double passesPerRound = 65000;  // of the inner loop in one round of the outer, at the most
 constexpr std::int32_t firstLongTime = 512;
 constexpr std::int32_t longestTime = 129000;

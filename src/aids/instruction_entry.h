@@ -16,10 +16,10 @@ struct EntryStep {
 };
 
 // The instruction that is being put together by clicks. What comes next is read from the instruction table. The lines
-// that result are in lower case with a blank behind the mnemonic, a comma between operands and CR LF at the end.
+// that result are in lower case with a blank after the mnemonic, a comma between operands and CR LF at the end.
 class InstructionEntry {
 public:
-    // Begins an instruction, in the place of one that was not finished. The mnemonic is one of the table's.
+    // Begins an instruction, instead of one that was not finished. The mnemonic is one of the table's.
     EntryStep ChooseMnemonic(std::string_view mnemonic);
 
     // Takes the caption of a live register key: a register, or a pair in full.

@@ -23,7 +23,7 @@ struct MnemonicLayout {
     std::vector<PanelPlace> Captions;
 };
 
-// The list is one of words with a space before each, where a line feed behind the space begins a new group.
+// The list is one of words with a space before each, where a line feed after the space begins a new group.
 MnemonicLayout LayOutMnemonics(std::string_view list);
 
 }  // namespace aids

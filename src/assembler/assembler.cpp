@@ -120,7 +120,7 @@ void Translation::OpenWord(std::size_t position, State inWord) {
     state_ = inWord;
 }
 
-// Stores the open word, if one is open, and goes on in the state given.
+// Stores the open word, if one is open, and changes to the state given.
 void Translation::CloseWord(std::size_t end, State next) {
     const std::u16string_view word = text_.substr(wordStart_, end - wordStart_);
     if (state_ == State::InFirst) W1 = word;
@@ -170,7 +170,7 @@ bool Translation::EmitByte(std::u16string_view word) {
     return true;
 }
 
-// The low byte, that of the last two digits, is written before the size of the number is looked at.
+// The low byte, that of the last two digits, is written before the size of the number is checked.
 bool Translation::EmitWord(std::u16string_view word) {
     const auto value = ReadNumber(word);
     const std::u16string_view digits = WithoutFinalH(word);

@@ -16,24 +16,24 @@ namespace assembler {
 // Characters in UTF-16 units, the line feed after the last line included.
 inline constexpr std::size_t LongestPreparedText = 32766;
 
-// What an assembly came to. The two error fields are set only when it failed.
+// The result of an assembly. The two error fields are set only when it failed.
 struct Assembly {
     bool Succeeded = false;
     int AsmErrorLine = 0;  // source line, counted from 1; 0 where no line can be named
     std::u16string AsmErrorText;
     LabelTable Labels;
 
-    std::int32_t End = m8085::ProgramOrigin;  // the address behind the last byte of the program
+    std::int32_t End = m8085::ProgramOrigin;  // the address after the last byte of the program
 
     std::vector<std::int32_t> Instructions;  // the addresses of their opcodes, in ascending order
 
     // The line at fault, which AsmErrorLine does not always name, and its words in upper case; no words for a label
-    // that is nowhere. 0 where no line is at fault: on success, and for a text that is too long.
+    // that no line defines. 0 where no line is at fault: on success, and for a text that is too long.
     int FaultLine = 0;
     std::array<std::u16string, 3> FaultWords;
 };
 
-// The value of a number as programs write it: hexadecimal digits in either case, and perhaps an upper-case H behind
+// The value of a number as programs write it: hexadecimal digits in either case, and perhaps an upper-case H after
 // them. What is above FFFF reads as 10000. Nothing for any other text.
 std::optional<std::int32_t> ReadNumber(std::u16string_view word);
 

@@ -10,7 +10,7 @@ namespace assembler {
 // Every instruction form that a program may contain, one row of text for each opcode that the machine has: 234 rows of
 // 21 characters. A row reads "7C MOV  A   H   1  " and ends with CR LF: the opcode, the mnemonic, two operand columns
 // and the number of its group. An operand column holds a register, a register pair, "I8" or "I16" for a number of that
-// many bits, or blanks. The rows begin with opcode 7C, run up to FE and go on from 00 to 7B.
+// many bits, or blanks. The rows begin with opcode 7C, run up to FE and continue from 00 to 7B.
 extern const std::string_view InstructionTable;
 
 // What a row says. Its texts are without padding.

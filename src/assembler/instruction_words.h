@@ -6,7 +6,7 @@
 
 namespace assembler {
 
-// What an instruction does, in words for whoever learns it.
+// What an instruction does, in words for a learner.
 struct InstructionWords {
     std::string_view Mnemonic;
     std::string_view Does;   // a sentence without its full stop
@@ -21,7 +21,7 @@ std::span<const InstructionWords> AllInstructionWords();
 const InstructionWords& WordsFor(std::string_view mnemonic);
 
 // The flags that the instruction with this opcode changes. Of a mnemonic's forms they are the same but for POP, where
-// only POP PSW changes any. Empty for a code that is no instruction.
+// only POP PSW changes any. Empty for a code that is not an instruction.
 std::string_view FlagsChangedBy(std::uint8_t opcode);
 
 // T-states of an instruction as the machine itself counts them. The two differ only for conditional jumps, calls and
@@ -33,7 +33,7 @@ struct InstructionTime {
     bool operator==(const InstructionTime&) const = default;
 };
 
-// Zeros for a code that is no instruction.
+// Zeros for a code that is not an instruction.
 InstructionTime TimeOf(std::uint8_t opcode);
 
 }  // namespace assembler

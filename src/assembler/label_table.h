@@ -15,8 +15,8 @@ struct LabelEntry {
     std::int16_t Line = 0;  // of a reference the source line of the branch; not set for a definition
 };
 
-// Definitions and references of one assembly, in the order of the source. Slots 0 to 100; a definition that comes to
-// stand in slot 100 is out of the reach of FindLabel.
+// Definitions and references of one assembly, in the order of the source. Slots 0 to 100; a definition in slot 100 is
+// not found by FindLabel.
 class LabelTable {
 public:
     static constexpr int Slots = 101;

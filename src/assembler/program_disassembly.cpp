@@ -74,7 +74,7 @@ private:
             Mark(address, mnemonic + " goes to " + target + ", where no instruction of the program begins");
     }
 
-    // The last place in the table of labels is out of the reach of jumps.
+    // Jumps do not find a label in the last place of the table.
     void LookAtLimits() {
         if (entries_ > LabelTable::Slots || (entries_ == LabelTable::Slots && isLastALabel_))
             program_.Obstacles.push_back("it has " + std::to_string(entries_) +

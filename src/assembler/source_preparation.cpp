@@ -29,10 +29,10 @@ std::u16string WithCarriageReturns(std::u16string_view source) {
 std::vector<std::size_t> FindLabelSplits(std::u16string_view text) {
     std::vector<std::size_t> splits;
     for (std::size_t colon = text.find(u':'); colon != std::u16string_view::npos;) {
-        std::size_t behind = colon + 1;
-        while (behind < text.size() && text[behind] == u' ') ++behind;
-        if (text.substr(behind, lineEnd.size()) != lineEnd) splits.push_back(behind);
-        colon = text.find(u':', behind);
+        std::size_t after = colon + 1;
+        while (after < text.size() && text[after] == u' ') ++after;
+        if (text.substr(after, lineEnd.size()) != lineEnd) splits.push_back(after);
+        colon = text.find(u':', after);
     }
     return splits;
 }

@@ -67,7 +67,7 @@ private:
         Warn(u"the colon in the comment ends it: " + word + u" is part of the program");
     }
 
-    // The last word in the place of the first is what the line is taken for.
+    // The line is taken for what its last word in the first place is.
     static std::size_t First(const Words& words) { return (words.size() - 1) / 3 * 3; }
 
     void LookAtLabel(const Words& words) {
@@ -100,7 +100,7 @@ private:
             const std::string_view takes = row->Operands[place - 1];
             const Text& word = words[place];
             if ((takes != "I8" && takes != "I16") || !ReadNumber(word)) continue;
-            // Four digits are an address, and addresses are hexadecimal in everybody's programs.
+            // Four digits are an address, and addresses are hexadecimal in all programs.
             const bool isAddress = takes == "I16" && word.size() >= 4;
             if (word.ends_with(u'H') && withFinalH_.Line == 0) withFinalH_ = {line_, word};
             if (!isAddress && MayBeDecimal(word) && bare_.Line == 0) bare_ = {line_, word};

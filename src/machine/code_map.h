@@ -23,7 +23,7 @@ public:
         runGoesOn_[Index(address)] = line != 0 && address <= LastFetchAddress;
     }
 
-    // Whether a run goes on at the address to which an instruction has led, 0 to 10000: a source line stands there,
+    // Whether a run continues at the address to which an instruction has led, 0 to 10000: a source line stands there,
     // and an instruction can be fetched.
     bool RunGoesOnAt(std::int32_t address) const { return runGoesOn_[Index(address)]; }
 

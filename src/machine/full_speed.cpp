@@ -13,7 +13,8 @@ namespace {
 
 // Executes the instruction at PC and those that follow it, as many as `instructions` says. What the compiler is to keep
 // in the host's registers goes from handler to handler; all else is in the machine. Returns whether all of them were
-// executed and a run goes on behind them. For one instruction alone the code map may be missing; the answer is then no.
+// executed and a run continues after them. For one instruction alone the code map may be missing; the answer is then
+// no.
 using Handler = bool (*)(MachineState& machine, const CodeMap* codeMap, std::int32_t pc, std::int32_t tStates,
                          int instructions);
 

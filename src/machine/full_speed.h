@@ -6,8 +6,8 @@
 namespace m8085 {
 
 // Executes from 1 up to `instructions` instructions at full speed. Ends early where a run has something to decide:
-// after HLT, at an address with no source line, on a code that is no instruction, and on a refused instruction. Which
-// of these it was can be read from the machine and the code map.
+// after HLT, at an address with no source line, on a code that is not an instruction, and on a refused instruction.
+// Which of these it was can be read from the machine and the code map.
 void ExecuteSlice(MachineState& machine, const CodeMap& codeMap, int instructions);
 
 }  // namespace m8085

@@ -18,8 +18,8 @@ public:
         : machine_(machine), pc_(pc), tStates_(tStates) {}
 
     // Executes the instruction at PC, whose code is Opcode and whose three bytes lie in memory. Returns false where a
-    // run has to look up: after HLT, on a code that is no instruction (nothing has changed), and on an instruction that
-    // was refused (only Refused has changed).
+    // run has to look up: after HLT, on a code that is not an instruction (nothing has changed), and on an instruction
+    // that was refused (only Refused has changed).
     template <std::uint8_t Opcode>
     bool Execute();
 
@@ -179,7 +179,7 @@ inline bool InstructionCycle::Execute() {
         case 0x00: return Next(1, 4);                                              // NOP
         case 0x76: machine_.Halted = true; Next(0, 5); return false;               // HLT
 
-        // no instruction of this machine
+        // not an instruction of this machine
         default: return false;
     }
 }
@@ -236,7 +236,7 @@ inline void InstructionCycle::SetFlagsFrom(std::uint8_t value) {
     machine_.P = (std::popcount(value) & 1) == 0;
 }
 
-// A takes the value modulo 256, CY tells whether it was above 255.
+// A takes the value modulo 256, CY says whether it was above 255.
 inline void InstructionCycle::StoreResult(int value) {
     machine_.A = Low(value);
     machine_.CY = value > 255;

@@ -50,7 +50,7 @@ struct MachineState : Registers {
     // Whether the three bytes that every fetch covers lie in memory.
     bool CanFetch() const { return static_cast<std::uint32_t>(PC) <= LastFetchAddress; }
 
-    // Executes the one instruction at PC. A code that is no instruction changes nothing. An instruction that would
+    // Executes the one instruction at PC. A code that is not an instruction changes nothing. An instruction that would
     // reach past memory is refused: Refused says why, and nothing else has changed.
     void ExecuteInstruction();
 

@@ -16,7 +16,7 @@ using support::MachineWith;
 namespace {
 
 // One digit for each code from 00 to FF: its T-states with a condition failing, letters from a standing for 10 and
-// more, 0 for a code that is no instruction.
+// more, 0 for a code that is not an instruction.
 constexpr std::string_view tStatesOf =
     "4a7644740a764474"
     "0a7644740a764474"
