@@ -2,12 +2,12 @@
 _velmora_run() {
   local word=${COMP_WORDS[COMP_CWORD]} before=
   [ "$COMP_CWORD" -eq 0 ] || before=${COMP_WORDS[COMP_CWORD - 1]}
-  local options="--help --version --check --listing --load --set --limit --trace --show --expect --json --save --binary
+  local options="--help --version --check --listing --load --set --limit --trace --trace-lines --show --expect --json --save --binary
     --hex"
   local answers=
   case $before in
     --show) answers="registers ports changed" ;;
-    --set | --expect | --limit) return ;;
+    --set | --expect | --limit | --trace-lines) return ;;
     *) [[ $word != -* ]] || answers=$options ;;
   esac
   if [ -n "$answers" ]; then

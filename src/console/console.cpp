@@ -1,14 +1,12 @@
 #include "console/console.h"
 
 #include <algorithm>
-#include <array>
-#include <ctime>
 #include <sstream>
 
-#include "console/image.h"
 #include "console/interruption.h"
 #include "console/listing.h"
 #include "console/options.h"
+#include "console/outputs.h"
 #include "console/report.h"
 #include "console/simulation.h"
 #include "console/text.h"
@@ -28,7 +26,7 @@ std::string ReadDataFile(const std::string& path) {
     std::istringstream file(content.Bytes);
     if (!memedata::LoadDataFile(file, *scratch))
         throw UsageError("\"" + path +
-                         "\" is no data file: it has a byte for an address beyond FFFF, or too large a number");
+                         "\" is not a data file: it has a byte for an address beyond FFFF, or too large a number");
     return std::move(content.Bytes);
 }
 
@@ -37,29 +35,19 @@ void ExpectWritten(const std::string& path, const std::optional<std::string>& re
     if (reason) throw UsageError("\"" + path + "\" could not be written: " + *reason);
 }
 
-std::string Now(const char* format) {
-    const std::time_t now = std::time(nullptr);
-    std::array<char, 40> text{};
-    const std::size_t length = std::strftime(text.data(), text.size(), format, std::localtime(&now));
-    return {text.data(), length};
-}
-
-std::string Compose(const MemoryFile& file, const Simulation& simulation) {
-    const m8085::MemoryBytes& memory = simulation.Machine.Memory;
-    std::vector<memedata::AddressRange> ranges = file.Ranges;
-    const bool isEmpty = simulation.Translation.End == m8085::ProgramOrigin;
-    if (ranges.empty() && !isEmpty) ranges.push_back(simulation.ProgramRange());
-    if (file.As == MemoryFile::Format::DataFile)
-        return memedata::ComposeDataFile(ranges, memory, Now("%Y-%m-%d"), Now("%H:%M:%S"));
-    const memedata::AddressRange range = ranges.empty() ? memedata::AddressRange{1, 0} : ranges.front();
-    return file.As == MemoryFile::Format::Binary ? ComposeBinary(range, memory) : ComposeIntelHex(range, memory);
+void ExpectPrinted(std::ostream& out) {
+    if (!out) throw UsageError("standard output could not be written");
 }
 
 // One call of the program.
 class Session {
 public:
     Session(Options options, std::istream& in, std::ostream& out, std::ostream& err)
-        : options_(std::move(options)), in_(in), out_(out), err_(err) {
+        : options_(std::move(options)),
+          in_(in),
+          out_(out),
+          err_(err),
+          report_(options_.PrintsListingOrTrace() ? err : out) {
         for (const std::string& path : options_.DataFiles) dataFiles_.push_back(ReadDataFile(path));
     }
 
@@ -67,15 +55,16 @@ public:
         int exitCode = Success;
         for (const std::string& program : options_.Programs) {
             const std::unique_ptr<Simulation> simulation = Assemble(program);
-            if (simulation->Translation.Succeeded) {
+            if (simulation->Assembly.Succeeded) {
                 const DeferredSignals deferred;
                 Simulate(*simulation);
                 DeferredSignals::Check();
             }
+            ExpectPrinted(out_.flush());
             Report(*simulation);
+            ExpectPrinted(out_.flush());
             exitCode = std::max<int>(exitCode, ExitCodeOf(*simulation, options_));
         }
-        if (!out_.flush()) throw UsageError("standard output could not be written");
         return exitCode;
     }
 
@@ -88,9 +77,14 @@ private:
                                         ? files::ReadStream(in_, editor::LargestProgramFile)
                                         : files::ReadFile(files::PathOf(program), editor::LargestProgramFile);
         const std::string name = isStandardInput ? "<stdin>" : program;
-        const bool hasHeading = options_.Programs.size() > 1 && !options_.Json && !IsMarkingSheet();
-        if (hasHeading) out_ << Printable(name) << ":\n";
+        if (options_.Programs.size() > 1 && !options_.Json) PrintHeading(Printable(name) + ":\n");
         return file.Problem.empty() ? console::Assemble(name, file.Bytes) : Unreadable(name, file.Problem);
+    }
+
+    // Each of two streams has to be complete by itself. The lines of a marking sheet begin with the name anyway.
+    void PrintHeading(const std::string& heading) {
+        if (&report_ != &out_ || !IsMarkingSheet()) out_ << heading;
+        if (&report_ != &out_ && !IsMarkingSheet()) report_ << heading;
     }
 
     void Simulate(Simulation& simulation) {
@@ -99,7 +93,7 @@ private:
             std::istringstream file(dataFile);
             memedata::LoadDataFile(file, simulation.Machine.Memory);
         }
-        for (const Setting& setting : options_.Settings) setting.Store(simulation.Machine);
+        for (const cases::Claim& setting : options_.Settings) setting.Store(simulation.Machine);
         simulation.Before = simulation.Machine;
         if (!options_.CheckOnly) RunProgram(simulation);
         for (const MemoryFile& file : options_.MemoryFiles)
@@ -107,16 +101,20 @@ private:
     }
 
     void RunProgram(Simulation& simulation) {
-        if (!options_.Trace) return console::Run(simulation, options_.Limit, {});
+        constexpr std::uint64_t usualLimit = 1'000'000'000;
+        constexpr std::uint64_t usualTrace = 100'000;
+        const std::uint64_t limit = options_.Limit.value_or(usualLimit);
+        const std::uint64_t lines = options_.TraceLines.value_or(usualTrace);
+        if (!options_.Trace) return console::Run(simulation, limit, {});
         if (options_.Trace->empty())
-            return console::Run(simulation, options_.Limit, [this](std::string_view lines) {
-                if (!(out_ << lines)) throw UsageError("standard output could not be written");
-            });
-        files::FileWriter file(files::PathOf(*options_.Trace));
+            return console::Run(simulation, limit,
+                                {[this](std::string_view text) { ExpectPrinted(out_ << text); }, lines});
+        files::FileWriter file(files::PathOf(*options_.Trace), files::Writing::InPlace);
         const auto commit = [&] { ExpectWritten(*options_.Trace, file.Commit()); };
-        console::Run(simulation, options_.Limit, [&](std::string_view lines) {
-            if (!file.Write(lines)) commit();
-        });
+        const auto write = [&](std::string_view text) {
+            if (!file.Write(text)) commit();
+        };
+        console::Run(simulation, limit, {write, lines});
         commit();
     }
 
@@ -129,23 +127,22 @@ private:
 
     void Report(const Simulation& simulation) {
         if (options_.Json) {
-            out_ << JsonReport(simulation, options_);
-            return;
-        }
-        if (!IsMarkingSheet()) {
-            out_ << TextReport(simulation, options_);
-            out_.flush();
+            report_ << JsonReport(simulation, options_);
+        } else if (IsMarkingSheet()) {
+            report_ << Verdict(simulation, options_);
+            if (!options_.Views.empty()) report_ << TextReport(simulation, options_);
+        } else {
+            report_ << TextReport(simulation, options_);
+            report_.flush();
             err_ << Diagnosis(simulation);
-            return;
         }
-        out_ << Verdict(simulation, options_);
-        if (!options_.Views.empty()) out_ << TextReport(simulation, options_);
     }
 
     Options options_;
     std::istream& in_;
     std::ostream& out_;
     std::ostream& err_;
+    std::ostream& report_;                // one of the two
     std::vector<std::string> dataFiles_;  // their contents
 };
 
@@ -154,14 +151,17 @@ private:
 int Main(std::vector<std::string> arguments, std::istream& in, std::ostream& out, std::ostream& err) {
     try {
         CommandLine commandLine = ReadCommandLine(std::move(arguments));
-        if (commandLine.Wanted) return Session(std::move(*commandLine.Wanted), in, out, err).Run();
-        out << commandLine.Answer;
-        return out.flush() ? Success : WrongUse;
+        if (!commandLine.Wanted) {
+            ExpectPrinted((out << commandLine.Answer).flush());
+            return Success;
+        }
+        CheckOutputs(*commandLine.Wanted);
+        return Session(std::move(*commandLine.Wanted), in, out, err).Run();
     } catch (const Interruption&) {
         out.flush();
         return WrongUse;
     } catch (const std::exception& problem) {
-        err << "velmora-run: " << Printable(problem.what()) << "\nvelmora-run --help tells how it is used.\n";
+        err << "velmora-run: " << Printable(problem.what()) << "\nvelmora-run --help says how it is used.\n";
         return WrongUse;
     }
 }

@@ -16,7 +16,7 @@ constexpr std::size_t numberWidth = 5;
 // The address of each instruction, by the number of its line in the file.
 std::vector<std::vector<std::int32_t>> AddressesByLine(const Simulation& simulation) {
     std::vector<std::vector<std::int32_t>> addresses(simulation.SourceLines.size() + 2);
-    for (std::int32_t address = m8085::ProgramOrigin; address < simulation.Translation.End; ++address)
+    for (std::int32_t address = m8085::ProgramOrigin; address < simulation.Assembly.End; ++address)
         if (const int line = simulation.Code.LineAt(address); line != 0)
             addresses[static_cast<std::size_t>(simulation.Program.SourceLine(line))].push_back(address);
     return addresses;
@@ -46,7 +46,7 @@ std::string ComposeListing(const Simulation& simulation) {
         for (std::size_t i = 1; i < addresses[line].size(); ++i)
             text += AddressAndBytes(addresses[line][i], simulation.Machine.Memory) + '\n';
     }
-    const assembler::LabelTable& labels = simulation.Translation.Labels;
+    const assembler::LabelTable& labels = simulation.Assembly.Labels;
     for (int slot = 0; slot < labels.LabelCount(); ++slot)
         if (labels[slot].Kind == assembler::LabelKind::Definition)
             text += '\n' + m8085::FormatHexLong(labels[slot].Address) + "  " + Printable(Utf8(labels[slot].Name));

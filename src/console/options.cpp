@@ -1,12 +1,11 @@
 #include "console/options.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
-#include <filesystem>
-#include <iterator>
+#include <functional>
+#include <set>
 
-#include "console/text.h"
 #include "files/path.h"
+#include "machine/number_format.h"
 
 namespace console {
 
@@ -15,146 +14,174 @@ namespace {
 using Words = std::vector<std::string>;
 
 View ReadView(const std::string& text) {
-    if (text == "registers") return {View::Kind::Registers, {}};
-    if (text == "ports") return {View::Kind::Ports, {}};
-    if (text == "changed") return {View::Kind::Changed, {}};
-    if (LooksLikeRange(text)) return {View::Kind::Memory, ReadRange(text)};
-    if (const auto address = memedata::ReadAddress(std::u16string(text.begin(), text.end())))
-        return {View::Kind::Memory, {*address, *address}};
-    throw UsageError("--show takes registers, ports, changed, an address or a range such as 9000-90FF, not \"" + text +
-                     "\"");
-}
-
-// What follows FILE as long as it is a range; the rest are programs, which may stand anywhere.
-MemoryFile TakeMemoryFile(MemoryFile::Format format, const Words& words, Words& programs) {
-    MemoryFile file{format, words.front(), {}};
-    const auto isRange = [](const std::string& word) { return LooksLikeRange(word); };
-    const auto endOfRanges = std::find_if_not(words.begin() + 1, words.end(), isRange);
-    std::transform(words.begin() + 1, endOfRanges, std::back_inserter(file.Ranges), ReadRange);
-    programs.insert(programs.end(), endOfRanges, words.end());
-    if (format != MemoryFile::Format::DataFile && file.Ranges.size() > 1)
-        throw UsageError("only --save takes more than one range");
-    return file;
-}
-
-// In upper case, since some file systems make no difference.
-std::string Extension(const std::string& path) {
-    const std::u8string extension = files::PathOf(path).extension().u8string();
-    return UpperCase(std::string(extension.begin(), extension.end()));
-}
-
-bool IsSameFile(const std::string& one, const std::string& other) {
-    std::error_code error;
-    const auto whole = [&error](const std::string& path) {
-        return std::filesystem::absolute(files::PathOf(path), error).lexically_normal();
-    };
-    return std::filesystem::equivalent(files::PathOf(one), files::PathOf(other), error) || whole(one) == whole(other);
-}
-
-// A file that is written must not be one of the programs, and its name not look like theirs: with --listing *.asm the
-// first of them would be gone. A device loses nothing.
-void KeepFromPrograms(const std::string& path, const Words& programs) {
-    std::error_code error;
-    if (std::filesystem::is_other(files::PathOf(path), error)) return;
-    for (const std::string& program : programs)
-        if (program != "-" && (Extension(path) == Extension(program) || IsSameFile(path, program)))
-            throw UsageError("\"" + path + "\" is named like a program, and would be written over");
-}
-
-void CheckTogether(const Options& options, bool isLimited) {
-    if (options.CheckOnly && (isLimited || options.Trace || !options.Views.empty() || !options.Expectations.empty()))
-        throw UsageError("--check does not run the program: it goes without --limit, --trace, --show and --expect");
-    Words paths;
-    for (const auto& path : {options.Listing, options.Trace})
-        if (path && !path->empty()) paths.push_back(*path);
-    for (const MemoryFile& file : options.MemoryFiles) paths.push_back(file.Path);
-    if (std::ranges::find(paths, "-") != paths.end()) throw UsageError("\"-\" is no file that can be written");
-    for (auto path = paths.begin(); path != paths.end(); ++path) {
-        KeepFromPrograms(*path, options.Programs);
-        if (std::any_of(paths.begin(), path, [&](const std::string& other) { return IsSameFile(*path, other); }))
-            throw UsageError("\"" + *path + "\" is to be written twice");
+    const std::string upper = cases::UpperCase(text);
+    if (upper == "REGISTERS") return {View::Kind::Registers, {}};
+    if (upper == "PORTS") return {View::Kind::Ports, {}};
+    if (upper == "CHANGED") return {View::Kind::Changed, {}};
+    try {
+        return {View::Kind::Place, cases::ReadPlace(text)};
+    } catch (const cases::Misread& problem) {
+        throw UsageError(problem.what() + std::string("; --show also takes registers, ports and changed"));
     }
-    if (!paths.empty() && options.Programs.size() > 1)
-        throw UsageError("only one program can be given where a file is to be written");
-    if (options.Json && (options.Listing == "" || options.Trace == ""))
-        throw UsageError("with --json a listing and a trace need a FILE");
 }
 
-// --listing and --trace take a FILE only where another PROGRAM is there. Of two words neither is surely the PROGRAM.
-void SettleOptionalFiles(Options& options) {
-    if (!options.Programs.empty()) return;
-    for (auto* const path : {&options.Listing, &options.Trace})
-        if (!path->value_or("").empty()) options.Programs.push_back(std::exchange(**path, {}));
-    if (options.Programs.size() != 1) throw UsageError("no PROGRAM is given");
+std::uint64_t ReadCount(const std::string& text, const char* option) {
+    if (const auto count = m8085::ReadDecimal(text)) return *count;
+    throw UsageError(std::string(option) + " takes a decimal number, not \"" + text + "\"");
+}
+
+memedata::AddressRange ReadRange(const std::string& text) {
+    const cases::Place place = cases::ReadPlace(text);
+    return {static_cast<std::uint16_t>(place.First), static_cast<std::uint16_t>(place.Last)};
+}
+
+void AddClaims(std::vector<cases::Claim>& list, const std::string& text) {
+    const cases::Claims claims = cases::ReadClaims(text);
+    if (!claims.Files.empty()) throw UsageError("\"" + claims.Files[0] + "\" is not WHERE=VALUE; --load loads files");
+    list.insert(list.end(), claims.All.begin(), claims.All.end());
+}
+
+// Reads the words one after the other. A word that is not an option, and that no option before it takes, is a program.
+class Reader {
+public:
+    explicit Reader(Words words) : words_(std::move(words)) {}
+
+    CommandLine Read() {
+        while (next_ < words_.size() && answer_.empty()) {
+            const std::string word = words_[next_++];
+            if (word == "--" && !onlyPrograms_)
+                onlyPrograms_ = true;
+            else if (!onlyPrograms_ && word.size() > 1 && word.front() == '-')
+                TakeOption(word);
+            else
+                options_.Programs.push_back(word);
+        }
+        if (!answer_.empty()) return {std::nullopt, answer_};
+        return {std::move(options_), {}};
+    }
+
+private:
+    // What follows an option: a word, nothing, or "=" and a word if the user wants.
+    enum class Takes { Nothing, Word, WordOrNothing };
+
+    struct Row {
+        std::string Name;
+        Takes What;
+        const char* Label;  // what the word is
+        const char* Description;
+        std::function<void(const std::string& word)> Take;
+        bool CanRepeat = false;
+    };
+
+    void TakeOption(const std::string& word) {
+        const std::size_t sign = std::min(word.find('='), word.size());
+        const std::string name = word == "-h" ? "--help" : word.substr(0, sign);
+        const auto row = std::ranges::find(rows_, name, &Row::Name);
+        if (row == rows_.end()) throw UsageError("there is no option " + name);
+        if (!row->CanRepeat && !taken_.insert(name).second) throw UsageError(name + " is given twice");
+        if (sign < word.size()) {
+            if (row->What == Takes::Nothing) throw UsageError(name + " takes nothing after it");
+            return row->Take(word.substr(sign + 1));
+        }
+        if (row->What != Takes::Word) return row->Take({});
+        if (next_ == words_.size() || words_[next_].starts_with("--"))
+            throw UsageError(name + " needs its " + row->Label + " after it");
+        row->Take(words_[next_++]);
+    }
+
+    // The ranges that follow FILE belong to it. What follows them must be a program that is there: it may be a range
+    // that is not well written.
+    void TakeMemoryFile(MemoryFile::Format format, const std::string& path) {
+        MemoryFile file{format, path, {}};
+        for (; next_ < words_.size() && cases::LooksLikeRange(words_[next_]); ++next_)
+            file.Ranges.push_back(ReadRange(words_[next_]));
+        if (format != MemoryFile::Format::DataFile && file.Ranges.size() > 1)
+            throw UsageError("only --save takes more than one range");
+        options_.MemoryFiles.push_back(std::move(file));
+        if (next_ == words_.size() || words_[next_].starts_with('-')) return;
+        std::error_code error;
+        const std::string& word = words_[next_];
+        if (exists(files::PathOf(word), error)) return;
+        const auto range = cases::RangeMeantBy(word);
+        throw UsageError(word + " is not a range" + (range ? ": " + *range : " such as 8000-8003, nor a file"));
+    }
+
+    std::string Help() const;
+
+    Words words_;
+    std::size_t next_ = 0;
+    bool onlyPrograms_ = false;
+    std::set<std::string> taken_;
+    Options options_;
+    std::string answer_;
+
+    const std::vector<Row> rows_ = {
+        {"--help", Takes::Nothing, "", "Print this help", [this](auto&) { answer_ = Help(); }},
+        {"--version", Takes::Nothing, "", "Print the version",
+         [this](auto&) { answer_ = "velmora-run " VELMORA_VERSION "\n"; }},
+        {"--check", Takes::Nothing, "", "Assemble only", [this](auto&) { options_.CheckOnly = true; }},
+        {"--listing", Takes::WordOrNothing, "FILE", "Address, bytes, source of each line, and labels",
+         [this](auto& path) { options_.Listing = path; }},
+        {"--load", Takes::Word, "FILE", "Load a data file before the run",
+         [this](auto& path) { options_.DataFiles.push_back(path); }, true},
+        {"--set", Takes::Word, "WHERE=VALUE", "Set A, Z, HL, 9000=05,06 or \"port 10=0F\" before it",
+         [this](auto& word) { AddClaims(options_.Settings, word); }, true},
+        {"--limit", Takes::Word, "N", "End after N instructions (10^9), 0 for never",
+         [this](auto& word) { options_.Limit = ReadCount(word, "--limit"); }},
+        {"--trace", Takes::WordOrNothing, "FILE", "One line for each instruction executed",
+         [this](auto& path) { options_.Trace = path; }},
+        {"--trace-lines", Takes::Word, "N", "So many of them (100000), 0 for all",
+         [this](auto& word) { options_.TraceLines = ReadCount(word, "--trace-lines"); }},
+        {"--show", Takes::Word, "WHAT", "registers, ports, changed, A, 9000-90FF, \"port 10\"",
+         [this](auto& word) { options_.Views.push_back(ReadView(word)); }, true},
+        {"--expect", Takes::Word, "WHERE=VALUE", "Pass or fail, as with --set; also tstates<=N",
+         [this](auto& word) { AddClaims(options_.Expectations, word); }, true},
+        {"--json", Takes::Nothing, "", "Print one JSON object for each program",
+         [this](auto&) { options_.Json = true; }},
+        {"--save", Takes::Word, "FILE [RANGE...]", "Write memory after the run to a data file",
+         [this](auto& path) { TakeMemoryFile(MemoryFile::Format::DataFile, path); }, true},
+        {"--binary", Takes::Word, "FILE [RANGE]", "The same as raw bytes; no RANGE: the program",
+         [this](auto& path) { TakeMemoryFile(MemoryFile::Format::Binary, path); }, true},
+        {"--hex", Takes::Word, "FILE [RANGE]", "The same as Intel HEX; a RANGE is 9000-90FF",
+         [this](auto& path) { TakeMemoryFile(MemoryFile::Format::IntelHex, path); }, true},
+    };
+};
+
+std::string Reader::Help() const {
+    constexpr std::size_t descriptionColumn = 27;
+    std::string text = "Usage: velmora-run [OPTION...] PROGRAM...\n\nA PROGRAM is a file, or - for standard input.\n\n";
+    for (const Row& row : rows_) {
+        std::string line = "  " + row.Name;
+        if (row.What == Takes::Word) line += std::string(" ") + row.Label;
+        if (row.What == Takes::WordOrNothing) line += std::string("[=") + row.Label + ']';
+        line.resize(descriptionColumn, ' ');
+        text += line + row.Description + '\n';
+    }
+    return text +
+           "\nExit codes: 0 ended, 1 not assembled, 2 wrong use, 3 without end, 4 not as\n"
+           "expected, 5 access refused. The manual page velmora-run(1) says the rest.\n";
+}
+
+void CheckTogether(const Options& options) {
+    if (options.Programs.empty()) throw UsageError("no PROGRAM is given");
+    if (options.CheckOnly &&
+        (options.Limit || options.Trace || !options.Views.empty() || !options.Expectations.empty()))
+        throw UsageError("--check does not run the program: it goes without --limit, --trace, --show and --expect");
+    if (options.TraceLines && !options.Trace) throw UsageError("--trace-lines goes with --trace");
+    if (options.Json && options.PrintsListingOrTrace())
+        throw UsageError("with --json a listing and a trace need a file: --listing=FILE, --trace=FILE");
+    if (std::ranges::count(options.Programs, "-") + std::ranges::count(options.DataFiles, "-") > 1)
+        throw UsageError("standard input can be read only once");
+    if (std::ranges::any_of(options.Settings, &cases::Claim::IsOfTStates))
+        throw UsageError("--set does not set T-states: they begin at 0");
 }
 
 }  // namespace
 
 CommandLine ReadCommandLine(std::vector<std::string> arguments) {
-    CLI::App app("", "velmora-run");
-    Options options;
-    std::optional<std::string> limit;
-    Words settings;
-    Words views;
-    Words expectations;
-    const auto each = [&app](const char* name, Words& words, const char* label, const char* description) {
-        app.add_option(name, words, description)->option_text(label)->allow_extra_args(false);
-    };
-    const auto optionalFile = [&app](const char* name, std::optional<std::string>& path, const char* description) {
-        app.add_option(name, path, description)->option_text("[FILE]")->expected(0, 1);
-    };
-    const auto memoryFile = [&](const char* name, const char* label, const char* description,
-                                MemoryFile::Format format) {
-        const auto take = [&options, format](const Words& words) {
-            options.MemoryFiles.push_back(TakeMemoryFile(format, words, options.Programs));
-        };
-        app.add_option_function<Words>(name, take, description)
-            ->option_text(label)
-            ->expected(1, -1)
-            ->trigger_on_parse();
-    };
-
-    app.allow_windows_style_options(false);  // what begins with "/" is a path everywhere
-    app.formatter(std::make_shared<CLI::Formatter>());
-    app.get_formatter()->column_width(26);
-    app.set_version_flag("--version", "velmora-run " VELMORA_VERSION, "Print the version and exit");
-    Words programs;
-    app.add_option("PROGRAM", programs, "A program file, or - for standard input")->option_text("...");
-    app.add_flag("--check", options.CheckOnly, "Assemble only");
-    optionalFile("--listing", options.Listing, "Address, bytes, source of each line, and labels");
-    each("--load", options.DataFiles, "FILE", "Load a data file before the run");
-    each("--set", settings, "WHERE=VALUE", "Set A, Z, HL, 9000=05,06 or \"port 10=0F\" before it");
-    app.add_option("--limit", limit, "End after N instructions (10^9), 0 for never")->option_text("N");
-    optionalFile("--trace", options.Trace, "One line for each instruction executed");
-    each("--show", views, "WHAT", "registers, ports, changed, or a RANGE of memory");
-    each("--expect", expectations, "WHERE=VALUE", "Pass or fail, as with --set; also tstates<=N");
-    app.add_flag("--json", options.Json, "Print one JSON object for each program");
-    memoryFile("--save", "FILE RANGE...", "Write memory after the run to a data file", MemoryFile::Format::DataFile);
-    memoryFile("--binary", "FILE RANGE", "The same as raw bytes; no RANGE: the program", MemoryFile::Format::Binary);
-    memoryFile("--hex", "FILE RANGE", "The same as Intel HEX; a RANGE is 9000-90FF", MemoryFile::Format::IntelHex);
-    app.footer(
-        "Exit codes: 0 ended, 1 not assembled, 2 wrong use, 3 without end, 4 not as\n"
-        "expected, 5 access refused. The manual page velmora-run(1) tells the rest.");
-
-    try {
-        std::ranges::reverse(arguments);  // as the parser wants them
-        app.parse(arguments);
-    } catch (const CLI::CallForHelp&) {
-        return {std::nullopt, app.help()};
-    } catch (const CLI::CallForVersion& version) {
-        return {std::nullopt, std::string(version.what()) + "\n"};
-    } catch (const CLI::ParseError& error) {
-        throw UsageError(error.what());
-    }
-
-    options.Programs.insert(options.Programs.end(), programs.begin(), programs.end());
-    if (limit) options.Limit = ReadDecimal(*limit, "--limit");
-    SettleOptionalFiles(options);
-    for (const std::string& text : settings) options.Settings.emplace_back(text);
-    for (const std::string& text : expectations) options.Expectations.emplace_back(text);
-    std::ranges::transform(views, std::back_inserter(options.Views), ReadView);
-    CheckTogether(options, limit.has_value());
-    return {std::move(options), {}};
+    CommandLine commandLine = Reader(std::move(arguments)).Read();
+    if (commandLine.Wanted) CheckTogether(*commandLine.Wanted);
+    return commandLine;
 }
 
 }  // namespace console

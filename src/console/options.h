@@ -2,41 +2,46 @@
 
 #include <cstdint>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "console/places.h"
+#include "cases/claim.h"
+#include "cases/place.h"
+#include "console/memory_file.h"
 
 namespace console {
 
+// What the user asked for cannot be done. The text says why.
+struct UsageError : std::runtime_error {
+    using runtime_error::runtime_error;
+};
+
 // What --show asks for.
 struct View {
-    enum class Kind { Registers, Ports, Changed, Memory };
+    enum class Kind { Registers, Ports, Changed, Place };
     Kind What = Kind::Registers;
-    memedata::AddressRange Range;  // of Memory
+    cases::Place Where;  // of Place
 };
 
-// A file to be written from memory. Without a range it gets the assembled program.
-struct MemoryFile {
-    enum class Format { DataFile, Binary, IntelHex };
-    Format As = Format::DataFile;
-    std::string Path;
-    std::vector<memedata::AddressRange> Ranges;
-};
-
-// Paths are as the user wrote them; "-" as a program is standard input, and an empty path standard output.
+// Paths are as the user wrote them. "-" as a file to be read is standard input, and an empty path to be written is
+// standard output.
 struct Options {
     std::vector<std::string> Programs;
     bool CheckOnly = false;
     bool Json = false;
-    std::uint64_t Limit = 1'000'000'000;  // instructions; 0 for none
+    std::optional<std::uint64_t> Limit;  // instructions; 0 for none
     std::optional<std::string> Listing;
     std::optional<std::string> Trace;
+    std::optional<std::uint64_t> TraceLines;  // 0 for all
     std::vector<std::string> DataFiles;
-    std::vector<Setting> Settings;
+    std::vector<cases::Claim> Settings;
     std::vector<View> Views;
-    std::vector<Expectation> Expectations;
+    std::vector<cases::Claim> Expectations;
     std::vector<MemoryFile> MemoryFiles;
+
+    // Whether a listing or a trace takes the place of the report on standard output.
+    bool PrintsListingOrTrace() const { return Listing == "" || Trace == ""; }
 };
 
 struct CommandLine {
@@ -44,7 +49,8 @@ struct CommandLine {
     std::string Answer;  // to --help and --version, where nothing else is wanted
 };
 
-// Reads the arguments, the program's own name not among them. Throws a UsageError where they make no sense.
+// Reads the arguments, the program's own name not among them. Throws a UsageError or a cases::Misread where they make
+// no sense.
 CommandLine ReadCommandLine(std::vector<std::string> arguments);
 
 }  // namespace console

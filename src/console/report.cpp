@@ -37,11 +37,15 @@ std::vector<Stretch> Marked(std::span<const bool> marks, std::span<const std::ui
     return stretches;
 }
 
-std::span<const std::uint8_t> MemoryIn(const Simulation& simulation, memedata::AddressRange range) {
-    return std::span(simulation.Machine.Memory).subspan(range.First, std::size_t{range.Last} - range.First + 1);
+Stretch BytesAt(const Simulation& simulation, const cases::Place& place) {
+    const std::span<const std::uint8_t> all = place.What == cases::Place::Kind::Port
+                                                  ? std::span<const std::uint8_t>(simulation.Machine.Ports)
+                                                  : std::span<const std::uint8_t>(simulation.Machine.Memory);
+    const auto first = static_cast<std::size_t>(place.First);
+    return {first, all.subspan(first, static_cast<std::size_t>(place.Last - place.First + 1))};
 }
 
-// Rows of at most sixteen bytes, each behind its address or port.
+// Rows of at most sixteen bytes, each after its address or port.
 void AppendRows(std::vector<std::string>& rows, const Stretch& stretch, bool isPort) {
     for (std::size_t done = 0; done < stretch.Bytes.size(); done += bytesInRow) {
         const std::size_t address = stretch.First + done;
@@ -56,10 +60,11 @@ void AppendRows(std::vector<std::string>& rows, const Stretch& stretch, bool isP
 
 std::string RegisterLines(const m8085::MachineState& machine) {
     std::string text;
-    for (const auto& [name, field] : RegisterNames)
+    for (const auto& [name, field] : m8085::ByteRegisters)
         text += std::string(name) + '=' + FormatHexByte(machine.*field) + ' ';
     text += "SP=" + FormatHexLong(machine.SP) + " PC=" + FormatHexLong(machine.PC) + '\n';
-    for (const auto& [name, flag] : Flags) text += std::string(name) + '=' + m8085::FormatBool(machine.*flag) + ' ';
+    for (const auto& [name, flag] : m8085::Flags)
+        text += std::string(name) + '=' + m8085::FormatBool(machine.*flag) + ' ';
     return text + "T-states=" + std::to_string(machine.TStates) + '\n';
 }
 
@@ -78,11 +83,14 @@ std::string ChangedLines(const Simulation& simulation, std::size_t most) {
 std::string ViewText(const Simulation& simulation, const View& view) {
     if (view.What == View::Kind::Registers) return RegisterLines(simulation.Machine);
     if (view.What == View::Kind::Changed) return ChangedLines(simulation, m8085::MemorySize);
+    const cases::Place& place = view.Where;
+    if (view.What == View::Kind::Place && !place.IsMany())
+        return place.Name() + '=' + place.Format(place.Value(simulation.Machine, place.First)) + '\n';
     std::vector<std::string> rows;
     if (view.What == View::Kind::Ports)
         AppendRows(rows, {0, simulation.Machine.Ports}, true);
     else
-        AppendRows(rows, {view.Range.First, MemoryIn(simulation, view.Range)}, false);
+        AppendRows(rows, BytesAt(simulation, place), place.What == cases::Place::Kind::Port);
     std::string text;
     for (const std::string& row : rows) text += row + '\n';
     return text;
@@ -93,10 +101,13 @@ bool WasRun(const Simulation& simulation) {
            simulation.HowItEnded != Outcome::Unreadable;
 }
 
+// A program without an instruction does nothing, and so nothing that was expected of it.
 bool AllHold(const Simulation& simulation, const Options& options) {
-    return std::ranges::all_of(options.Expectations, [&simulation](const Expectation& expectation) {
-        return expectation.Holds(simulation.Machine);
-    });
+    if (options.Expectations.empty()) return true;
+    return simulation.HasInstructions() &&
+           std::ranges::all_of(options.Expectations, [&simulation](const cases::Claim& expectation) {
+               return expectation.Holds(simulation.Machine);
+           });
 }
 
 std::string_view OutcomeName(Outcome outcome) {
@@ -120,11 +131,11 @@ Json StretchesAsJson(std::span<const Stretch> stretches, const char* place) {
 
 Json MachineAsJson(const m8085::MachineState& machine) {
     Json registers;
-    for (const auto& [name, field] : RegisterNames) registers[std::string(name)] = machine.*field;
+    for (const auto& [name, field] : m8085::ByteRegisters) registers[std::string(name)] = machine.*field;
     registers["SP"] = machine.SP;
     registers["PC"] = machine.PC;
     Json flags;
-    for (const auto& [name, flag] : Flags) flags[std::string(name)] = machine.*flag;
+    for (const auto& [name, flag] : m8085::Flags) flags[std::string(name)] = machine.*flag;
     return {{"registers", registers}, {"flags", flags}};
 }
 
@@ -138,7 +149,7 @@ Json LabelsAsJson(const assembler::LabelTable& labels) {
 
 Json ExpectationsAsJson(const Simulation& simulation, const Options& options) {
     Json list = Json::array();
-    for (const Expectation& expectation : options.Expectations)
+    for (const cases::Claim& expectation : options.Expectations)
         list.push_back({{"expected", expectation.Text()},
                         {"found", expectation.Found(simulation.Machine)},
                         {"holds", expectation.Holds(simulation.Machine)}});
@@ -148,10 +159,15 @@ Json ExpectationsAsJson(const Simulation& simulation, const Options& options) {
 Json ViewsAsJson(const Simulation& simulation, const Options& options) {
     Json list = Json::array();
     for (const View& view : options.Views) {
-        if (view.What == View::Kind::Memory)
-            list.push_back({{"address", view.Range.First}, {"bytes", MemoryIn(simulation, view.Range)}});
+        const cases::Place& place = view.Where;
         if (view.What == View::Kind::Ports)
             list.push_back({{"port", 0}, {"bytes", std::span(simulation.Machine.Ports)}});
+        if (view.What != View::Kind::Place) continue;
+        if (place.IsMany())
+            list.push_back({{place.What == cases::Place::Kind::Port ? "port" : "address", place.First},
+                            {"bytes", BytesAt(simulation, place).Bytes}});
+        else
+            list.push_back({{"place", place.Name()}, {"value", place.Value(simulation.Machine, place.First)}});
     }
     return list;
 }
@@ -184,7 +200,7 @@ std::string Diagnosis(const Simulation& simulation) {
 std::string TextReport(const Simulation& simulation, const Options& options) {
     if (simulation.HowItEnded == Outcome::Unreadable || simulation.HowItEnded == Outcome::NotAssembled) return {};
     if (simulation.HowItEnded == Outcome::Assembled) {
-        const std::int32_t end = simulation.Translation.End;
+        const std::int32_t end = simulation.Assembly.End;
         if (end == m8085::ProgramOrigin) return "Assembled: there is no instruction.\n";
         return "Assembled: " + std::to_string(end - m8085::ProgramOrigin) + " bytes, " +
                FormatHexLong(m8085::ProgramOrigin) + " to " + FormatHexLong(end - 1) + ".\n";
@@ -203,8 +219,9 @@ std::string Verdict(const Simulation& simulation, const Options& options) {
     if (simulation.HowItEnded != Outcome::Ended)
         reasons.push_back((simulation.Line == 0 ? "" : "line " + std::to_string(simulation.Line) + ": ") +
                           std::string(message) + (simulation.Note.empty() ? "" : " (" + simulation.Note + ")"));
+    if (WasRun(simulation) && !simulation.HasInstructions()) reasons.push_back("there is no instruction");
     if (WasRun(simulation))
-        for (const Expectation& expectation : options.Expectations)
+        for (const cases::Claim& expectation : options.Expectations)
             if (!expectation.Holds(simulation.Machine))
                 reasons.push_back("expected " + expectation.Text() + ", found " +
                                   expectation.Found(simulation.Machine));
@@ -223,9 +240,9 @@ std::string JsonReport(const Simulation& simulation, const Options& options) {
         report["line"] = simulation.Line;
         report["source"] = simulation.SourceOf(simulation.Line);
     }
-    if (simulation.Translation.Succeeded) {
-        report["size"] = simulation.Translation.End - m8085::ProgramOrigin;
-        report["labels"] = LabelsAsJson(simulation.Translation.Labels);
+    if (simulation.Assembly.Succeeded) {
+        report["size"] = simulation.Assembly.End - m8085::ProgramOrigin;
+        report["labels"] = LabelsAsJson(simulation.Assembly.Labels);
     }
     if (WasRun(simulation)) {
         report["tStates"] = simulation.Machine.TStates;

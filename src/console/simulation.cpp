@@ -45,6 +45,11 @@ bool HasStopped(Simulation& simulation) {
     return true;
 }
 
+// As many as the user has said, where 0 stands for all.
+std::uint64_t Most(std::uint64_t count) {
+    return count == 0 ? std::numeric_limits<std::uint64_t>::max() : count;
+}
+
 void RunAtFullSpeed(Simulation& simulation, std::uint64_t limit) {
     constexpr std::uint64_t slice = 1'000'000;
     while (limit > 0) {
@@ -56,21 +61,27 @@ void RunAtFullSpeed(Simulation& simulation, std::uint64_t limit) {
     }
 }
 
-void RunTraced(Simulation& simulation, std::uint64_t limit, const TraceSink& trace) {
+// Goes on at full speed once the trace has all its lines.
+void RunTraced(Simulation& simulation, std::uint64_t limit, const Tracing& tracing) {
     constexpr std::size_t fullBuffer = 0x10000;
     m8085::MachineState& machine = simulation.Machine;
     std::string lines;
-    for (bool hasStopped = false; !hasStopped && limit > 0; --limit) {
+    const std::uint64_t traced = std::min(limit, Most(tracing.MostLines));
+    bool hasStopped = false;
+    for (std::uint64_t left = traced; !hasStopped && left > 0; --left) {
         const Fetched instruction = FetchAtPC(machine);
         machine.ExecuteInstruction();
         hasStopped = HasStopped(simulation);
         const bool isInstruction = assembler::FindInstruction(instruction.Bytes[0]) != nullptr;
         if (isInstruction && machine.Refused.Reason == m8085::Limit::None) AppendTraceLine(lines, instruction, machine);
-        if (lines.size() < fullBuffer && !hasStopped && limit > 1) continue;
-        trace(lines);
+        if (lines.size() < fullBuffer && !hasStopped && left > 1) continue;
+        tracing.Sink(lines);
         lines.clear();
         DeferredSignals::Check();
     }
+    if (hasStopped || traced == limit) return;
+    tracing.Sink("The trace ends after " + std::to_string(traced) + " lines, the run goes on: see --trace-lines\n");
+    RunAtFullSpeed(simulation, limit - traced);
 }
 
 std::string MessageFor(const Simulation& simulation, std::uint64_t limit) {
@@ -81,7 +92,7 @@ std::string MessageFor(const Simulation& simulation, std::uint64_t limit) {
         case Outcome::Refused: return execution::RefusalMessage(machine.Refused);
         case Outcome::NoInstruction:
             return "The byte " + m8085::FormatHexByte(machine.Memory[static_cast<std::size_t>(machine.PC)]) +
-                   " at address " + address + " is no instruction: the program stands still there.";
+                   " at address " + address + " is not an instruction: the program stands still there.";
         default:
             return "The limit of " + std::to_string(limit) + " instructions has been reached at address " + address +
                    ".";
@@ -91,7 +102,7 @@ std::string MessageFor(const Simulation& simulation, std::uint64_t limit) {
 }  // namespace
 
 memedata::AddressRange Simulation::ProgramRange() const {
-    return {static_cast<std::uint16_t>(m8085::ProgramOrigin), static_cast<std::uint16_t>(Translation.End - 1)};
+    return {static_cast<std::uint16_t>(m8085::ProgramOrigin), static_cast<std::uint16_t>(Assembly.End - 1)};
 }
 
 std::string_view Simulation::SourceOf(int line) const {
@@ -118,7 +129,7 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file) {
     simulation->Program = assembler::PrepareProgram(source.Text);
     const assembler::PreparedProgram& program = simulation->Program;
     const auto excess = assembler::ExplainExcessLength(program.Length, program.LabelSplits);
-    auto& assembly = simulation->Translation;
+    assembler::Assembly& assembly = simulation->Assembly;
     assembly = assembler::AssembleProgram(program.Text, simulation->Machine, simulation->Code);
     if (assembly.Succeeded) {
         m8085::SetToProgramStart(simulation->Machine);
@@ -131,13 +142,12 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file) {
     return simulation;
 }
 
-void Run(Simulation& simulation, std::uint64_t limit, const TraceSink& trace) {
+void Run(Simulation& simulation, std::uint64_t limit, const Tracing& tracing) {
     simulation.HowItEnded = Outcome::LimitReached;
-    const std::uint64_t most = limit == 0 ? std::numeric_limits<std::uint64_t>::max() : limit;
-    if (trace)
-        RunTraced(simulation, most, trace);
+    if (tracing.Sink)
+        RunTraced(simulation, Most(limit), tracing);
     else
-        RunAtFullSpeed(simulation, most);
+        RunAtFullSpeed(simulation, Most(limit));
     simulation.Message = MessageFor(simulation, limit);
     if (simulation.HowItEnded == Outcome::Ended) return;
     simulation.Line = simulation.Program.SourceLine(simulation.Code.LineAt(simulation.Machine.PC));

@@ -21,7 +21,7 @@ enum class Outcome {
     Unreadable,  // there is no program
     NotAssembled,
     LimitReached,   // in instructions
-    NoInstruction,  // the program stands still at a code that is none
+    NoInstruction,  // the program stands still at a code that is not an instruction
     Refused,        // the machine refused an access beyond its memory
 };
 
@@ -30,15 +30,18 @@ struct Simulation {
     std::string Name;  // as it is shown
     Outcome HowItEnded = Outcome::Assembled;
     std::string Message;  // of the program's end, or what went wrong
-    std::string Note;     // what is behind a failed assembly; empty for nothing
+    std::string Note;     // the likely cause of a failed assembly; empty for none
     int Line = 0;         // of the file, where something went wrong; 0 for no line
 
     std::vector<std::string> SourceLines;  // of the file, in UTF-8
     assembler::PreparedProgram Program;
-    assembler::Assembly Translation;
+    assembler::Assembly Assembly;
     m8085::MachineState Machine;
     m8085::CodeMap Code;
     m8085::MachineState Before;  // as it was when the run began
+
+    // Whether anything was assembled.
+    bool HasInstructions() const { return !Assembly.Instructions.empty(); }
 
     // Where the assembled program lies. The first address is above the last if there is nothing.
     memedata::AddressRange ProgramRange() const;
@@ -56,8 +59,14 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file);
 // Takes the trace, in pieces of any length.
 using TraceSink = std::function<void(std::string_view)>;
 
-// Runs the program as Run does, for so many instructions at most; 0 for no limit. Without a sink, at full speed. Throws
-// an Interruption where a deferred signal comes meanwhile.
-void Run(Simulation& simulation, std::uint64_t limit, const TraceSink& trace);
+// What is written of a run while it lasts.
+struct Tracing {
+    TraceSink Sink;               // nothing is traced without one
+    std::uint64_t MostLines = 0;  // the run goes on without a trace after so many; 0 for all
+};
+
+// Runs the program as Run does, for so many instructions at most; 0 for no limit. Runs at full speed where nothing is
+// traced. Throws an Interruption where a deferred signal comes meanwhile.
+void Run(Simulation& simulation, std::uint64_t limit, const Tracing& tracing);
 
 }  // namespace console

@@ -1,7 +1,6 @@
 #include "console/text.h"
 
 #include "editor/program_file.h"
-#include "machine/characters.h"
 
 namespace console {
 
@@ -20,13 +19,6 @@ std::string Printable(std::string_view text) {
         if (isPair) ++i;
     }
     return printable;
-}
-
-std::string UpperCase(std::string_view text) {
-    std::string upper;
-    for (const char character : text)
-        upper += static_cast<char>(m8085::ToUpperCase(static_cast<unsigned char>(character)));
-    return upper;
 }
 
 }  // namespace console

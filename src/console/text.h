@@ -11,7 +11,4 @@ std::string Utf8(std::u16string_view text);
 // A name or a line of a file, fit for one line of output: control characters become question marks.
 std::string Printable(std::string_view text);
 
-// With a to z in upper case; all else stays.
-std::string UpperCase(std::string_view text);
-
 }  // namespace console

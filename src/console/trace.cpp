@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "assembler/disassembly.h"
-#include "console/places.h"
 #include "machine/number_format.h"
 
 namespace console {
@@ -43,7 +42,7 @@ void AppendTraceLine(std::string& text, const Fetched& instruction, const m8085:
     AppendPair(text, " DE=", after.GetRegPair(1, false));
     AppendPair(text, " HL=", after.GetRegPair(2, false));
     AppendPair(text, " SP=", after.SP);
-    for (const auto& [name, flag] : Flags) {
+    for (const auto& [name, flag] : m8085::Flags) {
         text += ' ';
         text += after.*flag ? name : std::string_view("..").substr(0, name.size());
     }

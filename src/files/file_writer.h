@@ -8,6 +8,10 @@
 
 namespace files {
 
+// Whether a file takes the old one's place when it is complete, or is written where it is, from the beginning on, so
+// that all that has been written by then is there if the program ends.
+enum class Writing { WhenComplete, InPlace };
+
 // Writes a file that takes the place of one of the same name only when it is complete. Until then the old file stays as
 // it was, and what was written is dropped if it is never committed.
 //
@@ -18,8 +22,9 @@ namespace files {
 // might read it, and so is a file that is standard output or standard error: what is printed would be lost with it.
 class FileWriter {
 public:
-    // Nothing is written yet. Commit says what is wrong with the path.
-    explicit FileWriter(const std::filesystem::path& path);
+    // Nothing is written yet, but a file that is written in place is empty from here on. Commit says what is wrong with
+    // the path.
+    explicit FileWriter(const std::filesystem::path& path, Writing how = Writing::WhenComplete);
     ~FileWriter();
 
     FileWriter(const FileWriter&) = delete;

@@ -108,7 +108,7 @@ bool IsPrintedTo(const struct stat& file) {
 
 class FileWriter::Output {
 public:
-    explicit Output(const std::filesystem::path& path) { Open(path); }
+    Output(const std::filesystem::path& path, Writing how) { Open(path, how); }
 
     ~Output() {
         if (!copyPath_.empty()) ::unlink(copyPath_.c_str());
@@ -133,16 +133,17 @@ public:
 private:
     void Fail(std::string reason) { problem_ = std::move(reason); }
 
-    void Open(const std::filesystem::path& path) {
+    void Open(const std::filesystem::path& path, Writing how) {
         struct stat old {};
         exists_ = ::stat(path.c_str(), &old) == 0;
         if (!exists_ && errno != ENOENT) return Fail(Reason(errno));
         if (exists_ && S_ISDIR(old.st_mode)) return Fail(Reason(EISDIR));
         if (exists_ && S_ISFIFO(old.st_mode)) return Fail("It is a pipe.");
-        isDevice_ = exists_ && !S_ISREG(old.st_mode);
-        if (exists_ && !isDevice_ && IsPrintedTo(old)) return Fail("It is what the program prints to.");
-        if (isDevice_) {
-            if (!copy_.Open(path, O_WRONLY)) Fail(Reason(errno));
+        const bool isDevice = exists_ && !S_ISREG(old.st_mode);
+        if (exists_ && !isDevice && IsPrintedTo(old)) return Fail("It is what the program prints to.");
+        isInPlace_ = isDevice || how == Writing::InPlace;
+        if (isInPlace_) {
+            if (!copy_.Open(path, O_WRONLY | (isDevice ? 0 : O_CREAT | O_TRUNC), 0666)) Fail(Reason(errno));
             return;
         }
         if (exists_ && ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return Fail(Reason(errno));
@@ -165,7 +166,7 @@ private:
     }
 
     void PutInPlace() {
-        if (isDevice_) return;
+        if (isInPlace_) return;
         struct stat old {};
         const bool exists = ::stat(path_.c_str(), &old) == 0;
         if (liesBeside_ && (!exists || BecomesLike(old)) && ::rename(copyPath_.c_str(), path_.c_str()) == 0)
@@ -210,14 +211,14 @@ private:
 
     std::filesystem::path path_;
     std::filesystem::path copyPath_;  // empty where there is nothing to remove at the end
-    Descriptor copy_;                 // what is written goes here: into the device itself if it is one
+    Descriptor copy_;                 // what is written goes here: into the file itself if it is written in place
     bool exists_ = false;
-    bool isDevice_ = false;
+    bool isInPlace_ = false;
     bool liesBeside_ = false;
     std::string problem_;
 };
 
-FileWriter::FileWriter(const std::filesystem::path& path) : output_(std::make_unique<Output>(path)) {}
+FileWriter::FileWriter(const std::filesystem::path& path, Writing how) : output_(std::make_unique<Output>(path, how)) {}
 
 FileWriter::~FileWriter() = default;
 

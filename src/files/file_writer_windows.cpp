@@ -9,7 +9,7 @@ namespace files {
 
 class FileWriter::Output {
 public:
-    explicit Output(const std::filesystem::path& path) { Open(path); }
+    Output(const std::filesystem::path& path, Writing how) { Open(path, how); }
 
     ~Output() {
         copy_.close();
@@ -29,7 +29,7 @@ public:
     std::optional<std::string> Commit() {
         copy_.close();
         if (problem_.empty() && !copy_) Fail("There is no room for it.");
-        if (problem_.empty()) PutInPlace();
+        if (problem_.empty() && !isInPlace_) PutInPlace();
         if (problem_.empty()) return std::nullopt;
         return problem_;
     }
@@ -37,7 +37,7 @@ public:
 private:
     void Fail(std::string reason) { problem_ = std::move(reason); }
 
-    void Open(const std::filesystem::path& path) {
+    void Open(const std::filesystem::path& path, Writing how) {
         std::error_code error;
         const std::filesystem::file_status status = std::filesystem::status(path, error);
         exists_ = std::filesystem::exists(status);
@@ -47,10 +47,11 @@ private:
         const bool isReadOnly =
             (status.permissions() & std::filesystem::perms::owner_write) == std::filesystem::perms{};
         if (exists_ && isReadOnly) return Fail(Reason(EACCES));
+        isInPlace_ = how == Writing::InPlace;
         path_ = is_symlink(symlink_status(path, error)) ? canonical(path, error) : path;
-        copyPath_ = NameForCopy(path_.parent_path());
+        if (!isInPlace_) copyPath_ = NameForCopy(path_.parent_path());
         errno = 0;
-        copy_.open(copyPath_, std::ios::binary);
+        copy_.open(isInPlace_ ? path_ : copyPath_, std::ios::binary);
         if (!copy_) Fail(Reason(errno));
     }
 
@@ -70,10 +71,11 @@ private:
     std::filesystem::path copyPath_;
     std::ofstream copy_;
     bool exists_ = false;
+    bool isInPlace_ = false;
     std::string problem_;
 };
 
-FileWriter::FileWriter(const std::filesystem::path& path) : output_(std::make_unique<Output>(path)) {}
+FileWriter::FileWriter(const std::filesystem::path& path, Writing how) : output_(std::make_unique<Output>(path, how)) {}
 
 FileWriter::~FileWriter() = default;
 

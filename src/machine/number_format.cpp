@@ -1,5 +1,8 @@
 #include "machine/number_format.h"
 
+#include <charconv>
+#include <system_error>
+
 namespace m8085 {
 
 namespace {
@@ -26,6 +29,13 @@ std::string FormatHexShort(std::int32_t value) {
 
 std::string FormatBool(bool value) {
     return value ? "1" : "0";
+}
+
+std::optional<std::uint64_t> ReadDecimal(std::string_view text) {
+    std::uint64_t value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [after, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && after == end ? std::optional(value) : std::nullopt;
 }
 
 }  // namespace m8085

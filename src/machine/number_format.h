@@ -24,6 +24,9 @@ std::string FormatHexShort(std::int32_t value);
 // "1" for true, "0" for false.
 std::string FormatBool(bool value);
 
+// The value of a text of decimal digits alone, up to 2^64 - 1; nothing for any other text.
+std::optional<std::uint64_t> ReadDecimal(std::string_view text);
+
 // The value of a hexadecimal digit in either case, -1 for any other character.
 constexpr int HexDigitValue(char32_t character) {
     if (character >= U'0' && character <= U'9') return static_cast<int>(character - U'0');

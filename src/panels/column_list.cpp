@@ -1,7 +1,6 @@
 #include "panels/column_list.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "machine/number_format.h"
 
@@ -15,10 +14,8 @@ bool IsStartAddress(std::string_view text) {
 }
 
 int ReadCount(std::string_view text, int fallback) {
-    int count = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
-    const bool isNumber = error == std::errc() && end == text.data() + text.size();
-    return isNumber && count >= 0 && count <= ColumnList::MaxColCount ? count : fallback;
+    const auto count = m8085::ReadDecimal(text);
+    return count && *count <= ColumnList::MaxColCount ? static_cast<int>(*count) : fallback;
 }
 
 }  // namespace

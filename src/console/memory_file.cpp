@@ -1,6 +1,7 @@
-#include "console/image.h"
+#include "console/memory_file.h"
 
-#include <algorithm>
+#include <array>
+#include <ctime>
 
 #include "machine/number_format.h"
 
@@ -18,8 +19,6 @@ void AppendRecord(std::string& text, std::string_view bytes) {
     }
     text += m8085::FormatHexByte(static_cast<std::uint8_t>(-sum & 0xFF)) + "\r\n";
 }
-
-}  // namespace
 
 std::string ComposeBinary(memedata::AddressRange range, const m8085::MemoryBytes& memory) {
     if (range.First > range.Last) return {};
@@ -40,6 +39,25 @@ std::string ComposeIntelHex(memedata::AddressRange range, const m8085::MemoryByt
     }
     AppendRecord(text, endOfFile);
     return text;
+}
+
+std::string Now(const char* format) {
+    const std::time_t now = std::time(nullptr);
+    std::array<char, 40> text{};
+    const std::size_t length = std::strftime(text.data(), text.size(), format, std::localtime(&now));
+    return {text.data(), length};
+}
+
+}  // namespace
+
+std::string Compose(const MemoryFile& file, const Simulation& simulation) {
+    const m8085::MemoryBytes& memory = simulation.Machine.Memory;
+    std::vector<memedata::AddressRange> ranges = file.Ranges;
+    if (ranges.empty() && simulation.HasInstructions()) ranges.push_back(simulation.ProgramRange());
+    if (file.As == MemoryFile::Format::DataFile)
+        return memedata::ComposeDataFile(ranges, memory, Now("%Y-%m-%d"), Now("%H:%M:%S"));
+    const memedata::AddressRange range = ranges.empty() ? memedata::AddressRange{1, 0} : ranges.front();
+    return file.As == MemoryFile::Format::Binary ? ComposeBinary(range, memory) : ComposeIntelHex(range, memory);
 }
 
 }  // namespace console

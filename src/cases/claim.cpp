@@ -1,0 +1,148 @@
+#include "cases/claim.h"
+
+#include <algorithm>
+
+#include "machine/number_format.h"
+
+namespace cases {
+
+namespace {
+
+[[noreturn]] void Refuse(std::string_view text, const std::string& reason) {
+    throw Misread('"' + std::string(text) + "\": " + reason);
+}
+
+// The place of the word T-states, however it is spelt, and its length; none if the text is about something else.
+struct Word {
+    std::size_t Start = std::string_view::npos;
+    std::size_t Length = 0;
+};
+
+Word FindTStates(std::string_view text) {
+    const std::string upper = UpperCase(text);
+    for (const std::string_view word : {"T-STATES", "TSTATES"})
+        if (const std::size_t start = upper.find(word); start != std::string::npos) return {start, word.size()};
+    return {};
+}
+
+bool IsFileName(std::string_view text) {
+    const std::size_t dot = text.rfind('.');
+    return dot != text.npos && dot + 1 < text.size() && text.find_first_of(" \t=,:") == text.npos;
+}
+
+// What a comparison other than "=" is to be written as. Does nothing where there is none.
+void RefuseOtherSigns(std::string_view text, std::size_t sign) {
+    if (sign == text.npos) {
+        const std::size_t colon = text.find(':');
+        if (colon != text.npos)
+            Refuse(text, "a value follows a =: " + std::string(Trim(text.substr(0, colon))) + '=' +
+                             std::string(Trim(text.substr(colon + 1))));
+        Refuse(text, "this is not WHERE=VALUE, such as A=05 or 9000=05,06");
+    }
+    const char before = sign > 0 ? text[sign - 1] : ' ';
+    if (before == '!') Refuse(text, "only what a place holds can be said, not what it does not hold");
+    if (before == '<' || before == '>') Refuse(text, "only T-states are compared: T-states <= 200");
+    if (before == ':')
+        Refuse(text, "one = is enough: " + std::string(text.substr(0, sign - 1)) + std::string(text.substr(sign)));
+    if (text.substr(sign).starts_with("=="))
+        Refuse(text, "one = is enough: " + std::string(text.substr(0, sign)) + std::string(text.substr(sign + 1)));
+}
+
+}  // namespace
+
+Claim::Claim(std::string_view text) : text_(Trim(text)) {
+    if (ReadTStates()) return;
+    const std::size_t sign = text_.find('=');
+    RefuseOtherSigns(text_, sign);
+    where_ = ReadPlace(std::string_view(text_).substr(0, sign));
+    ReadValues(std::string_view(text_).substr(sign + 1));
+}
+
+bool Claim::ReadTStates() {
+    const std::string_view text = text_;
+    const Word word = FindTStates(text);
+    if (word.Start == text.npos) return false;
+    isOfTStates_ = true;
+    const std::string_view before = Trim(text.substr(0, word.Start));
+    const std::string_view after = Trim(text.substr(word.Start + word.Length));
+    const bool isBound = before.empty() && after.starts_with("<=");
+    const auto count = m8085::ReadDecimal(isBound ? Trim(after.substr(2)) : before);
+    if (!count || (!isBound && !after.empty()))
+        Refuse(text, "T-states are decimal, and written 119 T-states or T-states <= 200");
+    least_ = isBound ? 0 : *count;
+    most_ = *count;
+    return true;
+}
+
+void Claim::ReadValues(std::string_view values) {
+    const int largest = where_.Largest();
+    const bool isRange = where_.First != where_.Last;
+    for (bool isLast = false; !isLast;) {
+        const std::size_t comma = std::min(values.find(','), values.size());
+        const auto value = ReadNumber(Trim(values.substr(0, comma)), largest);
+        if (!value || *value > largest)
+            Refuse(text_,
+                   "a value of " + where_.Name() + " is hexadecimal, from 0 to " + m8085::FormatHexShort(largest));
+        values_.push_back(where_.Kept(*value));
+        isLast = comma == values.size();
+        values.remove_prefix(std::min(comma + 1, values.size()));
+    }
+    const int count = static_cast<int>(values_.size());
+    if (count == 1) return;
+    if (!where_.IsMany()) Refuse(text_, where_.Name() + " holds one value");
+    if (isRange && count != Count())
+        Refuse(text_, "the range has " + std::to_string(Count()) + " places (decimal), and this is for " +
+                          std::to_string(count));
+    where_.Last = where_.First + count - 1;
+    const bool isPort = where_.What == Place::Kind::Port;
+    if (where_.Last >= (isPort ? m8085::PortCount : m8085::MemorySize))
+        Refuse(text_, std::string("this goes beyond the last ") + (isPort ? "port" : "address"));
+}
+
+void Claim::Store(m8085::MachineState& machine) const {
+    for (int index = 0; index < Count(); ++index) where_.Store(machine, where_.First + index, ValueFor(index));
+}
+
+bool Claim::Holds(const m8085::MachineState& machine) const {
+    const auto tStates = static_cast<std::uint64_t>(machine.TStates);
+    if (isOfTStates_) return tStates >= least_ && tStates <= most_;
+    for (int index = 0; index < Count(); ++index)
+        if (where_.Value(machine, where_.First + index) != ValueFor(index)) return false;
+    return true;
+}
+
+std::string Claim::Found(const m8085::MachineState& machine) const {
+    if (isOfTStates_) return std::to_string(machine.TStates);
+    constexpr int mostShown = 16;
+    std::string text;
+    for (int number = where_.First; number <= std::min(where_.Last, where_.First + mostShown - 1); ++number) {
+        if (!text.empty()) text += ',';
+        text += where_.Format(where_.Value(machine, number));
+    }
+    return Count() > mostShown ? text + ",..." : text;
+}
+
+Claims ReadClaims(std::string_view text) {
+    std::vector<std::string> items;
+    for (bool isLast = false; !isLast;) {
+        const std::size_t comma = std::min(text.find(','), text.size());
+        const std::string_view part = Trim(text.substr(0, comma));
+        const bool begins = part.find('=') != part.npos || FindTStates(part).Start != part.npos || IsFileName(part);
+        if (begins || items.empty())
+            items.emplace_back(part);
+        else
+            items.back().append(",").append(part);
+        isLast = comma == text.size();
+        text.remove_prefix(std::min(comma + 1, text.size()));
+    }
+    Claims claims;
+    for (std::string& item : items) {
+        if (IsFileName(item))
+            claims.Files.push_back(std::move(item));
+        else
+            claims.All.emplace_back(item);
+    }
+    return claims;
+}
+
+}  // namespace cases

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "console/options.h"
+
+namespace console {
+
+// Sees that no file that is to be written is lost with it: it must not be one that is read in the same call, be named
+// like a program or hold one, or be written twice. Throws a UsageError that names it.
+void CheckOutputs(const Options& options);
+
+}  // namespace console
