@@ -2,7 +2,8 @@
 _velmora_run() {
   local word=${COMP_WORDS[COMP_CWORD]} before=
   [ "$COMP_CWORD" -eq 0 ] || before=${COMP_WORDS[COMP_CWORD - 1]}
-  local options="--help --version --check --listing --load --set --limit --trace --trace-lines --show --expect --json --save --binary
+  local options="--help --version --check --listing --load --set --limit --trace --trace-lines --show
+    --test --cases --junit --expect --json --save --binary
     --hex"
   local answers=
   case $before in

@@ -122,12 +122,16 @@ std::string Claim::Found(const m8085::MachineState& machine) const {
     return Count() > mostShown ? text + ",..." : text;
 }
 
+bool IsAboutTStates(std::string_view text) {
+    return FindTStates(text).Start != text.npos;
+}
+
 Claims ReadClaims(std::string_view text) {
     std::vector<std::string> items;
     for (bool isLast = false; !isLast;) {
         const std::size_t comma = std::min(text.find(','), text.size());
         const std::string_view part = Trim(text.substr(0, comma));
-        const bool begins = part.find('=') != part.npos || FindTStates(part).Start != part.npos || IsFileName(part);
+        const bool begins = part.find('=') != part.npos || IsAboutTStates(part) || IsFileName(part);
         if (begins || items.empty())
             items.emplace_back(part);
         else

@@ -44,6 +44,9 @@ private:
     std::vector<int> values_;
 };
 
+// Whether the word T-states is in it, in any spelling.
+bool IsAboutTStates(std::string_view text);
+
 // A list of claims and names of files, separated by commas: "list.dat, 9000=05,11, A=07".
 struct Claims {
     std::vector<Claim> All;

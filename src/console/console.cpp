@@ -3,32 +3,23 @@
 #include <algorithm>
 #include <sstream>
 
+#include "console/inputs.h"
 #include "console/interruption.h"
 #include "console/listing.h"
+#include "console/mark_report.h"
+#include "console/marking.h"
 #include "console/options.h"
 #include "console/outputs.h"
 #include "console/report.h"
 #include "console/simulation.h"
 #include "console/text.h"
 #include "editor/program_file.h"
-#include "files/file_reader.h"
 #include "files/file_writer.h"
 #include "files/path.h"
 
 namespace console {
 
 namespace {
-
-std::string ReadDataFile(const std::string& path) {
-    files::Content content = files::ReadFile(files::PathOf(path));
-    if (!content.Problem.empty()) throw UsageError("\"" + path + "\" cannot be read: " + content.Problem);
-    const auto scratch = std::make_unique<m8085::MemoryBytes>();
-    std::istringstream file(content.Bytes);
-    if (!memedata::LoadDataFile(file, *scratch))
-        throw UsageError("\"" + path +
-                         "\" is not a data file: it has a byte for an address beyond FFFF, or too large a number");
-    return std::move(content.Bytes);
-}
 
 // Throws if the file could not be written, for the reason given.
 void ExpectWritten(const std::string& path, const std::optional<std::string>& reason) {
@@ -42,19 +33,18 @@ void ExpectPrinted(std::ostream& out) {
 // One call of the program.
 class Session {
 public:
-    Session(Options options, std::istream& in, std::ostream& out, std::ostream& err)
-        : options_(std::move(options)),
-          in_(in),
+    Session(const Options& options, std::istream& in, std::ostream& out, std::ostream& err)
+        : options_(options),
+          inputs_(options, in),
           out_(out),
           err_(err),
-          report_(options_.PrintsListingOrTrace() ? err : out) {
-        for (const std::string& path : options_.DataFiles) dataFiles_.push_back(ReadDataFile(path));
-    }
+          report_(options_.PrintsListingOrTrace() ? err : out) {}
 
     int Run() {
         int exitCode = Success;
         for (const std::string& program : options_.Programs) {
-            const std::unique_ptr<Simulation> simulation = Assemble(program);
+            if (options_.Programs.size() > 1 && !options_.Json) PrintHeading(Printable(ShownName(program)) + ":\n");
+            const std::unique_ptr<Simulation> simulation = inputs_.Assemble(program);
             if (simulation->Assembly.Succeeded) {
                 const DeferredSignals deferred;
                 Simulate(*simulation);
@@ -71,16 +61,6 @@ public:
 private:
     bool IsMarkingSheet() const { return !options_.Expectations.empty(); }
 
-    std::unique_ptr<Simulation> Assemble(const std::string& program) {
-        const bool isStandardInput = program == "-";
-        const files::Content file = isStandardInput
-                                        ? files::ReadStream(in_, editor::LargestProgramFile)
-                                        : files::ReadFile(files::PathOf(program), editor::LargestProgramFile);
-        const std::string name = isStandardInput ? "<stdin>" : program;
-        if (options_.Programs.size() > 1 && !options_.Json) PrintHeading(Printable(name) + ":\n");
-        return file.Problem.empty() ? console::Assemble(name, file.Bytes) : Unreadable(name, file.Problem);
-    }
-
     // Each of two streams has to be complete by itself. The lines of a marking sheet begin with the name anyway.
     void PrintHeading(const std::string& heading) {
         if (&report_ != &out_ || !IsMarkingSheet()) out_ << heading;
@@ -89,11 +69,7 @@ private:
 
     void Simulate(Simulation& simulation) {
         if (options_.Listing) Put(*options_.Listing, ComposeListing(simulation));
-        for (const std::string& dataFile : dataFiles_) {
-            std::istringstream file(dataFile);
-            memedata::LoadDataFile(file, simulation.Machine.Memory);
-        }
-        for (const cases::Claim& setting : options_.Settings) setting.Store(simulation.Machine);
+        inputs_.Prepare(simulation.Machine);
         simulation.Before = simulation.Machine;
         if (!options_.CheckOnly) RunProgram(simulation);
         for (const MemoryFile& file : options_.MemoryFiles)
@@ -138,12 +114,64 @@ private:
         }
     }
 
-    Options options_;
-    std::istream& in_;
+    const Options& options_;
+    Inputs inputs_;
     std::ostream& out_;
     std::ostream& err_;
-    std::ostream& report_;                // one of the two
-    std::vector<std::string> dataFiles_;  // their contents
+    std::ostream& report_;  // one of the two
+};
+
+// Runs the cases of the programs, and says what came of each.
+class MarkingSession {
+public:
+    MarkingSession(const Options& options, std::istream& in, std::ostream& out)
+        : options_(options), inputs_(options, in), out_(out) {}
+
+    int Run() {
+        if (options_.Cases) ReadSharedCases(*options_.Cases);
+        std::vector<ProgramMark> marks;
+        for (const std::string& program : options_.Programs) {
+            marks.push_back(MarkProgram(program));
+            out_ << (options_.Json ? MarkAsJson : options_.Cases ? SheetLine : TestLines)(marks.back());
+            ExpectPrinted(out_.flush());
+        }
+        if (!options_.Json && (options_.Cases || marks.size() > 1)) out_ << Summary(marks, options_.Cases.has_value());
+        ExpectPrinted(out_.flush());
+        if (options_.JUnit)
+            ExpectWritten(*options_.JUnit, files::WriteFile(files::PathOf(*options_.JUnit), JUnitReport(marks)));
+        return std::ranges::max(marks, {}, &ProgramMark::Code).Code;
+    }
+
+private:
+    void ReadSharedCases(const std::string& path) {
+        const files::Content file = inputs_.Read(path, editor::LargestProgramFile);
+        const editor::ProgramFile decoded = editor::DecodeProgramFile(file.Bytes);
+        sharedCases_ = ReadCaseFile(path, Utf8(decoded.Text));
+        for (const std::string& problem : {file.Problem, decoded.Problem, sharedCases_.Problem})
+            if (!problem.empty()) throw UsageError("\"" + path + "\": " + problem);
+    }
+
+    static CaseFile OwnCases(const std::string& program, const Simulation& simulation) {
+        std::string source;
+        for (const std::string& line : simulation.SourceLines) source += line + '\n';
+        return ReadCaseFile(program, source);
+    }
+
+    ProgramMark MarkProgram(const std::string& program) const {
+        constexpr std::uint64_t usualLimit = 10'000'000;
+        const DeferredSignals deferred;
+        const std::unique_ptr<Simulation> simulation = inputs_.Assemble(program);
+        const CaseFile own = options_.Test ? OwnCases(program, *simulation) : CaseFile();
+        ProgramMark mark =
+            Mark(*simulation, options_.Test ? own : sharedCases_, inputs_, options_.Limit.value_or(usualLimit));
+        DeferredSignals::Check();
+        return mark;
+    }
+
+    const Options& options_;
+    Inputs inputs_;
+    std::ostream& out_;
+    CaseFile sharedCases_;  // of --cases
 };
 
 }  // namespace
@@ -155,8 +183,9 @@ int Main(std::vector<std::string> arguments, std::istream& in, std::ostream& out
             ExpectPrinted((out << commandLine.Answer).flush());
             return Success;
         }
-        CheckOutputs(*commandLine.Wanted);
-        return Session(std::move(*commandLine.Wanted), in, out, err).Run();
+        const Options& options = *commandLine.Wanted;
+        CheckOutputs(options);
+        return options.RunsCases() ? MarkingSession(options, in, out).Run() : Session(options, in, out, err).Run();
     } catch (const Interruption&) {
         out.flush();
         return WrongUse;

@@ -136,6 +136,12 @@ private:
          [this](auto& word) { options_.Views.push_back(ReadView(word)); }, true},
         {"--expect", Takes::Word, "WHERE=VALUE", "Pass or fail, as with --set; also tstates<=N",
          [this](auto& word) { AddClaims(options_.Expectations, word); }, true},
+        {"--test", Takes::Nothing, "", "Run the cases that the program's comments say",
+         [this](auto&) { options_.Test = true; }},
+        {"--cases", Takes::Word, "FILE", "Run the cases of this file in all programs",
+         [this](auto& path) { options_.Cases = path; }},
+        {"--junit", Takes::Word, "FILE", "Write what came of them for a build server",
+         [this](auto& path) { options_.JUnit = path; }},
         {"--json", Takes::Nothing, "", "Print one JSON object for each program",
          [this](auto&) { options_.Json = true; }},
         {"--save", Takes::Word, "FILE [RANGE...]", "Write memory after the run to a data file",
@@ -170,13 +176,27 @@ void CheckTogether(const Options& options) {
     if (options.TraceLines && !options.Trace) throw UsageError("--trace-lines goes with --trace");
     if (options.Json && options.PrintsListingOrTrace())
         throw UsageError("with --json a listing and a trace need a file: --listing=FILE, --trace=FILE");
-    if (std::ranges::count(options.Programs, "-") + std::ranges::count(options.DataFiles, "-") > 1)
-        throw UsageError("standard input can be read only once");
+    if (options.Test && options.Cases)
+        throw UsageError("--test takes each program's own cases: it goes without --cases");
+    if (options.JUnit && !options.RunsCases()) throw UsageError("--junit goes with --test or --cases");
+    if (options.RunsCases() && (options.CheckOnly || options.Listing || options.Trace || !options.Views.empty() ||
+                                !options.Expectations.empty() || !options.MemoryFiles.empty()))
+        throw UsageError(
+            "--test and --cases run programs more than once: they go with --load, --set, --limit, --json and --junit");
+    const std::vector<std::string> inputs = options.Inputs();
+    if (std::ranges::count(inputs, "-") > 1) throw UsageError("standard input can be read only once");
     if (std::ranges::any_of(options.Settings, &cases::Claim::IsOfTStates))
         throw UsageError("--set does not set T-states: they begin at 0");
 }
 
 }  // namespace
+
+std::vector<std::string> Options::Inputs() const {
+    std::vector<std::string> inputs = Programs;
+    inputs.insert(inputs.end(), DataFiles.begin(), DataFiles.end());
+    if (Cases) inputs.push_back(*Cases);
+    return inputs;
+}
 
 CommandLine ReadCommandLine(std::vector<std::string> arguments) {
     CommandLine commandLine = Reader(std::move(arguments)).Read();

@@ -40,6 +40,15 @@ struct Options {
     std::vector<cases::Claim> Expectations;
     std::vector<MemoryFile> MemoryFiles;
 
+    bool Test = false;                 // by the cases of each program
+    std::optional<std::string> Cases;  // the file that says those of all programs
+    std::optional<std::string> JUnit;
+
+    bool RunsCases() const { return Test || Cases; }
+
+    // All files that are read.
+    std::vector<std::string> Inputs() const;
+
     // Whether a listing or a trace takes the place of the report on standard output.
     bool PrintsListingOrTrace() const { return Listing == "" || Trace == ""; }
 };

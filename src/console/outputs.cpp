@@ -65,8 +65,8 @@ void KeepFromInputs(const std::string& path, const Options& options) {
     const auto isNamedLike = [&path](const std::string& program) {
         return program != "-" && Extension(path) == Extension(program);
     };
-    if (std::ranges::any_of(options.Programs, isRead) || std::ranges::any_of(options.DataFiles, isRead))
-        throw UsageError("\"" + path + "\" is read, and would be written over");
+    const std::vector<std::string> inputs = options.Inputs();
+    if (std::ranges::any_of(inputs, isRead)) throw UsageError("\"" + path + "\" is read, and would be written over");
     if (std::ranges::any_of(options.Programs, isNamedLike))
         throw UsageError("\"" + path + "\" is named like a program, and would be written over");
     if (HoldsProgram(path)) throw UsageError("\"" + path + "\" holds a program, and would be written over");
@@ -76,7 +76,7 @@ void KeepFromInputs(const std::string& path, const Options& options) {
 
 void CheckOutputs(const Options& options) {
     std::vector<std::string> paths;
-    for (const auto& path : {options.Listing, options.Trace})
+    for (const auto& path : {options.Listing, options.Trace, options.JUnit})
         if (path && !path->empty()) paths.push_back(*path);
     for (const MemoryFile& file : options.MemoryFiles) paths.push_back(file.Path);
     for (auto path = paths.begin(); path != paths.end(); ++path) {
@@ -85,7 +85,7 @@ void CheckOutputs(const Options& options) {
         if (std::any_of(paths.begin(), path, [&](const std::string& other) { return IsSameFile(*path, other); }))
             throw UsageError("\"" + *path + "\" is to be written twice");
     }
-    if (!paths.empty() && options.Programs.size() > 1)
+    if (!paths.empty() && !options.JUnit && options.Programs.size() > 1)
         throw UsageError("only one program can be given where a file is to be written");
 }
 

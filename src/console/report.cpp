@@ -197,6 +197,17 @@ std::string Diagnosis(const Simulation& simulation) {
     return text;
 }
 
+std::string ProblemOf(const Simulation& simulation) {
+    std::string_view message = simulation.Message;
+    if (message.ends_with('.')) message.remove_suffix(1);
+    return (simulation.Line == 0 ? "" : "line " + std::to_string(simulation.Line) + ": ") + std::string(message) +
+           (simulation.Note.empty() ? "" : " (" + simulation.Note + ")");
+}
+
+std::string Expected(const cases::Claim& claim, const std::string& found) {
+    return "expected " + claim.Text() + ", found " + found;
+}
+
 std::string TextReport(const Simulation& simulation, const Options& options) {
     if (simulation.HowItEnded == Outcome::Unreadable || simulation.HowItEnded == Outcome::NotAssembled) return {};
     if (simulation.HowItEnded == Outcome::Assembled) {
@@ -214,17 +225,12 @@ std::string TextReport(const Simulation& simulation, const Options& options) {
 
 std::string Verdict(const Simulation& simulation, const Options& options) {
     std::vector<std::string> reasons;
-    std::string_view message = simulation.Message;
-    if (message.ends_with('.')) message.remove_suffix(1);
-    if (simulation.HowItEnded != Outcome::Ended)
-        reasons.push_back((simulation.Line == 0 ? "" : "line " + std::to_string(simulation.Line) + ": ") +
-                          std::string(message) + (simulation.Note.empty() ? "" : " (" + simulation.Note + ")"));
+    if (simulation.HowItEnded != Outcome::Ended) reasons.push_back(ProblemOf(simulation));
     if (WasRun(simulation) && !simulation.HasInstructions()) reasons.push_back("there is no instruction");
     if (WasRun(simulation))
         for (const cases::Claim& expectation : options.Expectations)
             if (!expectation.Holds(simulation.Machine))
-                reasons.push_back("expected " + expectation.Text() + ", found " +
-                                  expectation.Found(simulation.Machine));
+                reasons.push_back(Expected(expectation, expectation.Found(simulation.Machine)));
     std::string line = Printable(simulation.Name) + (reasons.empty() ? ": pass" : ": fail");
     for (const std::string& reason : reasons) line += (&reason == &reasons.front() ? ": " : "; ") + Printable(reason);
     return line + '\n';

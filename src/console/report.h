@@ -2,26 +2,23 @@
 
 #include <string>
 
+#include "console/exit_code.h"
 #include "console/options.h"
 #include "console/simulation.h"
 
 namespace console {
-
-// What the program ends with: the highest of all programs counts.
-enum ExitCode {
-    Success = 0,
-    DoesNotAssemble = 1,
-    WrongUse = 2,  // or a file that cannot be read or written
-    DoesNotEnd = 3,
-    Unexpected = 4,
-    AccessRefused = 5,
-};
 
 ExitCode ExitCodeOf(const Simulation& simulation, const Options& options);
 
 // What went wrong, as tools write it: "sum.asm:3: error: Bad operand - 3G", with the note or the line of the source.
 // Empty where all went well.
 std::string Diagnosis(const Simulation& simulation);
+
+// The same in one line for a sheet: "line 3: Bad operand - 3G (a number is hexadecimal)".
+std::string ProblemOf(const Simulation& simulation);
+
+// "expected A=05, found 06".
+std::string Expected(const cases::Claim& claim, const std::string& found);
 
 // What a reader at a terminal wants to see of a program that was assembled. Only what --show asks for if it is there.
 std::string TextReport(const Simulation& simulation, const Options& options);

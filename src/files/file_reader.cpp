@@ -29,10 +29,15 @@ Content ReadStream(std::istream& stream, std::size_t largest) {
 
 Content ReadFile(const std::filesystem::path& path, std::size_t largest) {
     std::error_code error;
+    if (std::filesystem::is_other(path, error)) return {{}, "It is not an ordinary file.", false};
+    return ReadFileOrPipe(path, largest);
+}
+
+Content ReadFileOrPipe(const std::filesystem::path& path, std::size_t largest) {
+    std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
     if (error) return {{}, error.message(), false};
     if (is_directory(status)) return {{}, "It is a folder.", false};
-    if (!is_regular_file(status)) return {{}, "It is not an ordinary file.", false};
     errno = 0;
     std::ifstream file(path, std::ios::binary);
     if (!file) return {{}, std::generic_category().message(errno), false};

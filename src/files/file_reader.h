@@ -23,6 +23,9 @@ struct Content {
 // file of more than `largest` bytes.
 Content ReadFile(const std::filesystem::path& path, std::size_t largest = LargestFile);
 
+// The same, but pipes and devices are read too, for whoever can wait for their end.
+Content ReadFileOrPipe(const std::filesystem::path& path, std::size_t largest = LargestFile);
+
 // Reads a stream to its end, under the same limit.
 Content ReadStream(std::istream& stream, std::size_t largest = LargestFile);
 

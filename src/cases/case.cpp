@@ -1,0 +1,137 @@
+#include "cases/case.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace cases {
+
+namespace {
+
+// A line that begins with one of the two words, taken apart.
+struct Statement {
+    bool IsGiven = false;
+    bool HasName = false;
+    std::string_view Name;
+    std::string_view Rest;  // what is claimed
+};
+
+// The comment of the line, or all of it where it has none.
+std::string_view CommentOf(std::string_view line) {
+    const std::size_t start = line.find(';');
+    if (start == line.npos) return Trim(line);
+    line.remove_prefix(std::min(line.find_first_not_of("; \t", start), line.size()));
+    return Trim(line);
+}
+
+std::optional<Statement> ReadStatement(std::string_view line) {
+    const std::string_view text = CommentOf(line);
+    constexpr std::size_t wordLength = 5;
+    const std::string word = UpperCase(text.substr(0, wordLength));
+    if (word != "GIVEN" && word != "GIVES") return std::nullopt;
+    Statement statement{word == "GIVEN", false, {}, text.substr(wordLength)};
+    const std::string after = UpperCase(statement.Rest.substr(0, 1));
+    if (after >= "A" && after <= "Z") return std::nullopt;  // another word
+    statement.Rest = Trim(statement.Rest);
+    const std::size_t end = statement.Rest.find(']');
+    if (!statement.IsGiven || !statement.Rest.starts_with('[') || end == text.npos) return statement;
+    statement.HasName = true;
+    statement.Name = Trim(statement.Rest.substr(1, end - 1));
+    statement.Rest = Trim(statement.Rest.substr(end + 1));
+    return statement;
+}
+
+bool NamesFilesAlone(std::string_view text) {
+    try {
+        return ReadClaims(text).All.empty();
+    } catch (const Misread&) {
+        return false;
+    }
+}
+
+bool IsProse(const Statement& statement) {
+    return !statement.HasName && statement.Rest.find('=') == std::string_view::npos &&
+           !IsAboutTStates(statement.Rest) && !NamesFilesAlone(statement.Rest);
+}
+
+// Builds the cases line by line.
+class Reader {
+public:
+    void Take(std::string_view text, int line) {
+        const auto statement = ReadStatement(text);
+        if (!statement || IsProse(*statement)) return;
+        try {
+            if (statement->IsGiven)
+                TakeGiven(*statement, line);
+            else
+                TakeGives(*statement, line);
+        } catch (const Misread& problem) {
+            result_.Faults.push_back({line, problem.what()});
+        }
+    }
+
+    Cases Finish() {
+        ExpectComplete();
+        std::ranges::stable_sort(result_.Faults, {}, &Fault::Line);
+        return std::move(result_);
+    }
+
+private:
+    // A case is there even if its line has a fault, so that what it gives is not taken for another one's.
+    void TakeGiven(const Statement& statement, int line) {
+        ExpectComplete();
+        Begin(std::string(statement.Name), line);
+        if (statement.Rest.empty()) return;
+        Claims claims = ReadClaims(statement.Rest);
+        Case& last = result_.All.back();
+        for (Claim& claim : claims.All) {
+            if (claim.IsOfTStates()) throw Misread('"' + claim.Text() + "\": T-states are not given, they begin at 0");
+            last.Given.push_back({line, std::move(claim)});
+        }
+        last.DataFiles = std::move(claims.Files);
+    }
+
+    void TakeGives(const Statement& statement, int line) {
+        if (result_.All.empty()) Begin({}, line);
+        hasGives_ = true;
+        Claims claims = ReadClaims(statement.Rest);
+        if (!claims.Files.empty()) throw Misread('"' + claims.Files[0] + "\": a file can only be given");
+        for (Claim& claim : claims.All) result_.All.back().Gives.push_back({line, std::move(claim)});
+    }
+
+    void Begin(std::string name, int line) {
+        if (name.empty()) name = "case " + std::to_string(result_.All.size() + 1);
+        result_.All.push_back({std::move(name), line, {}, {}, {}});
+        hasGives_ = false;
+    }
+
+    void ExpectComplete() {
+        if (result_.All.empty() || hasGives_) return;
+        result_.Faults.push_back(
+            {result_.All.back().Line, "no gives follows this given: all that is given stands on one line"});
+    }
+
+    Cases result_;
+    bool hasGives_ = false;  // the last case, readable or not
+};
+
+}  // namespace
+
+Cases ReadCases(std::string_view source) {
+    Reader reader;
+    for (int line = 1; !source.empty(); ++line) {
+        const std::size_t end = std::min(source.find_first_of("\r\n"), source.size());
+        reader.Take(source.substr(0, end), line);
+        const std::size_t lineEnd = source.substr(end).starts_with("\r\n") ? 2 : 1;
+        source.remove_prefix(std::min(end + lineEnd, source.size()));
+    }
+    return reader.Finish();
+}
+
+std::vector<Failure> Judge(const Case& which, const m8085::MachineState& after) {
+    std::vector<Failure> failures;
+    for (const ClaimOfLine& claim : which.Gives)
+        if (!claim.What.Holds(after)) failures.push_back({claim, claim.What.Found(after)});
+    return failures;
+}
+
+}  // namespace cases
