@@ -2,13 +2,12 @@
 _velmora_run() {
   local word=${COMP_WORDS[COMP_CWORD]} before=
   [ "$COMP_CWORD" -eq 0 ] || before=${COMP_WORDS[COMP_CWORD - 1]}
-  local options="--help --version --check --listing --load --set --limit --trace --trace-lines --show
-    --test --cases --junit --expect --json --save --binary
-    --hex"
+  local options="--help --version --check --listing --load --set --feed --origin --limit --trace --trace-lines --profile
+    --show --expect --test --cases --junit --json --save --binary --hex"
   local answers=
   case $before in
-    --show) answers="registers ports changed" ;;
-    --set | --expect | --limit | --trace-lines) return ;;
+    --show) answers="registers ports changed traffic" ;;
+    --set | --feed | --origin | --expect | --limit | --trace-lines) return ;;
     *) [[ $word != -* ]] || answers=$options ;;
   esac
   if [ -n "$answers" ]; then

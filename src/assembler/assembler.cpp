@@ -17,8 +17,10 @@ namespace {
 // One assembly in progress.
 class Translation {
 public:
-    Translation(std::u16string_view text, m8085::MachineState& machine, m8085::CodeMap& codeMap)
-        : text_(text), machine_(machine), codeMap_(codeMap) {}
+    Translation(std::u16string_view text, m8085::MachineState& machine, m8085::CodeMap& codeMap, std::int32_t origin)
+        : text_(text), machine_(machine), codeMap_(codeMap), LocationCounter(origin) {
+        result_.Origin = origin;
+    }
 
     Assembly Run() {
         const bool scanned = Scan();
@@ -60,7 +62,7 @@ private:
     m8085::CodeMap& codeMap_;
     Assembly result_;
 
-    std::int32_t LocationCounter = m8085::ProgramOrigin;
+    std::int32_t LocationCounter;
     std::int16_t LineCounter = 0;
     State state_ = State::BeforeFirst;
     std::size_t wordStart_ = 0;
@@ -204,9 +206,12 @@ bool Translation::ResolveLabels() {
     return true;
 }
 
-// Stores the low byte of the value. False beyond the end of memory, which no text of legal length reaches.
+// Stores the low byte of the value. False beyond the end of memory, which no text of legal length reaches from 8000.
 bool Translation::Write(std::int32_t address, std::int32_t value) {
-    if (address >= m8085::MemorySize) return false;
+    if (address >= m8085::MemorySize) {
+        result_.PassesEndOfMemory = true;
+        return false;
+    }
     machine_.Memory[m8085::Index(address)] = m8085::Low(value);
     return true;
 }
@@ -228,9 +233,10 @@ std::optional<std::int32_t> ReadNumber(std::u16string_view word) {
     return m8085::ReadHexNumber(WithoutFinalH(word), 0xFFFF);
 }
 
-Assembly AssembleProgram(std::u16string text, m8085::MachineState& machine, m8085::CodeMap& codeMap) {
+Assembly AssembleProgram(std::u16string text, m8085::MachineState& machine, m8085::CodeMap& codeMap,
+                         std::int32_t origin) {
     std::ranges::transform(text, text.begin(), m8085::ToUpperCase);
-    return Translation(text, machine, codeMap).Run();
+    return Translation(text, machine, codeMap, origin).Run();
 }
 
 }  // namespace assembler

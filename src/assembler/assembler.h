@@ -23,7 +23,8 @@ struct Assembly {
     std::u16string AsmErrorText;
     LabelTable Labels;
 
-    std::int32_t End = m8085::ProgramOrigin;  // the address after the last byte of the program
+    std::int32_t Origin = m8085::ProgramOrigin;  // the address of its first byte
+    std::int32_t End = m8085::ProgramOrigin;     // the address after the last byte of the program
 
     std::vector<std::int32_t> Instructions;  // the addresses of their opcodes, in ascending order
 
@@ -31,6 +32,8 @@ struct Assembly {
     // that no line defines. 0 where no line is at fault: on success, and for a text that is too long.
     int FaultLine = 0;
     std::array<std::u16string, 3> FaultWords;
+
+    bool PassesEndOfMemory = false;  // why it failed: there is no room up to FFFF
 };
 
 // The value of a number as programs write it: hexadecimal digits in either case, and perhaps an upper-case H after
@@ -40,9 +43,10 @@ std::optional<std::int32_t> ReadNumber(std::u16string_view word);
 // Such a number without its H.
 std::u16string_view WithoutFinalH(std::u16string_view word);
 
-// Translates a program into Memory from 8000 (hexadecimal) upward and notes each opcode's source line in the code map.
-// The text is a prepared one: labels on lines of their own, every line ended by a line feed. All numbers in it are
+// Translates a program into Memory from `origin`, 0 to FFFF, upward and notes each opcode's source line in the code
+// map. The text is a prepared one: labels on lines of their own, every line ended by a line feed. All numbers in it are
 // hexadecimal. On success Halted becomes false. A failure ends the assembly at once; what was written by then stays.
-Assembly AssembleProgram(std::u16string text, m8085::MachineState& machine, m8085::CodeMap& codeMap);
+Assembly AssembleProgram(std::u16string text, m8085::MachineState& machine, m8085::CodeMap& codeMap,
+                         std::int32_t origin = m8085::ProgramOrigin);
 
 }  // namespace assembler

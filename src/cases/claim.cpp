@@ -48,6 +48,22 @@ void RefuseOtherSigns(std::string_view text, std::size_t sign) {
         Refuse(text, "one = is enough: " + std::string(text.substr(0, sign)) + std::string(text.substr(sign + 1)));
 }
 
+// One value or more, separated by commas. The whole text is for the message.
+std::vector<int> ValuesIn(std::string_view values, const Place& where, std::string_view text) {
+    const int largest = where.Largest();
+    std::vector<int> read;
+    for (bool isLast = false; !isLast;) {
+        const std::size_t comma = std::min(values.find(','), values.size());
+        const auto value = ReadNumber(Trim(values.substr(0, comma)), largest);
+        if (!value || *value > largest)
+            Refuse(text, "a value of " + where.Name() + " is hexadecimal, from 0 to " + m8085::FormatHexShort(largest));
+        read.push_back(where.Kept(*value));
+        isLast = comma == values.size();
+        values.remove_prefix(std::min(comma + 1, values.size()));
+    }
+    return read;
+}
+
 }  // namespace
 
 Claim::Claim(std::string_view text) : text_(Trim(text)) {
@@ -75,18 +91,8 @@ bool Claim::ReadTStates() {
 }
 
 void Claim::ReadValues(std::string_view values) {
-    const int largest = where_.Largest();
     const bool isRange = where_.First != where_.Last;
-    for (bool isLast = false; !isLast;) {
-        const std::size_t comma = std::min(values.find(','), values.size());
-        const auto value = ReadNumber(Trim(values.substr(0, comma)), largest);
-        if (!value || *value > largest)
-            Refuse(text_,
-                   "a value of " + where_.Name() + " is hexadecimal, from 0 to " + m8085::FormatHexShort(largest));
-        values_.push_back(where_.Kept(*value));
-        isLast = comma == values.size();
-        values.remove_prefix(std::min(comma + 1, values.size()));
-    }
+    values_ = ValuesIn(values, where_, text_);
     const int count = static_cast<int>(values_.size());
     if (count == 1) return;
     if (!where_.IsMany()) Refuse(text_, where_.Name() + " holds one value");
@@ -124,6 +130,15 @@ std::string Claim::Found(const m8085::MachineState& machine) const {
 
 bool IsAboutTStates(std::string_view text) {
     return FindTStates(text).Start != text.npos;
+}
+
+Feed ReadFeed(std::string_view text) {
+    text = Trim(text);
+    const std::size_t sign = text.find('=');
+    RefuseOtherSigns(text, sign);
+    const Place port = ReadPlace(text.substr(0, sign));
+    if (port.What != Place::Kind::Port || port.First != port.Last) Refuse(text, "one port is fed: port 0=01,01,00");
+    return {port.First, ValuesIn(text.substr(sign + 1), port, text)};
 }
 
 Claims ReadClaims(std::string_view text) {

@@ -57,4 +57,13 @@ struct Claims {
 // before its last letters.
 Claims ReadClaims(std::string_view text);
 
+// What a program reads from a port, one byte at each IN; after the last one that one again.
+struct Feed {
+    int Port = 0;
+    std::vector<int> Bytes;
+};
+
+// Reads "port 0=01,01,00". Throws Misread for a text that is not that.
+Feed ReadFeed(std::string_view text);
+
 }  // namespace cases

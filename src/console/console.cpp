@@ -78,19 +78,25 @@ private:
 
     void RunProgram(Simulation& simulation) {
         constexpr std::uint64_t usualLimit = 1'000'000'000;
-        constexpr std::uint64_t usualTrace = 100'000;
-        const std::uint64_t limit = options_.Limit.value_or(usualLimit);
-        const std::uint64_t lines = options_.TraceLines.value_or(usualTrace);
-        if (!options_.Trace) return console::Run(simulation, limit, {});
-        if (options_.Trace->empty())
-            return console::Run(simulation, limit,
-                                {[this](std::string_view text) { ExpectPrinted(out_ << text); }, lines});
+        constexpr std::uint64_t usualLines = 100'000;
+        RunSettings settings;
+        settings.Limit = options_.Limit.value_or(usualLimit);
+        settings.Feeds = options_.Feeds;
+        settings.Profile = options_.Profile;
+        settings.Traffic = options_.ShowsTraffic();
+        settings.MostLines = options_.TraceLines.value_or(usualLines);
+        if (options_.Trace && !options_.Trace->empty()) return RunIntoFile(simulation, settings);
+        if (options_.Trace) settings.Trace = [this](std::string_view text) { ExpectPrinted(out_ << text); };
+        console::Run(simulation, settings);
+    }
+
+    void RunIntoFile(Simulation& simulation, RunSettings settings) {
         files::FileWriter file(files::PathOf(*options_.Trace), files::Writing::InPlace);
         const auto commit = [&] { ExpectWritten(*options_.Trace, file.Commit()); };
-        const auto write = [&](std::string_view text) {
+        settings.Trace = [&](std::string_view text) {
             if (!file.Write(text)) commit();
         };
-        console::Run(simulation, limit, {write, lines});
+        console::Run(simulation, settings);
         commit();
     }
 
@@ -106,7 +112,7 @@ private:
             report_ << JsonReport(simulation, options_);
         } else if (IsMarkingSheet()) {
             report_ << Verdict(simulation, options_);
-            if (!options_.Views.empty()) report_ << TextReport(simulation, options_);
+            if (!options_.Views.empty() || options_.Profile) report_ << TextReport(simulation, options_);
         } else {
             report_ << TextReport(simulation, options_);
             report_.flush();
@@ -162,8 +168,10 @@ private:
         const DeferredSignals deferred;
         const std::unique_ptr<Simulation> simulation = inputs_.Assemble(program);
         const CaseFile own = options_.Test ? OwnCases(program, *simulation) : CaseFile();
-        ProgramMark mark =
-            Mark(*simulation, options_.Test ? own : sharedCases_, inputs_, options_.Limit.value_or(usualLimit));
+        RunSettings settings;
+        settings.Limit = options_.Limit.value_or(usualLimit);
+        settings.Feeds = options_.Feeds;
+        ProgramMark mark = Mark(*simulation, options_.Test ? own : sharedCases_, inputs_, settings);
         DeferredSignals::Check();
         return mark;
     }

@@ -16,7 +16,7 @@ constexpr std::size_t numberWidth = 5;
 // The address of each instruction, by the number of its line in the file.
 std::vector<std::vector<std::int32_t>> AddressesByLine(const Simulation& simulation) {
     std::vector<std::vector<std::int32_t>> addresses(simulation.SourceLines.size() + 2);
-    for (std::int32_t address = m8085::ProgramOrigin; address < simulation.Assembly.End; ++address)
+    for (std::int32_t address = simulation.Assembly.Origin; address < simulation.Assembly.End; ++address)
         if (const int line = simulation.Code.LineAt(address); line != 0)
             addresses[static_cast<std::size_t>(simulation.Program.SourceLine(line))].push_back(address);
     return addresses;

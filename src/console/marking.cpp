@@ -30,13 +30,13 @@ std::vector<DataFile> ReadDataFiles(const std::string& path, const cases::Case& 
     return dataFiles;
 }
 
-void RunCase(Simulation& simulation, const ReadyCase& which, const Inputs& inputs, std::uint64_t limit,
+void RunCase(Simulation& simulation, const ReadyCase& which, const Inputs& inputs, const RunSettings& settings,
              CaseMark& mark) {
     m8085::MachineState& machine = simulation.Machine;
     inputs.Prepare(machine);
     for (const DataFile& file : which.DataFiles) file.LoadInto(machine.Memory);
     for (const cases::ClaimOfLine& claim : which.What.Given) claim.What.Store(machine);
-    Run(simulation, limit, {});
+    Run(simulation, settings);
     mark.TStates = machine.TStates;
     if (simulation.HowItEnded == Outcome::Ended)
         mark.Failures = cases::Judge(which.What, machine);
@@ -87,7 +87,7 @@ std::size_t ProgramMark::PassedCases() const {
     return static_cast<std::size_t>(std::ranges::count_if(Cases, &CaseMark::Passed));
 }
 
-ProgramMark Mark(Simulation& simulation, const CaseFile& cases, const Inputs& inputs, std::uint64_t limit) {
+ProgramMark Mark(Simulation& simulation, const CaseFile& cases, const Inputs& inputs, const RunSettings& settings) {
     ProgramMark mark{simulation.Name, {}, Success, {}};
     FindProblem(mark, simulation, cases);
     const auto assembled = std::make_unique<m8085::MachineState>(simulation.Machine);
@@ -95,7 +95,7 @@ ProgramMark Mark(Simulation& simulation, const CaseFile& cases, const Inputs& in
         CaseMark& caseMark = mark.Cases.emplace_back(CaseMark{which.What.Name, mark.Problem, 0, {}});
         if (!mark.Problem.empty()) continue;
         simulation.Machine = *assembled;
-        RunCase(simulation, which, inputs, limit, caseMark);
+        RunCase(simulation, which, inputs, settings, caseMark);
         if (!caseMark.Passed()) mark.Code = Unexpected;
     }
     return mark;

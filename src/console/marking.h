@@ -7,6 +7,7 @@
 #include "cases/case.h"
 #include "console/exit_code.h"
 #include "console/inputs.h"
+#include "console/run.h"
 
 namespace console {
 
@@ -49,8 +50,8 @@ struct ProgramMark {
     bool Passed() const { return Code == Success; }
 };
 
-// Runs the program in each case on a machine of its own, for at most so many instructions; 0 for no limit. Throws an
-// Interruption where a deferred signal comes meanwhile.
-ProgramMark Mark(Simulation& simulation, const CaseFile& cases, const Inputs& inputs, std::uint64_t limit);
+// Runs the program in each case on a machine of its own. Throws an Interruption where a deferred signal comes
+// meanwhile.
+ProgramMark Mark(Simulation& simulation, const CaseFile& cases, const Inputs& inputs, const RunSettings& settings);
 
 }  // namespace console

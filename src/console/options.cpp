@@ -18,16 +18,24 @@ View ReadView(const std::string& text) {
     if (upper == "REGISTERS") return {View::Kind::Registers, {}};
     if (upper == "PORTS") return {View::Kind::Ports, {}};
     if (upper == "CHANGED") return {View::Kind::Changed, {}};
+    if (upper == "TRAFFIC") return {View::Kind::Traffic, {}};
     try {
         return {View::Kind::Place, cases::ReadPlace(text)};
     } catch (const cases::Misread& problem) {
-        throw UsageError(problem.what() + std::string("; --show also takes registers, ports and changed"));
+        throw UsageError(problem.what() + std::string("; --show also takes registers, ports, changed and traffic"));
     }
 }
 
 std::uint64_t ReadCount(const std::string& text, const char* option) {
     if (const auto count = m8085::ReadDecimal(text)) return *count;
     throw UsageError(std::string(option) + " takes a decimal number, not \"" + text + "\"");
+}
+
+std::int32_t ReadOrigin(const std::string& text) {
+    constexpr int last = m8085::MemorySize - 1;
+    const auto address = cases::ReadNumber(text, last);
+    if (address && *address <= last) return *address;
+    throw UsageError("--origin takes an address, from 0 to FFFF, not \"" + text + "\"");
 }
 
 memedata::AddressRange ReadRange(const std::string& text) {
@@ -126,13 +134,19 @@ private:
          [this](auto& path) { options_.DataFiles.push_back(path); }, true},
         {"--set", Takes::Word, "WHERE=VALUE", "Set A, Z, HL, 9000=05,06 or \"port 10=0F\" before it",
          [this](auto& word) { AddClaims(options_.Settings, word); }, true},
+        {"--feed", Takes::Word, "PORT=VALUES", "Let \"port 0=01,01,00\" be read one by one",
+         [this](auto& word) { options_.Feeds.push_back(cases::ReadFeed(word)); }, true},
+        {"--origin", Takes::Word, "ADDRESS", "Assemble for there instead of 8000",
+         [this](auto& word) { options_.Origin = ReadOrigin(word); }},
         {"--limit", Takes::Word, "N", "End after N instructions (10^9), 0 for never",
          [this](auto& word) { options_.Limit = ReadCount(word, "--limit"); }},
         {"--trace", Takes::WordOrNothing, "FILE", "One line for each instruction executed",
          [this](auto& path) { options_.Trace = path; }},
         {"--trace-lines", Takes::Word, "N", "So many of them (100000), 0 for all",
          [this](auto& word) { options_.TraceLines = ReadCount(word, "--trace-lines"); }},
-        {"--show", Takes::Word, "WHAT", "registers, ports, changed, A, 9000-90FF, \"port 10\"",
+        {"--profile", Takes::Nothing, "", "Times and T-states of each line",
+         [this](auto&) { options_.Profile = true; }},
+        {"--show", Takes::Word, "WHAT", "registers, ports, changed, traffic, A, 9000-90FF",
          [this](auto& word) { options_.Views.push_back(ReadView(word)); }, true},
         {"--expect", Takes::Word, "WHERE=VALUE", "Pass or fail, as with --set; also tstates<=N",
          [this](auto& word) { AddClaims(options_.Expectations, word); }, true},
@@ -170,19 +184,22 @@ std::string Reader::Help() const {
 
 void CheckTogether(const Options& options) {
     if (options.Programs.empty()) throw UsageError("no PROGRAM is given");
-    if (options.CheckOnly &&
-        (options.Limit || options.Trace || !options.Views.empty() || !options.Expectations.empty()))
-        throw UsageError("--check does not run the program: it goes without --limit, --trace, --show and --expect");
-    if (options.TraceLines && !options.Trace) throw UsageError("--trace-lines goes with --trace");
+    const bool needsOneRun =
+        options.Trace || options.Profile || !options.Views.empty() || !options.Expectations.empty();
+    if (options.CheckOnly && (needsOneRun || options.Limit || !options.Feeds.empty()))
+        throw UsageError("--check does not run the program, and goes without what is about a run");
+    if (options.TraceLines && !options.Trace && !options.ShowsTraffic())
+        throw UsageError("--trace-lines goes with --trace or --show traffic");
+    for (const cases::Feed& feed : options.Feeds)
+        if (std::ranges::count(options.Feeds, feed.Port, &cases::Feed::Port) > 1)
+            throw UsageError("one --feed says all that is read from a port");
     if (options.Json && options.PrintsListingOrTrace())
         throw UsageError("with --json a listing and a trace need a file: --listing=FILE, --trace=FILE");
     if (options.Test && options.Cases)
         throw UsageError("--test takes each program's own cases: it goes without --cases");
     if (options.JUnit && !options.RunsCases()) throw UsageError("--junit goes with --test or --cases");
-    if (options.RunsCases() && (options.CheckOnly || options.Listing || options.Trace || !options.Views.empty() ||
-                                !options.Expectations.empty() || !options.MemoryFiles.empty()))
-        throw UsageError(
-            "--test and --cases run programs more than once: they go with --load, --set, --limit, --json and --junit");
+    if (options.RunsCases() && (needsOneRun || options.CheckOnly || options.Listing || !options.MemoryFiles.empty()))
+        throw UsageError("--test and --cases run a program more than once, and go without what is about one run");
     const std::vector<std::string> inputs = options.Inputs();
     if (std::ranges::count(inputs, "-") > 1) throw UsageError("standard input can be read only once");
     if (std::ranges::any_of(options.Settings, &cases::Claim::IsOfTStates))
@@ -190,6 +207,10 @@ void CheckTogether(const Options& options) {
 }
 
 }  // namespace
+
+bool Options::ShowsTraffic() const {
+    return std::ranges::count(Views, View::Kind::Traffic, &View::What) > 0;
+}
 
 std::vector<std::string> Options::Inputs() const {
     std::vector<std::string> inputs = Programs;

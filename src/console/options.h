@@ -19,7 +19,7 @@ struct UsageError : std::runtime_error {
 
 // What --show asks for.
 struct View {
-    enum class Kind { Registers, Ports, Changed, Place };
+    enum class Kind { Registers, Ports, Changed, Traffic, Place };
     Kind What = Kind::Registers;
     cases::Place Where;  // of Place
 };
@@ -33,7 +33,10 @@ struct Options {
     std::optional<std::uint64_t> Limit;  // instructions; 0 for none
     std::optional<std::string> Listing;
     std::optional<std::string> Trace;
-    std::optional<std::uint64_t> TraceLines;  // 0 for all
+    std::optional<std::uint64_t> TraceLines;  // of traffic, too; 0 for all
+    std::int32_t Origin = m8085::ProgramOrigin;
+    bool Profile = false;
+    std::vector<cases::Feed> Feeds;
     std::vector<std::string> DataFiles;
     std::vector<cases::Claim> Settings;
     std::vector<View> Views;
@@ -45,6 +48,8 @@ struct Options {
     std::optional<std::string> JUnit;
 
     bool RunsCases() const { return Test || Cases; }
+
+    bool ShowsTraffic() const;
 
     // All files that are read.
     std::vector<std::string> Inputs() const;

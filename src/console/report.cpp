@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <span>
 
@@ -80,8 +81,56 @@ std::string ChangedLines(const Simulation& simulation, std::size_t most) {
     return text;
 }
 
+std::string RightAligned(const std::string& text, std::size_t width) {
+    return std::string(width - std::min(width, text.size()), ' ') + text;
+}
+
+std::string TrafficLines(const Simulation& simulation) {
+    constexpr std::size_t tStatesWidth = 10;
+    std::string text;
+    for (const Transfer& transfer : simulation.Traffic)
+        text += RightAligned(std::to_string(transfer.TStates), tStatesWidth) + "  " + FormatHexLong(transfer.Address) +
+                (transfer.IsOut ? "  OUT port " : "  IN  port ") + FormatHexByte(transfer.Port) + ": " +
+                FormatHexByte(transfer.Byte) + '\n';
+    if (simulation.TrafficIsCutOff)
+        text += "More went in or out than these " + std::to_string(simulation.Traffic.size()) +
+                " bytes: see --trace-lines\n";
+    return text.empty() ? "Nothing went out or came in.\n" : text;
+}
+
+// What each line of the file took that has an instruction, by its number.
+std::map<int, m8085::Profile::Use> UseByLine(const Simulation& simulation) {
+    std::map<int, m8085::Profile::Use> uses;
+    for (std::int32_t address = 0; address < m8085::MemorySize; ++address) {
+        const int line = simulation.Program.SourceLine(simulation.Code.LineAt(address));
+        if (line == 0) continue;
+        const m8085::Profile::Use& use = simulation.Profile->ByAddress[static_cast<std::size_t>(address)];
+        uses[line].Times += use.Times;
+        uses[line].TStates += use.TStates;
+    }
+    return uses;
+}
+
+std::string ProfileLines(const Simulation& simulation) {
+    constexpr std::size_t width = 12;
+    if (!simulation.Profile) return {};
+    const auto uses = UseByLine(simulation);
+    std::uint64_t all = 0;
+    for (const auto& [line, use] : uses) all += use.TStates;
+    std::string text = "       times    T-states   share  line\n";
+    for (const auto& [line, use] : uses) {
+        const std::uint64_t tenths = all == 0 ? 0 : (use.TStates * 1000 + all / 2) / all;
+        const std::string share = std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + '%';
+        text += RightAligned(std::to_string(use.Times), width) + RightAligned(std::to_string(use.TStates), width) +
+                RightAligned(share, 8) + RightAligned(std::to_string(line), 6) + "  " +
+                std::string(simulation.SourceOf(line)) + '\n';
+    }
+    return text;
+}
+
 std::string ViewText(const Simulation& simulation, const View& view) {
     if (view.What == View::Kind::Registers) return RegisterLines(simulation.Machine);
+    if (view.What == View::Kind::Traffic) return TrafficLines(simulation);
     if (view.What == View::Kind::Changed) return ChangedLines(simulation, m8085::MemorySize);
     const cases::Place& place = view.Where;
     if (view.What == View::Kind::Place && !place.IsMany())
@@ -156,12 +205,31 @@ Json ExpectationsAsJson(const Simulation& simulation, const Options& options) {
     return list;
 }
 
+Json TrafficAsJson(const Simulation& simulation) {
+    Json list = Json::array();
+    for (const Transfer& transfer : simulation.Traffic)
+        list.push_back({{"direction", transfer.IsOut ? "out" : "in"},
+                        {"port", transfer.Port},
+                        {"byte", transfer.Byte},
+                        {"address", transfer.Address},
+                        {"tStates", transfer.TStates}});
+    return list;
+}
+
+Json ProfileAsJson(const Simulation& simulation) {
+    Json list = Json::array();
+    for (const auto& [line, use] : UseByLine(simulation))
+        list.push_back({{"line", line}, {"times", use.Times}, {"tStates", use.TStates}});
+    return list;
+}
+
 Json ViewsAsJson(const Simulation& simulation, const Options& options) {
     Json list = Json::array();
     for (const View& view : options.Views) {
         const cases::Place& place = view.Where;
         if (view.What == View::Kind::Ports)
             list.push_back({{"port", 0}, {"bytes", std::span(simulation.Machine.Ports)}});
+        if (view.What == View::Kind::Traffic) list.push_back({{"traffic", TrafficAsJson(simulation)}});
         if (view.What != View::Kind::Place) continue;
         if (place.IsMany())
             list.push_back({{place.What == cases::Place::Kind::Port ? "port" : "address", place.First},
@@ -211,16 +279,16 @@ std::string Expected(const cases::Claim& claim, const std::string& found) {
 std::string TextReport(const Simulation& simulation, const Options& options) {
     if (simulation.HowItEnded == Outcome::Unreadable || simulation.HowItEnded == Outcome::NotAssembled) return {};
     if (simulation.HowItEnded == Outcome::Assembled) {
-        const std::int32_t end = simulation.Assembly.End;
-        if (end == m8085::ProgramOrigin) return "Assembled: there is no instruction.\n";
-        return "Assembled: " + std::to_string(end - m8085::ProgramOrigin) + " bytes, " +
-               FormatHexLong(m8085::ProgramOrigin) + " to " + FormatHexLong(end - 1) + ".\n";
+        const auto [first, last] = simulation.ProgramRange();
+        if (!simulation.HasInstructions()) return "Assembled: there is no instruction.\n";
+        return "Assembled: " + std::to_string(last - first + 1) + " bytes, " + FormatHexLong(first) + " to " +
+               FormatHexLong(last) + ".\n";
     }
     std::string text = simulation.HowItEnded == Outcome::Ended ? simulation.Message + '\n' : "";
     constexpr std::size_t mostRows = 32;
     if (options.Views.empty()) text += RegisterLines(simulation.Machine) + ChangedLines(simulation, mostRows);
     for (const View& view : options.Views) text += ViewText(simulation, view);
-    return text;
+    return text + ProfileLines(simulation);
 }
 
 std::string Verdict(const Simulation& simulation, const Options& options) {
@@ -247,7 +315,7 @@ std::string JsonReport(const Simulation& simulation, const Options& options) {
         report["source"] = simulation.SourceOf(simulation.Line);
     }
     if (simulation.Assembly.Succeeded) {
-        report["size"] = simulation.Assembly.End - m8085::ProgramOrigin;
+        report["size"] = simulation.Assembly.End - simulation.Assembly.Origin;
         report["labels"] = LabelsAsJson(simulation.Assembly.Labels);
     }
     if (WasRun(simulation)) {
@@ -258,6 +326,7 @@ std::string JsonReport(const Simulation& simulation, const Options& options) {
         report["changedMemory"] = StretchesAsJson(Marked(changes.Memory, simulation.Machine.Memory), "address");
         report["changedPorts"] = StretchesAsJson(Marked(changes.Ports, simulation.Machine.Ports), "port");
         if (!options.Views.empty()) report["shown"] = ViewsAsJson(simulation, options);
+        if (simulation.Profile) report["profile"] = ProfileAsJson(simulation);
         if (!options.Expectations.empty()) report["expectations"] = ExpectationsAsJson(simulation, options);
     }
     if (!options.Expectations.empty()) report["pass"] = ExitCodeOf(simulation, options) == Success;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -11,6 +10,7 @@
 #include "assembler/source_preparation.h"
 #include "datafiles/data_file.h"
 #include "machine/code_map.h"
+#include "machine/full_speed.h"
 #include "machine/machine_state.h"
 
 namespace console {
@@ -23,6 +23,15 @@ enum class Outcome {
     LimitReached,   // in instructions
     NoInstruction,  // the program stands still at a code that is not an instruction
     Refused,        // the machine refused an access beyond its memory
+};
+
+// A byte that went out to a port, or came in from one.
+struct Transfer {
+    bool IsOut = false;
+    std::uint8_t Port = 0;
+    std::uint8_t Byte = 0;
+    std::int32_t Address = 0;  // of the instruction
+    std::int32_t TStates = 0;  // since the program's start, those of the instruction among them
 };
 
 // One program, the machine of its own that it is assembled into and runs on, and what became of it.
@@ -40,6 +49,10 @@ struct Simulation {
     m8085::CodeMap Code;
     m8085::MachineState Before;  // as it was when the run began
 
+    std::vector<Transfer> Traffic;  // if the run was watched for it
+    bool TrafficIsCutOff = false;
+    std::unique_ptr<m8085::Profile> Profile;  // if the run was profiled
+
     // Whether anything was assembled.
     bool HasInstructions() const { return !Assembly.Instructions.empty(); }
 
@@ -53,20 +66,8 @@ struct Simulation {
 // A simulation of a program that cannot be read.
 std::unique_ptr<Simulation> Unreadable(std::string name, std::string reason);
 
-// Assembles a program file into a new machine, which is left as after Assemble, at the program's start.
-std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file);
-
-// Takes the trace, in pieces of any length.
-using TraceSink = std::function<void(std::string_view)>;
-
-// What is written of a run while it lasts.
-struct Tracing {
-    TraceSink Sink;               // nothing is traced without one
-    std::uint64_t MostLines = 0;  // the run goes on without a trace after so many; 0 for all
-};
-
-// Runs the program as Run does, for so many instructions at most; 0 for no limit. Runs at full speed where nothing is
-// traced. Throws an Interruption where a deferred signal comes meanwhile.
-void Run(Simulation& simulation, std::uint64_t limit, const Tracing& tracing);
+// Assembles a program file from `origin` upward, 0 to FFFF, into a new machine, which is left as after Assemble, at the
+// program's start.
+std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file, std::int32_t origin);
 
 }  // namespace console
