@@ -137,13 +137,6 @@ struct Fault {
         return If(ReadNumber(withZeros).has_value());
     }
 
-    // A page that a program is copied from may have one in place of a blank.
-    Answer HasNoBreakSpace() const {
-        return If(std::ranges::any_of(Words, [](View word) {
-            return word.substr(0, word.find(u';')).find_first_of(u"\u00A0\u2007\u202F") != View::npos;
-        }));
-    }
-
     Answer HasStickingComment() const {
         return If(std::ranges::any_of(Words, [](View word) { return word.find(u';') != View::npos; }));
     }
@@ -279,7 +272,6 @@ constexpr View fullTable = u"all 101 places that there are for labels, jumps and
 // Of each table the first rule that applies counts.
 constexpr Rule anywhereRules[] = {
     {&Fault::IsAfterColonInComment, u"a colon in a comment breaks the line there: leave it out"},
-    {&Fault::HasNoBreakSpace, u"there is a no-break space in this line: put a blank in its place"},
     {&Fault::HasStickingComment, u"a comment needs a blank before its \";\""}};
 
 constexpr Rule mnemonicRules[] = {

@@ -309,8 +309,6 @@ void ProgramText::keyPressEvent(QKeyEvent* event) {
     } else if (event->matches(QKeySequence::InsertLineSeparator)) {
         insertPlainText("\n");
         ensureCursorVisible();
-    } else if (event->keyCombination() == (Qt::ControlModifier | Qt::Key_Y)) {
-        redo();
     } else {
         QPlainTextEdit::keyPressEvent(event);
     }
