@@ -267,4 +267,22 @@ TEST_F(FrmMainTest, EveryControlHasANameForThoseWhoCannotSeeIt) {
     }
 }
 
+TEST_F(MainWindowTest, UndoKeysReachTheEditorFromEverywhereButABoxWithSomethingOfItsOwn) {
+    StartWith(u"hlt");
+    Editor().ReplaceSelection(u"nop ");
+    auto& box = Find<QLineEdit>("txtB");
+    for (QWidget* focused : std::initializer_list<QWidget*>{&Editor(), &Button("cmdCompile"), &box}) {
+        focused->setFocus();
+        QTest::keyClick(window->windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(Editor().Text(), u"hlt") << qPrintable(focused->objectName());
+        QTest::keyClick(window->windowHandle(), Qt::Key_Y, Qt::ControlModifier);
+        EXPECT_EQ(Editor().Text(), u"nop hlt") << qPrintable(focused->objectName());
+    }
+    box.selectAll();
+    QTest::keyClick(window->windowHandle(), Qt::Key_5);
+    QTest::keyClick(window->windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(box.text(), "00");
+    EXPECT_EQ(Editor().Text(), u"nop hlt");
+}
+
 }  // namespace shell
