@@ -1,18 +1,56 @@
 #include "platform/file_dialog.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QLineEdit>
+#include <QMessageBox>
 
 namespace platform {
 
+namespace {
+
+// Qt's own dialog takes double quotes for the marks between several names, and gives the part between two of them. Here
+// one file is chosen, and the text is its name.
+class SingleNameDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+    // After the dialog was accepted.
+    QString Path() const { return quotedPath_.isEmpty() ? selectedFiles().value(0) : quotedPath_; }
+
+    void accept() override {
+        const auto* const name = findChild<QLineEdit*>("fileNameEdit");
+        if (name == nullptr || !name->text().contains(u'"')) return QFileDialog::accept();
+
+        const QFileInfo file(directory(), name->text());
+        if (file.isDir()) return setDirectory(file.absoluteFilePath());
+        if (file.exists() && acceptMode() == AcceptSave && !MayReplace(file.fileName())) return;
+        quotedPath_ = file.absoluteFilePath();
+        QDialog::accept();
+    }
+
+private:
+    // In the words with which the dialog asks about every other name.
+    bool MayReplace(const QString& name) {
+        const QString question = QFileDialog::tr("%1 already exists.\nDo you want to replace it?").arg(name);
+        return QMessageBox::warning(this, windowTitle(), question, QMessageBox::Yes | QMessageBox::No,
+                                    QMessageBox::No) == QMessageBox::Yes;
+    }
+
+    QString quotedPath_;
+};
+
+}  // namespace
+
 std::optional<QString> FileDialog::Show(QWidget& control, QFileDialog::AcceptMode mode) {
-    QFileDialog dialog(control.window());
+    SingleNameDialog dialog(control.window());
     dialog.setAcceptMode(mode);
     dialog.setFileMode(QFileDialog::AnyFile);
     if (!directory_.isEmpty()) dialog.setDirectory(directory_);
     if (!lastName_.isEmpty()) dialog.selectFile(lastName_);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    if (dialog.exec() != QDialog::Accepted || dialog.Path().isEmpty()) return std::nullopt;
 
-    const QString path = dialog.selectedFiles().constFirst();
+    const QString path = dialog.Path();
     directory_ = QFileInfo(path).absolutePath();
     lastName_ = QFileInfo(path).fileName();
     return path;

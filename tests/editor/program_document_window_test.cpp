@@ -145,6 +145,24 @@ TEST_F(ProgramDocumentTest, SaveAsksForANameOnceAndAFailedWriteKeepsTheMark) {
     EXPECT_EQ(Read(Path("later/program")), "hlt\r\n");
 }
 
+TEST_F(ProgramDocumentTest, AFileNameIsUsedAsGivenAndReplacedOnlyAfterAQuestion) {
+    for (const char* const name : {" blank.asm", "a \"b\".asm", "\"q\"", "line\nbreak.asm"}) {
+        QTest::keyClicks(&text, "hlt");
+        for (const bool again : {false, true}) {
+            MessageAnswer replace(QMessageBox::Yes);
+            FileAnswer answer(Path(name));
+            document.mnuSaveAs_Click();
+            EXPECT_EQ(replace.Text.contains("replace"), again) << name;
+            EXPECT_EQ(Read(Path(name)), "hlt");
+        }
+        document.mnuNew_Click();
+        Open(Path(name));
+        EXPECT_EQ(title, "Velmora - [" + Path(name) + "]");
+        document.mnuNew_Click();
+    }
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 4);
+}
+
 TEST_F(ProgramDocumentTest, NewAsksOnlyForAChangedTextAndCancelKeepsIt) {
     document.mnuNew_Click();
     QTest::keyClicks(&text, "hlt");
