@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "editor/program_file.h"
+#include "platform/palette.h"
 
 namespace {
 
@@ -21,6 +22,29 @@ QString Hex(int value, int digits) {
 
 bool IsOneOf(const QString& name, std::initializer_list<const char*> names) {
     return std::ranges::find(names, name) != names.end();
+}
+
+using ShownValues = std::vector<std::pair<const char*, QString>>;
+
+// What the boxes and buttons of the register panel show, by their names.
+ShownValues Shown(const m8085::Registers& of) {
+    const auto bit = [](bool flag) { return QString(flag ? "1" : "0"); };
+    return {{"txtA", Hex(of.A, 2)},
+            {"txtB", Hex(of.B, 2)},
+            {"txtC", Hex(of.C, 2)},
+            {"txtD", Hex(of.D, 2)},
+            {"txtE", Hex(of.E, 2)},
+            {"txtH", Hex(of.H, 2)},
+            {"txtL", Hex(of.L, 2)},
+            {"txtPC", Hex(of.PC, 4)},
+            {"txtSP", Hex(of.SP, 4)},
+            {"txtF", Hex(of.S << 7 | of.Z << 6 | of.AC << 4 | of.P << 2 | of.CY, 2)},
+            {"txtTstates", QString::number(of.TStates)},
+            {"txtSf", bit(of.S)},
+            {"txtZf", bit(of.Z)},
+            {"txtACf", bit(of.AC)},
+            {"txtPf", bit(of.P)},
+            {"txtCyf", bit(of.CY)}};
 }
 
 // The boxes by which Assemble and Load Data File report a failure, after they have changed memory. Another box may
@@ -56,14 +80,47 @@ void Invariants::Follow() {
     for (const auto* button : window_.findChildren<QAbstractButton*>())
         connect(button, &QAbstractButton::clicked, this, [this, name = button->objectName()] { NoteCommand(name); });
     connect(&editor_, &platform::ProgramText::TextChanged, this, &Invariants::NoteTextChange);
-    connect(&cellEditor_, &QLineEdit::textEdited, this, [this] { byteMayChange_ = true; });
+    connect(&cellEditor_, &QLineEdit::textEdited, this, &Invariants::NoteTypedByte);
+    QApplication::instance()->installEventFilter(this);
 }
 
 bool Invariants::IsRunning() const {
     return IsEnabled("cmdHalt");
 }
 
+// Looks at the machine before any key and any button of the mouse reaches the program.
+bool Invariants::eventFilter(QObject* receiver, QEvent* event) {
+    const bool mayBeCommand = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease ||
+                              event->type() == QEvent::ShortcutOverride || event->type() == QEvent::MouseButtonPress ||
+                              event->type() == QEvent::MouseButtonRelease;
+    if (mayBeCommand) LookBeforeCommand();
+    return QObject::eventFilter(receiver, event);
+}
+
+// What stands in a box that is still being typed into goes to the machine before the command that comes next.
+void Invariants::LookBeforeCommand() {
+    if (IsRunning()) return;
+    before_ = machine_;
+    const auto* const box = qobject_cast<QLineEdit*>(window_.focusWidget());
+    isTypingBefore_ = box != nullptr && box->isModified();
+}
+
+void Invariants::NoteTypedByte() {
+    typedAt_ += cellEditor_.accessibleName();
+}
+
+void Invariants::EndEvent() {
+    --depth_;
+    selection_ = SelectionNow();
+}
+
+Invariants::Selection Invariants::SelectionNow() const {
+    const QTextCursor cursor = editor_.textCursor();
+    return {depth_, cursor.anchor(), cursor.position()};
+}
+
 void Invariants::NoteTextChange() {
+    textIsAssembled_ = false;
     textHasChanged_ = true;
     (IsRunning() ? programIsLostInRun_ : programIsLost_) = true;
 }
@@ -82,11 +139,14 @@ void Invariants::NoteCommand(const QString& name) {
     if (IsRunning()) return;
 
     LookAfterStop();
-    if (isAssemble) programIsLost_ = false;
+    if (isAssemble) programIsLost_ = false, textIsAssembled_ = IsEnabled("cmdRun");
     if (isRun) programIsLost_ = std::exchange(programIsLostInRun_, false);
     if (name == "mnuCompile" || (isLoad && wasToldOfFailure_)) gridMayBeOld_ = true;
     const bool isFullRun = IsOneOf(name, {"cmdRun", "mnuRun"});
     const bool hasStepped = (isStep || isRun) && !wasHalted_;
+    if (isRun) beforeMarked_.reset();
+    if (isFullRun || (isStep && !before_.Halted)) beforeMarked_ = before_;
+    if (isTypingBefore_) beforeMarked_.reset();
     if (hasStepped || isFullRun || isClear || name == "cmdCompile" || (isLoad && !wasToldOfFailure_)) {
         allCellsAreDue_ = true;
         if (!isLoad) gridMayBeOld_ = false;
@@ -95,45 +155,52 @@ void Invariants::NoteCommand(const QString& name) {
 }
 
 std::optional<QString> Invariants::FindFault() {
+    LookBeforeCommand();
     if (IsFailureTold()) gridMayBeOld_ = wasToldOfFailure_ = true;
-    for (const auto& fault : {FaultInMemory(), FaultAfterStop(), FaultInRegisters(), FaultInCells(),
-                              FaultInCellEditor(), FaultInCommandStates(), FaultInTitle(), FaultInFocus()})
+    for (const auto& fault :
+         {FaultInMemory(), FaultAfterStop(), FaultInRegisters(), FaultInCells(), FaultInCellEditor(),
+          FaultInCommandStates(), FaultInTitle(), FaultInFocus(), FaultInSelection(), FaultInMarks()})
         if (fault) return fault;
     wasRunning_ = IsRunning();
     wasHalted_ = machine_.Halted;
-    currentRow_ = grid_.currentIndex().row();
     return std::nullopt;
 }
 
 // A full-speed run shows nothing until its end.
 std::optional<QString> Invariants::FaultInRegisters() const {
     if (IsRunning()) return std::nullopt;
-    const std::pair<const char*, QString> shown[] = {
-        {"txtA", Hex(machine_.A, 2)},
-        {"txtB", Hex(machine_.B, 2)},
-        {"txtC", Hex(machine_.C, 2)},
-        {"txtD", Hex(machine_.D, 2)},
-        {"txtE", Hex(machine_.E, 2)},
-        {"txtH", Hex(machine_.H, 2)},
-        {"txtL", Hex(machine_.L, 2)},
-        {"txtPC", Hex(machine_.PC, 4)},
-        {"txtSP", Hex(machine_.SP, 4)},
-        {"txtF", Hex(machine_.S << 7 | machine_.Z << 6 | machine_.AC << 4 | machine_.P << 2 | machine_.CY, 2)},
-        {"txtTstates", QString::number(machine_.TStates)}};
-    for (const auto& [name, value] : shown) {
-        const auto& box = Find<QLineEdit>(name);
+    for (const auto& [name, value] : Shown(machine_)) {
+        const QWidget& control = Find<QWidget>(name);
+        const auto* const box = qobject_cast<const QLineEdit*>(&control);
         const QWidget* focus = window_.focusWidget();
-        const bool keepsText = focus == &box || focus == window_.menuBar() || !window_.isActiveWindow();
-        const bool isBeingTyped = box.isModified() && keepsText;
-        if (box.text() != value && !isBeingTyped) return QString(name) + " shows " + box.text() + " for " + value;
+        const bool keepsText = focus == box || focus == window_.menuBar() || !window_.isActiveWindow();
+        const bool isBeingTyped = box != nullptr && box->isModified() && keepsText;
+        const QString text = control.property("text").toString();
+        if (text != value && !isBeingTyped) return QString(name) + " shows " + text + " for " + value;
     }
-    const std::pair<const char*, bool> flags[] = {{"txtSf", machine_.S},
-                                                  {"txtZf", machine_.Z},
-                                                  {"txtACf", machine_.AC},
-                                                  {"txtPf", machine_.P},
-                                                  {"txtCyf", machine_.CY}};
-    for (const auto& [name, flag] : flags)
-        if (Find<QAbstractButton>(name).text() != (flag ? "1" : "0")) return QString(name) + " shows the other value";
+    return std::nullopt;
+}
+
+// A mark says that the value is another one than before the step or run. After a Slow Run that is not known here.
+std::optional<QString> Invariants::FaultInMarks() const {
+    if (IsRunning() || !beforeMarked_) return std::nullopt;
+    const ShownValues before = Shown(*beforeMarked_);
+    const ShownValues now = Shown(machine_);
+    for (std::size_t value = 0; value < now.size(); ++value) {
+        const QPalette& colours = Find<QWidget>(now[value].first).palette();
+        const bool isMarked = colours.color(QPalette::Text) == platform::ChangedText ||
+                              colours.color(QPalette::ButtonText) == platform::ChangedText;
+        if (isMarked && now[value] == before[value]) return QString(now[value].first) + " is marked, but as before";
+    }
+    const QAbstractItemModel& cells = *grid_.model();
+    for (int look = 0; look < 16; ++look) {
+        const int row = static_cast<int>(random_() % rows);
+        const int column = 2 * static_cast<int>(random_() % static_cast<unsigned>(cells.columnCount() / 2)) + 1;
+        const bool isMarked =
+            cells.index(row, column).data(Qt::ForegroundRole).value<QColor>() == platform::ChangedText;
+        if (isMarked && ByteOf(machine_, row, column) == ByteOf(*beforeMarked_, row, column))
+            return "the cell beside " + CellText(row, column - 1) + " is marked, but as before";
+    }
     return std::nullopt;
 }
 
@@ -141,10 +208,10 @@ QString Invariants::CellText(int row, int column) const {
     return grid_.model()->index(row, column).data().toString();
 }
 
-// The machine's byte at the address on the left of a data cell.
-std::uint8_t Invariants::ByteOf(int row, int column) const {
+// A machine's byte at the address on the left of a data cell.
+std::uint8_t Invariants::ByteOf(const m8085::MachineState& machine, int row, int column) const {
     const auto address = CellText(row, column - 1).toUInt(nullptr, 16);
-    return column == grid_.model()->columnCount() - 1 ? machine_.Ports[address] : machine_.Memory[address];
+    return column == grid_.model()->columnCount() - 1 ? machine.Ports[address] : machine.Memory[address];
 }
 
 // Only what the grid was left out of may make it differ from memory: Assemble from the menu, a data file that failed
@@ -154,7 +221,7 @@ std::optional<QString> Invariants::FaultInCells() {
     if (wasRunning_) gridMayBeOld_ = false, allCellsAreDue_ = true;
     if (gridMayBeOld_) return std::nullopt;
     const auto faultAt = [this](int row, int column) -> std::optional<QString> {
-        if (CellText(row, column) == Hex(ByteOf(row, column), 2)) return std::nullopt;
+        if (CellText(row, column) == Hex(ByteOf(machine_, row, column), 2)) return std::nullopt;
         return "the cell beside " + CellText(row, column - 1) + " shows " + CellText(row, column);
     };
     const int columns = grid_.model()->columnCount();
@@ -212,18 +279,28 @@ std::optional<QString> Invariants::FaultInTitle() {
     return std::nullopt;
 }
 
+// A byte changes by what the machine does, or where the editor says that it writes.
 std::optional<QString> Invariants::FaultInMemory() {
-    int changes = 0;
+    QStringList changed;
     for (std::size_t address = 0; memory_ != machine_.Memory && address < memory_.size(); ++address)
-        changes += std::exchange(memory_[address], machine_.Memory[address]) != machine_.Memory[address];
+        if (std::exchange(memory_[address], machine_.Memory[address]) != machine_.Memory[address])
+            changed += "Address " + Hex(static_cast<int>(address), 4);
     for (std::size_t port = 0; port < ports_.size(); ++port)
-        changes += std::exchange(ports_[port], machine_.Ports[port]) != machine_.Ports[port];
-    const bool isBesideLastRow = currentRow_ == rows - 1 || grid_.currentIndex().row() == rows - 1;
-    const int mayChange = byteMayChange_ || isBesideLastRow ? 1 : 0;
-    const bool isAnyChangeRight = memoryMayChange_ || IsRunning() || wasRunning_ || IsFailureTold();
-    memoryMayChange_ = byteMayChange_ = false;
-    if (isAnyChangeRight || changes <= mayChange) return std::nullopt;
-    return QString::number(changes) + " bytes have changed";
+        if (std::exchange(ports_[port], machine_.Ports[port]) != machine_.Ports[port])
+            changed += "IO Port " + Hex(static_cast<int>(port), 2);
+    const QStringList typedAt = std::exchange(typedAt_, {});
+    const bool isByMachine = std::exchange(memoryMayChange_, false) || IsRunning() || wasRunning_ || IsFailureTold();
+    if (isByMachine) return std::nullopt;
+    for (const QString& place : changed)
+        if (!typedAt.contains(place)) return place + " has changed, typed was " + typedAt.join(", ");
+    return std::nullopt;
+}
+
+// While a program runs whose text has changed, only the user selects.
+std::optional<QString> Invariants::FaultInSelection() const {
+    if (!IsRunning() || textIsAssembled_ || selection_.Depth != depth_ || selection_ == SelectionNow())
+        return std::nullopt;
+    return "a line is selected in a changed text";
 }
 
 // Also at the very end of the run: one event may press several keys, of which the next steps or starts another run.

@@ -18,11 +18,18 @@ public:
     // The first thing that is wrong, in words; nothing while all is right.
     std::optional<QString> FindFault();
 
+    // To be called around every event. Events nest: the next ones may come while one opens a box or runs a program.
+    void BeginEvent() { ++depth_; }
+    void EndEvent();
+
     bool IsRunning() const;
 
 private:
+    bool eventFilter(QObject* receiver, QEvent* event) override;
     void Follow();
     void NoteCommand(const QString& name);
+    void LookBeforeCommand();
+    void NoteTypedByte();
     void NoteTextChange();
     void LookAfterStop();
 
@@ -34,6 +41,8 @@ private:
     std::optional<QString> FaultInMemory();
     std::optional<QString> FaultAfterStop();
     std::optional<QString> FaultInFocus() const;
+    std::optional<QString> FaultInSelection() const;
+    std::optional<QString> FaultInMarks() const;
 
     template <class Control>
     Control& Find(const QString& name) const {
@@ -41,21 +50,35 @@ private:
     }
     bool IsEnabled(const char* button) const { return Find<QWidget>(button).isEnabled(); }
     QString CellText(int row, int column) const;
-    std::uint8_t ByteOf(int row, int column) const;
+    std::uint8_t ByteOf(const m8085::MachineState& machine, int row, int column) const;
 
     shell::frmMain& window_;
     const m8085::MachineState& machine_;
     platform::ProgramText& editor_;
     QTableView& grid_;
     QLineEdit& cellEditor_;
-    std::mt19937 random_;
+    mutable std::mt19937 random_;
 
     // What the machine held when it was last checked, and what may have changed it since.
     m8085::MemoryBytes memory_;
     decltype(m8085::MachineState::Ports) ports_;
-    int currentRow_ = -1;
     bool memoryMayChange_ = false;
-    bool byteMayChange_ = false;
+    QStringList typedAt_;  // the names of the cells that the editor has written into
+
+    // Before the command of the latest event, and before the step or run whose changes are marked, if that is known.
+    m8085::MachineState before_;
+    bool isTypingBefore_ = false;
+    std::optional<m8085::MachineState> beforeMarked_;
+
+    // After the latest event that has come to its end.
+    struct Selection {
+        int Depth, Anchor, Position;
+        bool operator==(const Selection&) const = default;
+    };
+    Selection SelectionNow() const;
+    int depth_ = 0;
+    Selection selection_{};
+    bool textIsAssembled_ = false;
 
     bool gridMayBeOld_ = false;
     bool allCellsAreDue_ = true;

@@ -57,6 +57,7 @@ void Monkey::Start() {
 void Monkey::Tick() {
     if (hasLeft_) return End();
     if (const auto fault = invariants_.FindFault()) Report(*fault);
+    invariants_.BeginEvent();
     Start();
     QWidget* box = QApplication::activeModalWidget();
     if (remaining_-- <= 0 && box == nullptr && QApplication::activePopupWidget() == nullptr) {
@@ -70,6 +71,7 @@ void Monkey::Tick() {
     } else {
         UseWindow();  // also under a box, which must keep it all away
     }
+    invariants_.EndEvent();
 }
 
 // The process would be gone by now. What is still going on here is brought to its end.
