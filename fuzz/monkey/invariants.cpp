@@ -121,6 +121,7 @@ Invariants::Selection Invariants::SelectionNow() const {
 
 void Invariants::NoteTextChange() {
     textIsAssembled_ = false;
+    selection_.Depth = 0;
     textHasChanged_ = true;
     (IsRunning() ? programIsLostInRun_ : programIsLost_) = true;
 }

@@ -70,7 +70,7 @@ private:
     bool isTypingBefore_ = false;
     std::optional<m8085::MachineState> beforeMarked_;
 
-    // After the latest event that has come to its end.
+    // After the latest event that has come to its end, until the text changes.
     struct Selection {
         int Depth, Anchor, Position;
         bool operator==(const Selection&) const = default;

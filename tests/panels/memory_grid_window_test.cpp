@@ -131,6 +131,10 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     QHelpEvent rest(QEvent::ToolTip, {}, editor.mapToGlobal(QPoint(2, 2)));
     QCoreApplication::sendEvent(&editor, &rest);
     EXPECT_TRUE(QToolTip::text().startsWith("Address 80FF"));
+    const QRect row = editor.rect().translated(editor.mapToGlobal(QPoint()));
+    for (const QWidget* tip : QApplication::topLevelWidgets())
+        EXPECT_TRUE(!tip->inherits("QTipLabel") ||
+                    !tip->geometry().intersects(row.adjusted(0, 0, 0, 3 * row.height())));
     Type("34");
     EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })) << "it would show the old byte";
     EXPECT_EQ(machine.Memory[0x80FF], 0x34);

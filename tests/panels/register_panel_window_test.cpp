@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QApplication>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTest>
 #include <vector>
@@ -83,6 +86,16 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRuns) {
     Box("txtB").setText("5 to paste");  // not a number, so the register stays
     txtCode.setFocus();
     EXPECT_EQ(Text("txtB"), "00");
+
+    QMimeData dragged;
+    dragged.setText("3c");
+    QDragEnterEvent enter({3, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
+    QDropEvent drop({3, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
+    drop.setDropAction(Qt::MoveAction);
+    for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), &drop}) QApplication::sendEvent(&Box("txtB"), event);
+    EXPECT_EQ(drop.dropAction(), Qt::CopyAction) << "the text would be taken out of the program";
+    txtCode.setFocus();
+    EXPECT_EQ(machine.B, 0x3C);
 }
 
 TEST_F(RegisterPanelTest, WhatHasChangedIsColouredAndHeard) {

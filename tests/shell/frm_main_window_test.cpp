@@ -171,6 +171,28 @@ TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
     }
 }
 
+TEST_F(FrmMainTest, OnlySingleStepRepeatsWhileItsKeyIsHeldAndCountsBothHalvesOfADoubleClick) {
+    StartWith(u"nop\r\nnop\r\nnop\r\nnop\r\nhlt");
+    const auto pressAndHold = [this](Qt::Key key) {
+        QTest::keyPress(&Editor(), key);
+        QTest::simulateEvent(&Editor(), true, key, Qt::NoModifier, "", true);
+        QTest::keyRelease(&Editor(), key);
+    };
+    const auto clickTwice = [this](const char* button) {
+        Click(button);
+        QTest::mouseDClick(&Button(button), Qt::LeftButton);
+        QTest::mouseRelease(&Button(button), Qt::LeftButton);
+    };
+    pressAndHold(Qt::Key_F8);
+    clickTwice("cmdSingleStep");
+    EXPECT_EQ(machine->TStates, 4 * 4);
+    pressAndHold(Qt::Key_F3);
+    EXPECT_EQ(machine->TStates, 4 * 4 + 5) << "a second run would go on after the HLT";
+    Click("cmdReset");
+    clickTwice("cmdSlowRun");
+    EXPECT_EQ(machine->TStates, 4 * 4 + 5);
+}
+
 TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {
     StartWith(u"lxi sp,1\r\npush b\r\nhlt");
     MessageAnswer refusal(QMessageBox::Ok);
