@@ -60,13 +60,15 @@ void CellEditor::Close() {
 }
 
 void CellEditor::TakeByte() {
-    if (!cell_.isValid() || ReadByteText(heldText_.toStdU16String()) == model_.Byte(cell_)) return;
+    if (!cell_.isValid()) return;
+    if (meant_.isValid() && ReadByteText(heldText_.toStdU16String()) == model_.Byte(meant_)) return;
     SetByteText();
     selectAll();
 }
 
 void CellEditor::SetByteText() {
     heldText_ = cell_.data().toString();
+    meant_ = cell_;
     setText(heldText_);
     Describe();
 }
@@ -97,6 +99,7 @@ void CellEditor::StoreTyped() {
     if (!byte || !MemoryModel::IsDataCell(target) || (isHidden() && target != cell_)) return;
     const bool isNew = *byte != model_.Byte(target);
     model_.Store(target, *byte);
+    meant_ = target;
     platform::HideTip();
     Describe();
     if (isNew) emit Edited();

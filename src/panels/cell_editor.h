@@ -51,7 +51,8 @@ private:
     platform::Grid& grid_;
     MemoryModel& model_;
     QPersistentModelIndex cell_;
-    QString heldText_ = "00";  // since the latest edit, or since it took its byte
+    QPersistentModelIndex meant_;  // whose byte the text is: beside the last row, one there once it has been typed
+    QString heldText_ = "00";      // since the latest edit, or since it took its byte
     int keyHeldFromGrid_ = 0;
 };
 

@@ -135,7 +135,9 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     for (const QWidget* tip : QApplication::topLevelWidgets())
         EXPECT_TRUE(!tip->inherits("QTipLabel") ||
                     !tip->geometry().intersects(row.adjusted(0, 0, 0, 3 * row.height())));
-    Type("34");
+    Type("3");
+    panel.RefreshRAMDisplay();
+    Type("4");
     EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })) << "it would show the old byte";
     EXPECT_EQ(machine.Memory[0x80FF], 0x34);
     EXPECT_EQ(machine.Memory[0x80FE], 0x12);
