@@ -81,12 +81,13 @@ bool Claim::ReadTStates() {
     isOfTStates_ = true;
     const std::string_view before = Trim(text.substr(0, word.Start));
     const std::string_view after = Trim(text.substr(word.Start + word.Length));
-    const bool isBound = before.empty() && after.starts_with("<=");
-    const auto count = m8085::ReadDecimal(isBound ? Trim(after.substr(2)) : before);
-    if (!count || (!isBound && !after.empty()))
-        Refuse(text, "T-states are decimal, and written 119 T-states or T-states <= 200");
-    least_ = isBound ? 0 : *count;
-    most_ = *count;
+    const bool isMost = before.empty() && after.starts_with("<=");
+    const bool isLeast = before.empty() && after.starts_with(">=");
+    const auto count = m8085::ReadDecimal(isMost || isLeast ? Trim(after.substr(2)) : before);
+    if (!count || (!isMost && !isLeast && !after.empty()))
+        Refuse(text, "T-states are decimal, and written 119 T-states, T-states <= 200 or T-states >= 100");
+    if (!isMost) least_ = *count;
+    if (!isLeast) most_ = *count;
     return true;
 }
 

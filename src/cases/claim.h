@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,9 +11,9 @@
 
 namespace cases {
 
-// What is said of the machine: "A=05", "9000=05,06", "port 10-1F=00", "119 T-states", "T-states <= 200". Values are
-// hexadecimal, T-states decimal. Of memory and ports the values are for the ones that follow each other; for a range
-// there is one for each, or one for all.
+// What is said of the machine: "A=05", "9000=05,06", "port 10-1F=00", "119 T-states", "T-states <= 200",
+// "T-states >= 100". Values are hexadecimal, T-states decimal. Of memory and ports the values are for the ones that
+// follow each other; for a range there is one for each, or one for all.
 class Claim {
 public:
     // Throws Misread for a text that is not one.
@@ -39,7 +41,7 @@ private:
     std::string text_;
     bool isOfTStates_ = false;
     std::uint64_t least_ = 0;  // T-states
-    std::uint64_t most_ = 0;
+    std::uint64_t most_ = std::numeric_limits<std::uint64_t>::max();
     Place where_;
     std::vector<int> values_;
 };

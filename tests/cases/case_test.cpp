@@ -58,13 +58,16 @@ TEST(Cases, WhatDoesNotHoldIsFoundWithItsLine) {
     machine->Memory[0x9001] = 0x2A;
     const cases::Cases read = cases::ReadCases(
         "; given A=05, hl=9000\n; gives A=05, 9000=00,2B, T-states <= 108\n"
-        "; gives 107 T-states, 9000-9001=2A, T-states <= 107, 108 t-states");
+        "; gives 107 T-states, 9000-9001=2A, T-states <= 107, 108 t-states\n"
+        "; gives T-states >= 108, tstates>=109");
     for (const auto& [line, claim] : read.All.at(0).Given) claim.Store(*machine);
     std::string found;
     for (const cases::Failure& failure : cases::Judge(read.All[0], *machine))
         found +=
             std::to_string(failure.Expected.Line) + ' ' + failure.Expected.What.Text() + ": " + failure.Found + '\n';
-    EXPECT_EQ(found, "2 9000=00,2B: 00,2A\n3 107 T-states: 108\n3 9000-9001=2A: 00,2A\n3 T-states <= 107: 108\n");
+    EXPECT_EQ(found,
+              "2 9000=00,2B: 00,2A\n3 107 T-states: 108\n3 9000-9001=2A: 00,2A\n3 T-states <= 107: 108\n4 "
+              "tstates>=109: 108\n");
     EXPECT_EQ(machine->H, 0x90);
 }
 
