@@ -34,28 +34,8 @@ constexpr int flags = 129;
 constexpr int flagPitch = 21;
 constexpr int rightEdge = flags + 8 * flagPitch - 1;
 
-constexpr int RowTop(int row) {
-    return firstRow + row * rowPitch;
-}
-
-constexpr QRect LeftBox(int row) {
-    return {leftBox, RowTop(row), boxWidth, rowHeight};
-}
-
-constexpr QRect RightBox(int row) {
-    return {rightBox, RowTop(row), boxWidth, rowHeight};
-}
-
-constexpr QRect WideBox(int row) {
-    return {leftBox, RowTop(row), rightBox + boxWidth - leftBox, rowHeight};
-}
-
-constexpr QRect LeftLabel(int row) {
-    return {leftLabel, RowTop(row), leftLabelWidth, rowHeight};
-}
-
-constexpr QRect RightLabel(int row) {
-    return {rightLabel, RowTop(row), leftLabelWidth, rowHeight};
+constexpr QRect InRow(int row, int left, int width) {
+    return {left, firstRow + row * rowPitch, width, rowHeight};
 }
 
 // A control that already shows the text keeps its caret, and is not painted again. Returns whether the text is new.
@@ -100,31 +80,35 @@ RegisterPanel::RegisterPanel(m8085::MachineState& machine, QWidget& txtCode, QWi
     AddTStates();
 }
 
-// Controls are made in the order in which the Tab key runs through them.
+// Controls are made in the order in which the Tab key runs through them. The labels stand outside of their boxes.
 void RegisterPanel::AddRegisters() {
-    const auto addRegister = [this](const QString& letter, const QRect& place, std::uint8_t Registers::*member,
-                                    const QString& use = {}) {
-        platform::TextBox* box = AddBox("txt" + letter, "Register " + letter, place);
+    constexpr int wide = rightBox + boxWidth - leftBox;
+    const auto addBox = [this](const QString& label, const QString& name, int row, int left, int width = boxWidth) {
+        if (left == leftBox)
+            AddLabel(label, InRow(row, leftLabel, leftLabelWidth), Qt::AlignRight);
+        else
+            AddLabel(label, InRow(row, rightLabel, leftLabelWidth), Qt::AlignLeft);
+        return AddBox("txt" + label, name, InRow(row, left, width));
+    };
+    const auto addRegister = [&](const QString& letter, std::uint8_t Registers::*member, int row, int left,
+                                 const QString& use) {
+        platform::TextBox* box = addBox(letter, "Register " + letter, row, left);
         box->SetKeyFilter(ValidateInput);
         const RegisterBox registerBox{box, member, box->accessibleName() + use};
         connect(box, &platform::TextBox::LostFocus, this, [this, registerBox] { RegisterLostFocus(registerBox); });
         registerBoxes_.push_back(registerBox);
     };
-    addRegister("A", LeftBox(0), &Registers::A, ", the accumulator");
-    txtF_ = AddReadOnlyBox("txtF", "Flag byte F", RightBox(0));
-    addRegister("B", LeftBox(1), &Registers::B, ", the high byte of BC");
-    addRegister("C", RightBox(1), &Registers::C, ", the low byte of BC");
-    addRegister("D", LeftBox(2), &Registers::D, ", the high byte of DE");
-    addRegister("E", RightBox(2), &Registers::E, ", the low byte of DE");
-    addRegister("H", LeftBox(3), &Registers::H, ", the high byte of HL, the address of M");
-    addRegister("L", RightBox(3), &Registers::L, ", the low byte of HL, the address of M");
-    txtPC_ = AddReadOnlyBox("txtPC", "Program counter PC", WideBox(4));
-    txtSP_ = AddReadOnlyBox("txtSP", "Stack pointer SP", WideBox(5));
-
-    const char* const leftLabels[] = {"A", "B", "D", "H", "PC", "SP"};
-    const char* const rightLabels[] = {"F", "C", "E", "L"};
-    for (int row = 0; const char* label : leftLabels) AddLabel(label, LeftLabel(row++), Qt::AlignRight);
-    for (int row = 0; const char* label : rightLabels) AddLabel(label, RightLabel(row++), Qt::AlignLeft);
+    addRegister("A", &Registers::A, 0, leftBox, ", the accumulator");
+    txtF_ = addBox("F", "Flag byte F", 0, rightBox);
+    addRegister("B", &Registers::B, 1, leftBox, ", the high byte of BC");
+    addRegister("C", &Registers::C, 1, rightBox, ", the low byte of BC");
+    addRegister("D", &Registers::D, 2, leftBox, ", the high byte of DE");
+    addRegister("E", &Registers::E, 2, rightBox, ", the low byte of DE");
+    addRegister("H", &Registers::H, 3, leftBox, ", the high byte of HL, the address of M");
+    addRegister("L", &Registers::L, 3, rightBox, ", the low byte of HL, the address of M");
+    txtPC_ = addBox("PC", "Program counter PC", 4, leftBox, wide);
+    txtSP_ = addBox("SP", "Stack pointer SP", 5, leftBox, wide);
+    for (platform::TextBox* box : {txtF_, txtPC_, txtSP_}) box->setReadOnly(true);
 }
 
 void RegisterPanel::AddFlags() {
@@ -150,27 +134,28 @@ void RegisterPanel::AddFlags() {
          "1 when a sum was too large, a difference below 0, or a rotation moved a 1 into it", &Registers::CY},
     };
     for (int left = flags; const Bit& bit : bits) {
-        QLabel* label = AddLabel(bit.Label, {left, RowTop(0), flagPitch - 1, rowHeight}, Qt::AlignHCenter);
+        QLabel* label = AddLabel(bit.Label, InRow(0, left, flagPitch - 1), Qt::AlignHCenter);
         if (*bit.Label == ' ') label->setContentsMargins(0, 0, fontMetrics().horizontalAdvance(' '), 0);
         auto* button = new platform::Button(bit.ObjectName, bit.Flag ? "" : "0", this);
         button->setAccessibleName(bit.Name);
         button->setToolTip(QString(bit.Name) + '\n' + bit.IsSet + (bit.Flag ? "\nClick to change it" : ""));
-        button->setGeometry(left, RowTop(1), flagPitch - 1, flagPitch - 1);
+        button->setGeometry({InRow(1, left, 0).topLeft(), QSize(flagPitch - 1, flagPitch - 1)});
         connect(button, &QPushButton::clicked, this, [this, flag = bit.Flag] { ToggleFlag(flag); });
         if (bit.Flag) flagButtons_.push_back({button, bit.Flag, bit.Name});
         left += flagPitch;
     }
     auto* hint = new QLabel("Click buttons to toggle flags", this);
     hint->setFont(platform::SansSerif(8.25));
-    hint->setGeometry(flags, RowTop(1) + flagPitch + 5, rightEdge - flags, rowHeight);
+    hint->setGeometry(InRow(1, flags, rightEdge - flags).translated(0, flagPitch + 5));
     hint->setAlignment(Qt::AlignCenter);
 }
 
 void RegisterPanel::AddTStates() {
     constexpr int labelWidth = 58;
-    AddLabel("T-states:", {flags, RowTop(5), labelWidth, rowHeight}, Qt::AlignLeft);
+    AddLabel("T-states:", InRow(5, flags, labelWidth), Qt::AlignLeft);
     const int left = flags + labelWidth;
-    txtTstates_ = AddReadOnlyBox("txtTstates", "T-states", {left, RowTop(5), rightEdge - left, rowHeight});
+    txtTstates_ = AddBox("txtTstates", "T-states", InRow(5, left, rightEdge - left));
+    txtTstates_->setReadOnly(true);
     txtTstates_->setAlignment(Qt::AlignLeft);
 }
 
@@ -188,13 +173,6 @@ platform::TextBox* RegisterPanel::AddBox(const QString& name, const QString& acc
     box->setAlignment(Qt::AlignCenter);
     box->SelectAllWhenClicked();
     FixColours(*box);
-    return box;
-}
-
-platform::TextBox* RegisterPanel::AddReadOnlyBox(const QString& name, const QString& accessibleName,
-                                                 const QRect& place) {
-    platform::TextBox* box = AddBox(name, accessibleName, place);
-    box->setReadOnly(true);
     return box;
 }
 

@@ -49,7 +49,6 @@ private:
 
     QLabel* AddLabel(const QString& text, const QRect& place, Qt::Alignment alignment);
     platform::TextBox* AddBox(const QString& name, const QString& accessibleName, const QRect& place);
-    platform::TextBox* AddReadOnlyBox(const QString& name, const QString& accessibleName, const QRect& place);
 
     void ShowRegister(const RegisterBox& box);
     void RegisterLostFocus(const RegisterBox& registerBox);
