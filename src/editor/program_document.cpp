@@ -16,9 +16,13 @@ namespace {
 
 const QString untitled = QStringLiteral("Untitled");
 
+files::Content ReadBytes(const QString& path) {
+    return files::ReadFile(QFileInfo(path).filesystemFilePath(), LargestProgramFile);
+}
+
 // Nothing, without a word, for a file that cannot be read for another reason than its content.
 std::optional<ProgramFile> ReadProgramFile(const QString& path) {
-    files::Content file = files::ReadFile(QFileInfo(path).filesystemFilePath(), LargestProgramFile);
+    files::Content file = ReadBytes(path);
     if (file.IsTooLarge) return ProgramFile{{}, {}, std::move(file.Problem)};
     if (!file.Problem.empty()) return std::nullopt;
     ProgramFile program = DecodeProgramFile(file.Bytes);
@@ -61,6 +65,15 @@ void ProgramDocument::mnuOpen_Click() {
     if (const auto path = fileDialog_.ShowOpen(*txtCode_)) Open(*path);
 }
 
+void ProgramDocument::OpenNamed(const QString& name) {
+    const QString path = QFileInfo(name).absoluteFilePath();
+    const files::Content file = ReadBytes(path);
+    if (file.Problem.empty() || file.IsTooLarge)
+        Open(path);
+    else
+        ShowWhyNotOpened(path, file.Problem);
+}
+
 void ProgramDocument::OpenDropped(const QString& path) {
     if (!Read(path)) return;
     const auto answer = OfferToSave();
@@ -87,9 +100,13 @@ void ProgramDocument::BeginUnchanged() {
 std::optional<ProgramFile> ProgramDocument::Read(const QString& path) {
     auto file = ReadProgramFile(path);
     if (!file || file->Problem.empty()) return file;
-    const QString reason = QString::fromStdString(file->Problem);
-    platform::ShowMessage(*txtCode_, path + " cannot be opened. " + reason, QMessageBox::Information);
+    ShowWhyNotOpened(path, file->Problem);
     return std::nullopt;
+}
+
+void ProgramDocument::ShowWhyNotOpened(const QString& path, const std::string& reason) {
+    const QString text = path + " cannot be opened. " + QString::fromStdString(reason);
+    platform::ShowMessage(*txtCode_, text.endsWith('.') ? text : text + '.', QMessageBox::Information);
 }
 
 void ProgramDocument::ShowRefusal(const QString& reason) {

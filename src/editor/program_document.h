@@ -33,6 +33,9 @@ public:
     void mnuPaste_Click();
     void mnuSelectAll_Click();
 
+    // As Open after its dialog, without a question. Every file that cannot be opened gets a message that says why.
+    void OpenNamed(const QString& name);
+
     // If the text has changed, asks whether to save it, and saves it or not. Returns the answer; No if nothing was
     // asked.
     QMessageBox::StandardButton OfferToSave();
@@ -50,6 +53,7 @@ private:
     void OpenDropped(const QString& path);
     void Open(const QString& path);
     std::optional<ProgramFile> Read(const QString& path);
+    void ShowWhyNotOpened(const QString& path, const std::string& reason);
     void BeginUnchanged();
     void ShowRefusal(const QString& reason);
     void txtCode_Change();

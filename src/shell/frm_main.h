@@ -26,6 +26,9 @@ public:
     frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::function<void()> showAbout,
             std::function<void()> endProcess);
 
+    // Opens a program by its name, as Open does, and says of every file that cannot be opened why.
+    void Open(const QString& name) { document_.OpenNamed(name); }
+
     // Asks whether to save, stores the memory columns, and ends the process at once. Nothing cancels it.
     void mnuExit_Click();
 

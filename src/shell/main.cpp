@@ -1,12 +1,53 @@
 #include <QApplication>
 #include <QSessionManager>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
+#include "shell/start_options.h"
 #include "shell/workbench.h"
 
-int main(int argc, char** argv) {
+namespace {
+
+constexpr int exitUsage = 2;
+
+int Refuse(const std::string& problem) {
+    std::fprintf(stderr, "velmora: %s\n", problem.c_str());
+    return exitUsage;
+}
+
+int Print(const std::string& answer) {
+    const bool isPrinted = std::fputs(answer.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
+    return isPrinted ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+// The factor is for this program, and not for those that it starts.
+std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv, const std::string& scale) {
+    constexpr auto variable = "QT_SCALE_FACTOR";
+    if (scale.empty()) return std::make_unique<QApplication>(argc, argv);
+    const QByteArray before = qgetenv(variable);
+    qputenv(variable, scale.c_str());
     auto application = std::make_unique<QApplication>(argc, argv);
+    before.isNull() ? qunsetenv(variable) : qputenv(variable, before);
+    return application;
+}
+
+std::vector<std::string> WordsLeft() {
+    std::vector<std::string> words;
+    for (const QString& word : QCoreApplication::arguments().sliced(1)) words.push_back(word.toStdString());
+    return words;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const shell::StartOptions first = shell::ReadStartOptions({argv + 1, argv + argc});
+    if (!first.Problem.empty()) return Refuse(first.Problem);
+    if (!first.Answer.empty()) return Print(first.Answer);
+    auto application = MakeApplication(argc, argv, first.Scale);
+    const shell::StartOptions options = shell::ReadStartOptions(WordsLeft());
+    if (!options.Surplus.empty()) return Refuse(options.Surplus);
+
     shell::Prepare(*application);
     // The process ends from inside whatever is going on. The application goes before it: only then are its windows gone
     // and is the clipboard handed over to the desktop, which would be empty otherwise.
@@ -21,6 +62,6 @@ int main(int argc, char** argv) {
     };
     QObject::connect(application.get(), &QGuiApplication::commitDataRequest, &workbench.Window, commitSession,
                      Qt::DirectConnection);
-    workbench.Start();
+    workbench.Start(QString::fromStdString(options.File));
     return QApplication::exec();
 }

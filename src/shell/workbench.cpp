@@ -17,9 +17,10 @@ Workbench::Workbench(std::function<void()> endProcess)
     : Window(
           *Machine, *CodeMap, [this] { Splash.ShowAbout(); }, std::move(endProcess)) {}
 
-void Workbench::Start() {
+void Workbench::Start(const QString& file) {
     Window.showMaximized();
     Splash.ShowAtStart();
+    if (!file.isEmpty()) Window.Open(file);
 }
 
 }  // namespace shell

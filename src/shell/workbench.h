@@ -20,8 +20,8 @@ public:
     // endProcess is what the exit sequence ends with.
     explicit Workbench(std::function<void()> endProcess);
 
-    // Shows the main window, maximised, with the About box over it.
-    void Start();
+    // Shows the main window, maximised, with the About box over it, and opens the file that is named, if any.
+    void Start(const QString& file = {});
 
     std::unique_ptr<m8085::MachineState> Machine = std::make_unique<m8085::MachineState>();
     std::unique_ptr<m8085::CodeMap> CodeMap = std::make_unique<m8085::CodeMap>();

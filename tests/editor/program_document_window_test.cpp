@@ -163,6 +163,19 @@ TEST_F(ProgramDocumentTest, AFileNameIsUsedAsGivenAndReplacedOnlyAfterAQuestion)
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 4);
 }
 
+TEST_F(ProgramDocumentTest, AFileNamedAtTheStartOpensOrIsSaidWhyNot) {
+    Write(Path("a.asm"), "nop");
+    Write(Path("b.asm"), "{\\rtf1 nop}");
+    document.OpenNamed(QDir::current().relativeFilePath(Path("a.asm")));
+    EXPECT_EQ(title, "Velmora - [" + Path("a.asm") + "]");
+    for (const char* const name : {"missing.asm", "b.asm", ""}) {
+        const MessageAnswer message;
+        document.OpenNamed(Path(name));
+        EXPECT_TRUE(message.Text.startsWith(Path(name)) && message.Text.endsWith('.')) << message.Text.toStdString();
+    }
+    EXPECT_EQ(text.Text(), u"nop");
+}
+
 TEST_F(ProgramDocumentTest, NewAsksOnlyForAChangedTextAndCancelKeepsIt) {
     document.mnuNew_Click();
     QTest::keyClicks(&text, "hlt");
