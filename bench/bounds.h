@@ -16,6 +16,12 @@ inline void BoundItemsPerSecond(benchmark::State& state, double items, double at
     state.counters["at_least_per_s"] = atLeast;
 }
 
+// How often memory was taken must not be above this.
+inline void BoundAllocations(benchmark::State& state, double allocations, double atMost) {
+    state.counters["allocations"] = allocations;
+    state.counters["at_most_allocations"] = atMost;
+}
+
 // A size in megabytes must not be above this.
 inline void BoundMegabytes(benchmark::State& state, double megabytes, double atMost) {
     state.counters["megabytes"] = megabytes;

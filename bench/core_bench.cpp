@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "allocation_count.h"
 #include "bounds.h"
 #include "core_programs.h"
 #include "support/test_rig.h"
@@ -42,6 +43,29 @@ void RunOfAMixedProgram(benchmark::State& state) {
     RunAtFullSpeed(state, bench::MixedProgram);
 }
 BENCHMARK(RunOfAMixedProgram)->Unit(benchmark::kMillisecond);
+
+// What a run asks of the system between its slices.
+void AllocationsOfARun(benchmark::State& state) {
+    TestRig rig;
+    if (!rig.Assemble(u"loop:\r\ninr m\r\npush h\r\npop h\r\njmp loop").Succeeded)
+        return state.SkipWithError("the program does not assemble");
+    execution::RunControl* running = nullptr;
+    int slices = 0;
+    execution::RunView view = support::SilentView();
+    view.Yield = [&] {
+        if (++slices % 3 == 0) running->Stop();
+    };
+    execution::RunControl control(rig.machine, rig.codeMap, view);
+    running = &control;
+    int allocations = 0;
+    for (auto _ : state) {
+        const int before = bench::Allocations;
+        control.RunProgram();
+        allocations += bench::Allocations - before;
+    }
+    BoundAllocations(state, allocations, 0);
+}
+BENCHMARK(AllocationsOfARun)->Unit(benchmark::kMillisecond);
 
 // As long as a program can be: short lines, and as many labels and branches as the assembler takes. The labels stand
 // before their instructions, so that all of them have to be split off.

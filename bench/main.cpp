@@ -56,6 +56,8 @@ private:
             Print(run, counter("items_per_s"), counter("at_least_per_s"), "/s", true);
         else if (counter("at_most_mb") > 0)
             Print(run, counter("megabytes"), counter("at_most_mb"), "MB", false);
+        else if (run.counters.contains("allocations"))
+            Print(run, counter("allocations"), counter("at_most_allocations"), "new", false);
         else
             Print(run, 1e3 * run.real_accumulated_time / static_cast<double>(run.iterations), counter("at_most_ms"),
                   "ms", false);

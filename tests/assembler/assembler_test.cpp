@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -93,20 +92,6 @@ TEST(Assembler, EveryInstructionGetsItsOwnOpcode) {
         if (opcode == 0) expected.clear();  // a NOP is a zero
         EXPECT_EQ(Program(rig), expected) << source;
     }
-}
-
-TEST(InstructionTable, RowsAscendFrom7CAndAreGrouped) {
-    EXPECT_TRUE(InstructionTable.starts_with("7C MOV  A   H   1  \r\n"));
-    EXPECT_TRUE(InstructionTable.ends_with("7B MOV  A   E   1  \r\n"));
-    int before = 0x7B;
-    std::map<char, int> rowsOfGroup;
-    for (std::size_t start = 0; const InstructionRow& row : InstructionRows()) {
-        EXPECT_TRUE(row.Opcode > before || row.Opcode == 0x00) << before;
-        before = row.Opcode;
-        ++rowsOfGroup[InstructionTable[start + 16]];
-        start += 21;
-    }
-    EXPECT_EQ(rowsOfGroup, (std::map<char, int>{{'1', 95}, {'2', 69}, {'3', 38}, {'4', 28}, {'5', 4}}));
 }
 
 TEST(Assembler, SourceFormat) {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "support/allocation_count.h"
 #include "support/machine_support.h"
 #include "support/test_rig.h"
 
@@ -46,23 +45,6 @@ TEST(FullSpeed, PCAndSPAreKeptWhereMemoryEnds) {
     EXPECT_EQ(machine.Refused.Reason, Limit::None);
     ExecuteSlice(machine, rig.codeMap, 100);
     EXPECT_TRUE((machine.Refused == Refusal{Limit::Fetch, 0x10000, 0, 0x10000}));
-}
-
-TEST(FullSpeed, ARunAllocatesNothing) {
-    support::TestRig rig;
-    ASSERT_TRUE(rig.Assemble(u"loop:\r\ninr m\r\npush h\r\npop h\r\njmp loop").Succeeded);
-    execution::RunControl* running = nullptr;
-    int yields = 0;
-    execution::RunView view = support::SilentView();
-    view.Yield = [&] {
-        if (++yields == 3) running->Stop();
-    };
-    execution::RunControl control(rig.machine, rig.codeMap, view);
-    running = &control;
-    const int before = support::Allocations;
-    control.RunProgram();
-    EXPECT_EQ(support::Allocations, before);
-    EXPECT_EQ(yields, 3);
 }
 
 }  // namespace m8085

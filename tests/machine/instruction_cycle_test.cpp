@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <limits>
 #include <string_view>
 
-#include "machine/code_map.h"
 #include "support/machine_support.h"
 
 namespace m8085 {
@@ -168,25 +166,6 @@ TEST(InstructionCycle, AnInstructionThatOverwritesItselfKeepsItsOrderOfAccesses)
     Execute(machine, 1);
     EXPECT_EQ(machine.Memory[0x8001], 0x9F);
     EXPECT_EQ(machine.Memory[0x8002], 0x9C);
-}
-
-TEST(InstructionCycle, TStatesStayAtTheirLimit) {
-    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
-    for (const int opcode : {0x00, 0x34, 0xC9})  // NOP; INR M, which charges three times; RET
-        for (const std::int32_t room : {0, 3, 8}) {
-            MachineState machine = MachineWith({opcode});
-            machine.TStates = most - room;
-            machine.ExecuteInstruction();
-            EXPECT_EQ(machine.TStates, opcode == 0x00 && room == 8 ? most - 4 : most);
-        }
-}
-
-TEST(CodeMap, AnswersZeroOutsideMemory) {
-    CodeMap map;
-    for (const std::int32_t address : {-1, 0xFFFF, 0x10000}) {
-        map.SetLine(address, 7);
-        EXPECT_EQ(map.LineAt(address), address == 0xFFFF ? 7 : 0);
-    }
 }
 
 }  // namespace m8085

@@ -26,10 +26,4 @@ TEST(ColumnList, KeepsEachTextAsTypedUntilItIsFull) {
     EXPECT_FALSE(list.CanRemove() || list.Remove("1000"));
 }
 
-TEST(ColumnList, ADamagedCountCountsAsAbsent) {
-    const auto fallBack = [](int, const std::string& fallback) { return fallback; };
-    for (const char* damaged : {"", "abc", "-1", "52", "4.5"})
-        EXPECT_EQ(ColumnList::Restored(damaged, fallBack).Options(), "8000, 9000, 9100") << damaged;
-}
-
 }  // namespace panels

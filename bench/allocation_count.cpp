@@ -1,17 +1,17 @@
-#include "support/allocation_count.h"
+#include "allocation_count.h"
 
 #include <cstdlib>
 #include <new>
 
 void* operator new(std::size_t size) {
-    ++support::Allocations;
+    ++bench::Allocations;
     if (void* memory = std::malloc(size)) return memory;
     throw std::bad_alloc();
 }
 
 // A sort asks for its room in this form, and frees it in the other.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    ++support::Allocations;
+    ++bench::Allocations;
     return std::malloc(size);
 }
 

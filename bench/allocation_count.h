@@ -1,0 +1,8 @@
+#pragma once
+
+namespace bench {
+
+// How often the program has taken memory with `new`.
+inline int Allocations = 0;
+
+}  // namespace bench
