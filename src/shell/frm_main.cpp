@@ -74,7 +74,6 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
       codeAssistant_(document_.txtCode(), registerPanel_, memoryGrid_, client_),
       delayDesigner_(document_.txtCode()) {
     setObjectName("frmMain");
-    setWindowTitle(QCoreApplication::applicationName());
     menuBar()->setFont(platform::SansSerif(9));
     BuildCommands(*this, CommandTable(), buttons_);
     PlaceControls();

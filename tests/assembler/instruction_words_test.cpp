@@ -47,6 +47,7 @@ TEST(Disassembly, AssemblesToTheSameBytes) {
     EXPECT_EQ(text({0x21, 0x0F, 0x90}), "LXI H,900F");
     EXPECT_EQ(text({0xC2, 0x05, 0x80}), "JNZ 8005");
     EXPECT_EQ(text({0xF1, 0, 0}), "POP PSW");
+    EXPECT_EQ(text({0x31, 0xF0, 0xFF}), "LXI SP,FFF0");
     for (int opcode = 0; opcode < 256; ++opcode) {
         const auto code = static_cast<std::uint8_t>(opcode);
         const InstructionRow* row = FindInstruction(code);

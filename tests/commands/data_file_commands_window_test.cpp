@@ -1,7 +1,7 @@
 #include "commands/data_file_commands.h"
 
-#include <QFile>
-#include <QTemporaryDir>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "files/file_writer.h"
 #include "shell/main_window.h"
@@ -54,18 +54,19 @@ protected:
 };
 
 TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrSaysWhyNot) {
-    const auto load = [this] {
-        const FileAnswer file(path);
-        const MessageAnswer message;
+    QString shown;  // when the message came
+    const auto load = [&](const QString& from) {
+        const FileAnswer file(from);
+        const MessageAnswer message(QMessageBox::Ok, [&] { shown = Cell(0, 1); });
         Choose("mnuLoadData");
         return message.Text;
     };
-    EXPECT_EQ(load(), "The file " + path.toLower() + " does not exist. Please verify the path.");
+    EXPECT_EQ(load(path), "The file " + path.toLower() + " does not exist. Please verify the path.");
     PutFile("8000: 1 80000000");
-    EXPECT_EQ(load(), "There was some problem with opening the data file. It is probably not in the right format.");
+    EXPECT_EQ(load(path), "There was some problem with opening the data file. It is probably not in the right format.");
     EXPECT_EQ(Cell(0, 1), "00");
     PutFile("8000 : 3E 5 76");
-    EXPECT_EQ(load(), "");
+    EXPECT_EQ(load(path), "");
     EXPECT_EQ(Cell(1, 1), "05");
 
     // What a file stores before it fails is not undone by what was typed before.
@@ -74,9 +75,15 @@ TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrSaysWhyNot) {
     QTest::keyClicks(&Find<QLineEdit>("txtEdit"), "7");
     EXPECT_EQ(machine->Memory[0x8000], 0x07);
     PutFile("8000 : 22 80000000");
-    EXPECT_NE(load(), "");
+    EXPECT_NE(load(path), "");
+    EXPECT_EQ(shown, "22");
     grid.setCurrentIndex(Cells().index(1, 1));
     EXPECT_EQ(machine->Memory[0x8000], 0x22);
+
+    ASSERT_EQ(::mkfifo(directory.filePath("pipe").toUtf8(), 0600), 0);
+    ::alarm(20);  // ends the test where it waits for somebody to write
+    EXPECT_TRUE(load(directory.filePath("pipe")).startsWith("There was some problem with opening the data file."));
+    ::alarm(0);
 }
 
 TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) {
@@ -100,7 +107,8 @@ TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) 
 
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readLine().left(23), "; Data file created on ");
+    const QString created = QString(file.readLine()).section("; Data file created on ", 1);
+    EXPECT_TRUE(QLocale::system().toDate(created.section(" at ", 0, 0), QLocale::ShortFormat).isValid());
     EXPECT_EQ(file.readAll(), "\r\n8000 : A5 0 \r\nFFFF : A5 \r\n9000 : \r\n");
     Choose("mnuSaveData");
     EXPECT_EQ(Entries(), "");

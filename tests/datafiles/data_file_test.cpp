@@ -54,6 +54,11 @@ TEST(DataFile, WhatIsWrittenReadsBackAtTheSameAddresses) {
     }
 }
 
+TEST(DataFile, TheFirstLineSaysTheDateAndThenTheTime) {
+    EXPECT_EQ(ComposeDataFile({}, {}, "24.11.\r\n2026", "17:24"),
+              "; Data file created on 24.11.  2026 at 17:24\r\n\r\n");
+}
+
 TEST(DataFile, AnAddressIsHexadecimalDigitsAndNothingElse) {
     EXPECT_EQ(ReadAddress(u"0000000000080fF"), 0x80FF);
     for (const char16_t* text : {u"", u"10000", u"100000000", u" 8000", u"8000H", u"-1", u"\uFF18"})

@@ -1,17 +1,10 @@
 #include "editor/program_document.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QClipboard>
-#include <QDropEvent>
-#include <QMimeData>
-#include <QTemporaryDir>
-#include <QTest>
 #include <functional>
 #include <memory>
 
 #include "platform/modal.h"
+#include "support/window_test.h"
 
 namespace editor {
 

@@ -25,7 +25,10 @@ TEST(ProgramFile, EveryByteOfAWindows1252FileComesBack) {
         if (byte != 0x7F) bytes += static_cast<char>(byte);
     const ProgramFile file = DecodeProgramFile(bytes);
     EXPECT_EQ(file.ReadAs, Encoding::Windows1252);
-    EXPECT_EQ(file.Text.size(), bytes.size());
+    EXPECT_EQ(
+        file.Text.substr(0x80 - 0x20, 0x21),
+        u"\u20AC\u0081\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152\u008D\u017D\u008F"
+        u"\u0090\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A\u0153\u009D\u017E\u0178\u00A0");
     EXPECT_EQ(EncodeProgramFile(file.Text, file.ReadAs).Bytes, bytes);
 }
 

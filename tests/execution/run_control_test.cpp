@@ -31,13 +31,18 @@ protected:
 
     RunView View() {
         RunView view = support::SilentView();
+        view.DisplayRegs = [this] { shownPC = machine.PC; };
         view.SelectLine = [this](int newLine) { line = newLine; };
         view.ClearSelection = [this] { line = 0; };
         view.Yield = [this] {
             ++yields;
             if (onYield) onYield();
         };
-        view.ShowEndMessage = view.ShowRefusal = [this](const std::string& text) { told += text; };
+        view.ShowEndMessage = view.ShowRefusal = [this](const std::string& text) {
+            told += text;
+            lineWhenTold = line;
+            EXPECT_EQ(shownPC, machine.PC) << "what is told is already seen";
+        };
         view.MarkChanges = [this](const m8085::Changes& changes) { marked = changes; };
         view.MarkNextAddress = [this](std::optional<std::int32_t> address) { next = address; };
         return view;
@@ -47,6 +52,8 @@ protected:
     m8085::MachineState& machine = rig.machine;
     std::string told;
     int line = 0;  // selected
+    int lineWhenTold = 0;
+    std::int32_t shownPC = 0;
     int yields = 0;
     m8085::Changes marked;
     std::optional<std::int32_t> next;
@@ -178,7 +185,7 @@ TEST_F(RunControlTest, ARefusalIsShownAndTheNextCommandTriesAgain) {
         "lower end of memory. Nothing has been changed.";
     Load(u"LXI SP,1\r\nPUSH B");
     EXPECT_EQ(Run(), refusal);
-    EXPECT_EQ(line, 2);
+    EXPECT_EQ(lineWhenTold, 2);
     machine.SP = 2;
     EXPECT_EQ(Run(), EndOf("7.15", "22"));
 

@@ -64,6 +64,20 @@ void WithRoomFor(rlim_t bytes, Work work) {
     setrlimit(RLIMIT_FSIZE, &before);
 }
 
+// Whether it holds for a user who may not do everything: root plays another.
+template <class Work>
+bool HoldsForAnother(Work work) {
+    if (::geteuid() != 0) return work();
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const bool isOther = ::setegid(23456) == 0 && ::seteuid(12345) == 0;
+        ::_exit(isOther && work() ? 0 : 1);
+    }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    return status == 0;
+}
+
 }  // namespace
 
 TEST_F(FilesTest, ANewFileTakesThePlaceOfTheOldAndKeepsItsModeAndOwner) {
@@ -104,6 +118,9 @@ TEST_F(FilesTest, LinksAreFollowedAndOtherNamesKept) {
 
 TEST_F(FilesTest, WhatMightHoldUpItsReaderIsNeitherAFileNorNothing) {
     EXPECT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+    ::alarm(20);  // ends the test where it waits for somebody to write
+    EXPECT_EQ(ReadFile(folder / "pipe").Problem, "It is not an ordinary file.");
+    ::alarm(0);
     for (const auto& [name, expected] : {std::pair{"program.asm", true}, {"none", true}, {"pipe", false}, {".", false}})
         EXPECT_EQ(IsFileOrNothing(folder / name), expected) << name;
 }
@@ -120,20 +137,23 @@ TEST_F(FilesTest, WithoutRoomTheOldFileStaysWhole) {
     ExpectFiles(2);
 }
 
+TEST_F(FilesTest, AProtectedFileOfOnesOwnIsNotReplaced) {
+    ::chmod(file.c_str(), 0444);
+    const bool isGiven =
+        ::geteuid() != 0 || (::chown(file.c_str(), 12345, 23456) == 0 && ::chown(folder.c_str(), 12345, 23456) == 0);
+    ASSERT_TRUE(isGiven);
+    EXPECT_TRUE(HoldsForAnother([&] { return WriteFile(file, "text") == Reason(EACCES); }));
+    EXPECT_EQ(ReadFile(file).Bytes, "the old text");
+    ExpectFiles(1);
+}
+
 // Whoever is not root cannot replace another's file in a sticky folder, nor make one in a folder that is closed.
 TEST_F(FilesTest, WhereNoNewFileCanTakeItsPlaceTheOldIsWrittenOver) {
     if (::geteuid() != 0) GTEST_SKIP() << "only root can play another user";
     ::chmod(file.c_str(), 0666);
     for (const mode_t mode : {01777, 0755}) {
         ::chmod(folder.c_str(), mode);
-        const pid_t child = ::fork();
-        if (child == 0) {
-            const bool isOther = ::setegid(23456) == 0 && ::seteuid(12345) == 0;
-            ::_exit(isOther && WriteFile(file, "by another") == std::nullopt ? 0 : 1);
-        }
-        int status = -1;
-        ::waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0) << mode;
+        EXPECT_TRUE(HoldsForAnother([&] { return WriteFile(file, "by another") == std::nullopt; })) << mode;
         EXPECT_EQ(ReadFile(file).Bytes, "by another");
         EXPECT_EQ(Status(file).st_uid, 0U);
         std::ofstream(file) << "the old text";

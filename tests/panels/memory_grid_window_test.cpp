@@ -1,15 +1,10 @@
 #include "panels/memory_grid.h"
 
-#include <gtest/gtest.h>
-
-#include <QHelpEvent>
-#include <QScrollBar>
-#include <QTest>
-#include <QToolTip>
 #include <algorithm>
 
 #include "platform/modal.h"
 #include "platform/palette.h"
+#include "support/window_test.h"
 
 namespace panels {
 
@@ -115,6 +110,11 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     Key(Qt::Key_Backtab);
     Key(Qt::Key_Backtab);
     EXPECT_TRUE(IsEditorOver(5, 7));
+    Click(0, 3);
+    Key(Qt::Key_Backtab);
+    EXPECT_TRUE(IsEditorOver(0, 1));
+    Key(Qt::Key_Backtab);
+    EXPECT_TRUE(grid.hasFocus());
     grid.scrollToBottom();
     Click(254, 1);
     Type("12");
@@ -225,6 +225,9 @@ TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
     EXPECT_TRUE(isMarked(3, 7) && isMarked(5, 9));
     EXPECT_EQ(heard(3, 1) + '|' + heard(4, 0) + '|' + heard(5, 9),
               "Address 8003, byte 00, changed|Address 8004, next instruction|Port 05, byte 00, changed");
+    const auto before = repaints.size();
+    panel.MarkNextAddress(0x8005);
+    EXPECT_EQ(repaints.size(), before + 4) << "two that were marked, and two that are";
     panel.MarkChanges({});
     panel.MarkNextAddress({});
     EXPECT_FALSE(isMarked(3, 7) || isMarked(5, 9) || isMarked(4, 6));
@@ -234,6 +237,20 @@ TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
     EXPECT_EQ(Cell(4, 1).data(Qt::ToolTipRole).toString().split('\n').last(), "Instruction MVI A,00");
     EXPECT_FALSE(Cell(5, 1).data(Qt::ToolTipRole).toString().contains("Instruction"));
     EXPECT_EQ(Cell(4, 9).data(Qt::ToolTipRole).toString(), "Port 04, decimal 4\nByte 00, binary 0000 0000, decimal 0");
+}
+
+TEST_F(MemoryGridTest, EachHeaderAndItsTipSayWhatStandsBelow) {
+    QStringList said;
+    for (const int column : {0, 1, 2, 6, 7}) {
+        const auto header = [&](int role) { return grid.model()->headerData(column, Qt::Horizontal, role).toString(); };
+        said += header(Qt::DisplayRole) + ' ' + CellText(0, column) + ": " + header(Qt::ToolTipRole);
+    }
+    EXPECT_EQ(said.join('\n'),
+              "Address 8000: 256 addresses of memory, from 8000 on\n"
+              "Data 00: The byte at each address\nClick a byte and type over it\n"
+              "Address 9000: 256 addresses of memory, from 9000 on\n"
+              "IO Port 00: The numbers of all 256 ports\n"
+              "Data 00: The byte in each port, which IN reads and OUT writes\nClick a byte and type over it");
 }
 
 TEST_F(MemoryGridTest, TheEditorScrollsBeforeTheEdgeAndWithTheWheel) {

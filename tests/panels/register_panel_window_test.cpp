@@ -1,16 +1,9 @@
 #include "panels/register_panel.h"
 
-#include <gtest/gtest.h>
-
-#include <QAccessible>
-#include <QApplication>
-#include <QDropEvent>
-#include <QMimeData>
-#include <QPlainTextEdit>
-#include <QTest>
 #include <vector>
 
 #include "platform/palette.h"
+#include "support/window_test.h"
 
 namespace panels {
 
@@ -27,6 +20,15 @@ protected:
 
     QLineEdit& Box(const char* name) { return *window.findChild<QLineEdit*>(name); }
     QString Text(const char* name) { return Box(name).text(); }
+    // What stands beside a box or over a flag.
+    QString LabelAt(const QWidget& control) const {
+        const QMargins reach = control.inherits("QLineEdit") ? QMargins(5, 0, 5, 0) : QMargins(0, 0, 0, 2);
+        QStringList labels;
+        for (const auto* label : panel.findChildren<QLabel*>())
+            if (label->geometry().marginsAdded(reach).intersects(control.geometry())) labels += label->text().trimmed();
+        return labels.join(' ');
+    }
+
     // The click that brings the focus selects all, wherever it falls and though the mouse moves a little.
     void TypeOver(const char* box, const QString& keys) {
         QTest::mousePress(&Box(box), Qt::LeftButton, {}, {3, 5});
@@ -43,6 +45,45 @@ protected:
     platform::Button cmdRun{"cmdRun", "&Run", &window};
 };
 
+TEST_F(RegisterPanelTest, EachControlStandsInItsPlaceWithItsLabelItsNameAndItsTip) {
+    struct Row {
+        QString Control, Label, Name, Tip;
+    };
+    const Row rows[] = {
+        {"txtA", "A", "Register A", "Register A, the accumulator\n"},
+        {"txtF", "F", "Flag byte F", "Flag byte F, read only: S Z 0 AC 0 P 0 CY\n"},
+        {"txtB", "B", "Register B", "Register B, the high byte of BC\n"},
+        {"txtC", "C", "Register C", "Register C, the low byte of BC\n"},
+        {"txtSf", "S", "Sign flag S, bit 7 of F: 0", "\n1 when bit 7 of the result is 1\n"},
+        {"txtZf", "Z", "Zero flag Z, bit 6 of F: 0", "\n1 when the result is 0\n"},
+        {"txtUndef1", "-", "Undefined bit 5 of F", "\nIt has no meaning and is always 0"},
+        {"txtACf", "AC", "Auxiliary carry flag AC, bit 4 of F: 0",
+         "\n1 when the low digits of an addition came to ten"},
+        {"txtUndef2", "-", "Undefined bit 3 of F", "\nIt has no meaning and is always 0"},
+        {"txtPf", "P", "Parity flag P, bit 2 of F: 0", "\n1 when the result has an even number of bits that are 1\n"},
+        {"txtUndef3", "-", "Undefined bit 1 of F", "\nIt has no meaning and is always 0"},
+        {"txtCyf", "CY", "Carry flag CY, bit 0 of F: 0", "\n1 when a sum was too large, a difference below 0, or a"},
+        {"txtD", "D", "Register D", "Register D, the high byte of DE\n"},
+        {"txtE", "E", "Register E", "Register E, the low byte of DE\n"},
+        {"txtH", "H", "Register H", "Register H, the high byte of HL, the address of M\n"},
+        {"txtL", "L", "Register L", "Register L, the low byte of HL, the address of M\n"},
+        {"txtPC", "PC", "Program counter PC", "Program counter PC, read only: the address of the next instruction\n"},
+        {"txtSP", "SP", "Stack pointer SP", "Stack pointer SP, read only: the address of the byte on top of the stack"},
+        {"txtTstates", "T-states:", "T-states", "T-states since the latest Reset or Assemble, read only\n"},
+    };
+    QList<QWidget*> controls = panel.findChildren<QWidget*>();
+    controls.removeIf([](const auto* control) { return control->focusPolicy() == Qt::NoFocus; });
+    std::ranges::sort(controls, {}, [](const auto* control) { return std::pair(control->y(), control->x()); });
+    ASSERT_EQ(controls.size(), std::ssize(rows));
+    for (qsizetype i = 0; const auto& [name, label, accessibleName, tip] : rows) {
+        const QWidget& control = *controls[i++];
+        EXPECT_EQ(control.objectName(), name);
+        EXPECT_EQ(LabelAt(control), label) << qPrintable(name);
+        EXPECT_EQ(control.accessibleName(), accessibleName) << qPrintable(name);
+        EXPECT_TRUE(control.toolTip().contains(tip)) << qPrintable(control.toolTip());
+    }
+}
+
 TEST_F(RegisterPanelTest, BoxesAndFlagButtonsChangeTheMachineThatIsShown) {
     machine.Z = machine.CY = true;
     machine.SP = machine.C = 10;
@@ -54,8 +95,11 @@ TEST_F(RegisterPanelTest, BoxesAndFlagButtonsChangeTheMachineThatIsShown) {
     TypeOver("txtC", "\b");  // an empty box is zero
     for (int digit = 1; const char* box : {"txtA", "txtB", "txtD", "txtE", "txtH", "txtL"})
         TypeOver(box, QString::number(digit++));
-    for (const char* name : {"txtCyf", "txtSf", "txtACf", "txtPf", "txtZf", "txtUndef2"})
+    for (const char* name : {"txtCyf", "txtSf", "txtACf", "txtPf", "txtZf", "txtUndef2"}) {
+        Box("txtA").setFocus();
         QTest::mouseClick(window.findChild<QPushButton*>(name), Qt::LeftButton);
+        EXPECT_TRUE(txtCode.hasFocus()) << name;
+    }
     const std::vector<int> registers{machine.C, machine.A, machine.B, machine.D, machine.E, machine.H, machine.L};
     EXPECT_EQ(registers, (std::vector{0, 1, 2, 3, 4, 5, 6}));
     EXPECT_EQ(Text("txtF"), "94");
@@ -104,14 +148,15 @@ TEST_F(RegisterPanelTest, WhatHasChangedIsColouredAndHeard) {
     };
     machine.A = machine.Memory[0x9000] = 0x80;
     machine.S = true;
+    machine.PC = 0x8001;
     panel.MarkChanges(m8085::Between({}, machine));
     panel.DisplayRegs();
     QStringList coloured;
     for (const QWidget* control : panel.findChildren<QWidget*>())
         for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText})
             if (control->palette().color(role) == platform::ChangedText) coloured += control->objectName();
-    EXPECT_EQ(coloured.join(' '), "txtA txtF txtSf");
-    EXPECT_EQ(heard("txtTstates", QAccessible::Description), "Changed: A 80, flag S 1, memory 9000 80");
+    EXPECT_EQ(coloured.join(' '), "txtA txtF txtPC txtSf");
+    EXPECT_EQ(heard("txtTstates", QAccessible::Description), "Changed: A 80, flag S 1, PC 8001, memory 9000 80");
     EXPECT_EQ(heard("txtSf", QAccessible::Name), "Sign flag S, bit 7 of F: 1");
     EXPECT_EQ(heard("txtA", QAccessible::Description),
               "Register A, the accumulator\nBinary 1000 0000, decimal 128, signed -128");

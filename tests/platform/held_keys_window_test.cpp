@@ -1,10 +1,6 @@
 #include "platform/held_keys.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QLineEdit>
-#include <QTest>
+#include "support/window_test.h"
 
 namespace platform {
 

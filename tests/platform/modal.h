@@ -1,13 +1,8 @@
 #pragma once
 
-#include <QApplication>
-#include <QFileDialog>
-#include <QInputDialog>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTimer>
 #include <functional>
+
+#include "support/window_test.h"
 
 // Answers the next modal box of its kind, whatever opens it, as soon as it is there. The box must come up for
 // `Answered` to be true. Answers to boxes of different kinds may wait at once.
@@ -34,10 +29,12 @@ private:
 
 using ModalAnswer = BoxAnswer<QWidget>;
 
-// Presses a button of a message box and keeps what the box said.
+// Presses a button of a message box and keeps what the box said. Before that it looks at what stands under the box.
 struct MessageAnswer : BoxAnswer<QMessageBox> {
-    explicit MessageAnswer(QMessageBox::StandardButton button = QMessageBox::Ok)
-        : BoxAnswer([this, button](QMessageBox& box) {
+    explicit MessageAnswer(
+        QMessageBox::StandardButton button = QMessageBox::Ok, const std::function<void()>& look = [] {})
+        : BoxAnswer([this, button, look](QMessageBox& box) {
+              look();
               Text = box.text();
               Caption = box.windowTitle();
               box.button(button)->click();

@@ -1,12 +1,6 @@
 #include "platform/program_text.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QClipboard>
-#include <QDrag>
-#include <QSignalSpy>
-#include <QTest>
+#include "support/window_test.h"
 
 namespace platform {
 

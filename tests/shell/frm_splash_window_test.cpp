@@ -1,9 +1,6 @@
 #include "shell/frm_splash.h"
 
-#include <gtest/gtest.h>
-
-#include <QLabel>
-#include <QTest>
+#include "support/window_test.h"
 
 namespace shell {
 
@@ -42,6 +39,8 @@ TEST(FrmSplash, CharactersAndMostClicksHideIt) {
     splash.ShowAbout();
     QTest::keyClick(&splash, Qt::Key_Space);
     EXPECT_FALSE(splash.isVisible());
+    splash.ShowAbout();
+    EXPECT_FALSE(splash.close() || splash.isVisible());
 }
 
 }  // namespace shell

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QTest>
 #include <functional>
 #include <memory>
 
@@ -10,6 +7,7 @@
 #include "platform/modal.h"
 #include "platform/program_text.h"
 #include "shell/workbench.h"
+#include "support/window_test.h"
 
 namespace shell {
 
@@ -52,6 +50,23 @@ protected:
     QString Cell(int row, int column) { return Cells().index(row, column).data().toString(); }
     QString Register(const QString& name) { return Find<QLineEdit>("txt" + name).text(); }
     void Click(const QString& name) { QTest::mouseClick(&Button(name), Qt::LeftButton); }
+
+    // What is shown in all windows: of each control what it says, whether it can be used, and where keys go.
+    static QStringList Seen() {
+        QCoreApplication::processEvents();
+        QStringList seen{QApplication::activeWindow() == nullptr ? "" : QApplication::activeWindow()->windowTitle()};
+        for (const QWidget* control : QApplication::allWidgets()) {
+            if (!control->isVisible() || control->objectName().isEmpty()) continue;
+            QStringList facts{control->objectName(), control->accessibleName()};
+            for (const char* said : {"text", "title", "plainText", "count"})
+                facts += control->property(said).toString();
+            if (!control->isEnabled()) facts += "disabled";
+            if (control->window()->focusWidget() == control) facts += "focused";
+            seen += facts.join('|');
+        }
+        seen.sort();
+        return seen;
+    }
 
     // What the enabled buttons show.
     execution::CommandState State() {
