@@ -143,8 +143,7 @@ public:
         }
         if (!options_.Json && (options_.Cases || marks.size() > 1)) out_ << Summary(marks, options_.Cases.has_value());
         ExpectPrinted(out_.flush());
-        if (options_.JUnit)
-            ExpectWritten(*options_.JUnit, files::WriteFile(files::PathOf(*options_.JUnit), JUnitReport(marks)));
+        if (options_.JUnit) WriteJUnit(JUnitReport(marks));
         return std::ranges::max(marks, {}, &ProgramMark::Code).Code;
     }
 
@@ -152,28 +151,38 @@ private:
     void ReadSharedCases(const std::string& path) {
         const files::Content file = inputs_.Read(path, editor::LargestProgramFile);
         const editor::ProgramFile decoded = editor::DecodeProgramFile(file.Bytes);
-        sharedCases_ = ReadCaseFile(path, Utf8(decoded.Text));
+        sharedCases_ = ReadCases(path, Utf8(decoded.Text));
         for (const std::string& problem : {file.Problem, decoded.Problem, sharedCases_.Problem})
             if (!problem.empty()) throw UsageError("\"" + path + "\": " + problem);
     }
 
-    static CaseFile OwnCases(const std::string& program, const Simulation& simulation) {
+    CaseFile OwnCases(const std::string& program, const Simulation& simulation) const {
         std::string source;
         for (const std::string& line : simulation.SourceLines) source += line + '\n';
-        return ReadCaseFile(program, source);
+        return ReadCases(program, source);
+    }
+
+    CaseFile ReadCases(const std::string& path, std::string_view text) const {
+        CaseFile file = ReadCaseFile(path, text);
+        for (const ReadyCase& each : file.All)
+            for (const std::string& dataFile : each.What.DataFiles)
+                if (options_.JUnit) KeepFromInput(*options_.JUnit, dataFile);
+        return file;
     }
 
     ProgramMark MarkProgram(const std::string& program) const {
         constexpr std::uint64_t usualLimit = 10'000'000;
-        const DeferredSignals deferred;
         const std::unique_ptr<Simulation> simulation = inputs_.Assemble(program);
         const CaseFile own = options_.Test ? OwnCases(program, *simulation) : CaseFile();
         RunSettings settings;
         settings.Limit = options_.Limit.value_or(usualLimit);
         settings.Feeds = options_.Feeds;
-        ProgramMark mark = Mark(*simulation, options_.Test ? own : sharedCases_, inputs_, settings);
-        DeferredSignals::Check();
-        return mark;
+        return Mark(*simulation, options_.Test ? own : sharedCases_, inputs_, settings);
+    }
+
+    void WriteJUnit(const std::string& report) const {
+        const DeferredSignals deferred;
+        ExpectWritten(*options_.JUnit, files::WriteFile(files::PathOf(*options_.JUnit), report));
     }
 
     const Options& options_;

@@ -22,11 +22,9 @@ std::string Join(const std::vector<std::string>& texts) {
     return all;
 }
 
-std::vector<DataFile> ReadDataFiles(const std::string& path, const cases::Case& which) {
+std::vector<DataFile> ReadDataFiles(const std::vector<std::string>& paths) {
     std::vector<DataFile> dataFiles;
-    const std::filesystem::path folder = files::PathOf(path).parent_path();
-    for (const std::string& name : which.DataFiles)
-        dataFiles.emplace_back(name, files::ReadFile(folder / files::PathOf(name)));
+    for (const std::string& path : paths) dataFiles.emplace_back(path, files::ReadFileOrPipe(files::PathOf(path)));
     return dataFiles;
 }
 
@@ -62,10 +60,12 @@ CaseFile ReadCaseFile(const std::string& path, std::string_view text) {
     std::vector<std::string> problems;
     for (const cases::Fault& fault : cases.Faults) problems.push_back(InLine(fault.Line, fault.Text));
     CaseFile ready;
+    const std::filesystem::path folder = files::PathOf(path).parent_path();
     for (cases::Case& which : cases.All) {
+        for (std::string& name : which.DataFiles) name = files::TextOf(folder / files::PathOf(name));
         std::vector<DataFile> dataFiles;
         try {
-            dataFiles = ReadDataFiles(path, which);
+            dataFiles = ReadDataFiles(which.DataFiles);
         } catch (const UsageError& problem) {
             problems.push_back(InLine(which.Line, problem.what()));
         }

@@ -13,7 +13,7 @@ namespace console {
 
 // A case with the contents of its data files.
 struct ReadyCase {
-    cases::Case What;
+    cases::Case What;  // its data files with their folder
     std::vector<DataFile> DataFiles;
 };
 
@@ -23,7 +23,7 @@ struct CaseFile {
     std::string Problem;  // why they cannot be run; empty where they can
 };
 
-// Reads the cases of a text in UTF-8, and their data files, which must be ordinary ones in the folder of the path.
+// Reads the cases of a text in UTF-8, and their data files, which are in the folder of the path.
 CaseFile ReadCaseFile(const std::string& path, std::string_view text);
 
 // What became of one case.
@@ -50,8 +50,7 @@ struct ProgramMark {
     bool Passed() const { return Code == Success; }
 };
 
-// Runs the program in each case on a machine of its own. Throws an Interruption where a deferred signal comes
-// meanwhile.
+// Runs the program in each case on a machine of its own.
 ProgramMark Mark(Simulation& simulation, const CaseFile& cases, const Inputs& inputs, const RunSettings& settings);
 
 }  // namespace console

@@ -16,8 +16,7 @@ namespace {
 
 // In upper case, since some file systems make no difference.
 std::string Extension(const std::string& path) {
-    const std::u8string extension = files::PathOf(path).extension().u8string();
-    return cases::UpperCase(std::string(extension.begin(), extension.end()));
+    return cases::UpperCase(files::TextOf(files::PathOf(path).extension()));
 }
 
 bool IsSameFile(const std::string& one, const std::string& other) {
@@ -26,11 +25,6 @@ bool IsSameFile(const std::string& one, const std::string& other) {
         return std::filesystem::absolute(files::PathOf(path), error).lexically_normal();
     };
     return std::filesystem::equivalent(files::PathOf(one), files::PathOf(other), error) || whole(one) == whole(other);
-}
-
-// Standard input has a name of its own where it may be a file.
-bool IsRead(const std::string& path, const std::string& input) {
-    return IsSameFile(path, input == "-" ? "/dev/stdin" : input);
 }
 
 // A mnemonic or a label. An address with a colon, as data files have it, is neither.
@@ -58,21 +52,25 @@ bool HoldsProgram(const std::string& path) {
 }
 
 // A device loses nothing.
-void KeepFromInputs(const std::string& path, const Options& options) {
+void KeepWhatIsThere(const std::string& path, const Options& options) {
     std::error_code error;
     if (std::filesystem::is_other(files::PathOf(path), error)) return;
-    const auto isRead = [&path](const std::string& input) { return IsRead(path, input); };
     const auto isNamedLike = [&path](const std::string& program) {
         return program != "-" && Extension(path) == Extension(program);
     };
-    const std::vector<std::string> inputs = options.Inputs();
-    if (std::ranges::any_of(inputs, isRead)) throw UsageError("\"" + path + "\" is read, and would be written over");
+    for (const std::string& input : options.Inputs()) KeepFromInput(path, input);
     if (std::ranges::any_of(options.Programs, isNamedLike))
         throw UsageError("\"" + path + "\" is named like a program, and would be written over");
     if (HoldsProgram(path)) throw UsageError("\"" + path + "\" holds a program, and would be written over");
 }
 
 }  // namespace
+
+// Standard input has a name of its own where it may be a file.
+void KeepFromInput(const std::string& path, const std::string& input) {
+    if (IsSameFile(path, input == "-" ? "/dev/stdin" : input))
+        throw UsageError("\"" + path + "\" is read, and would be written over");
+}
 
 void CheckOutputs(const Options& options) {
     std::vector<std::string> paths;
@@ -81,7 +79,7 @@ void CheckOutputs(const Options& options) {
     for (const MemoryFile& file : options.MemoryFiles) paths.push_back(file.Path);
     for (auto path = paths.begin(); path != paths.end(); ++path) {
         if (*path == "-") throw UsageError("\"-\" is not a file that can be written");
-        KeepFromInputs(*path, options);
+        KeepWhatIsThere(*path, options);
         if (std::any_of(paths.begin(), path, [&](const std::string& other) { return IsSameFile(*path, other); }))
             throw UsageError("\"" + *path + "\" is to be written twice");
     }

@@ -8,4 +8,8 @@ namespace console {
 // like a program or hold one, or be written twice. Throws a UsageError that names it.
 void CheckOutputs(const Options& options);
 
+// Sees that the first file, which is to be written, is not the second one, which is read. Throws a UsageError that
+// names it.
+void KeepFromInput(const std::string& path, const std::string& input);
+
 }  // namespace console

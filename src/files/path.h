@@ -11,4 +11,10 @@ inline std::filesystem::path PathOf(std::string_view text) {
     return std::u8string(text.begin(), text.end());
 }
 
+// The other way round.
+inline std::string TextOf(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
 }  // namespace files
