@@ -3,6 +3,6 @@ execute_process(
   COMMAND ${MARKDOWN} -x tables -x fenced_code -x toc -x sane_lists ${GUIDE}
   OUTPUT_VARIABLE body COMMAND_ERROR_IS_FATAL ANY)
 
-# The examples are installed beside the page.
-string(REPLACE "\"../examples" "\"examples" body "${body}")
+# The examples and the labs are installed beside the page.
+string(REGEX REPLACE "\"\\.\\./(examples|labs)" "\"\\1" body "${body}")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/user_guide.html.in ${PAGE} @ONLY)
