@@ -56,12 +56,16 @@ struct InputAnswer : BoxAnswer<QInputDialog> {
     QString Said;
 };
 
-// Types a path into a file dialog and accepts it; cancels the dialog if the path is empty.
+// Types a path into a file dialog and accepts it; cancels the dialog if the path is empty. A name that has not the
+// focus is replaced by what the dialog's list selects.
 struct FileAnswer : BoxAnswer<QFileDialog> {
     explicit FileAnswer(const QString& path)
         : BoxAnswer([path](QFileDialog& dialog) {
               if (path.isEmpty()) return dialog.reject();
-              dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path);
+              EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+              auto& name = *dialog.findChild<QLineEdit*>("fileNameEdit");
+              name.setFocus();
+              name.setText(path);
               static_cast<QDialog&>(dialog).accept();
           }) {}
 };

@@ -224,6 +224,8 @@ TEST_F(CommandsTest, ARunLetsInWhatCannotHarmIt) {
         if (row.Button.isEmpty()) continue;
         EXPECT_EQ(EffectInRun([&] { return EffectOfButton(row); }), CanStart(row, Running) ? expected : "");
     }
+    const auto pressX = [this] { QTest::keyClick(window->focusWidget(), Qt::Key_X); };
+    EXPECT_EQ(EffectInRun([&] { return EffectOf(pressX); }), "");
 }
 
 TEST_F(CommandsTest, MenusAndButtonsStandInTheirOrderWithTheirCaptionsAndKeys) {
@@ -255,6 +257,8 @@ TEST_F(CommandsTest, MenusAndButtonsStandInTheirOrderWithTheirCaptionsAndKeys) {
     EXPECT_EQ(row("client"),
               "&Assemble, &Single Step Alt+S, &Run Alt+R, S&low Run Alt+L, S&top, R&eset, Start &Code Assistant, "
               "&Delay Designer Alt+D");
+    for (int click = 0; click < 2; ++click) Click("cmdCodeAssistant");
+    EXPECT_EQ(Button("cmdCodeAssistant").shortcut(), QKeySequence()) << "also when it has changed its caption";
     EXPECT_EQ(row("frmRAM"), "Clear, Add Column, Remove Column");
 }
 
