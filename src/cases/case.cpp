@@ -53,6 +53,11 @@ bool IsProse(const Statement& statement) {
            !IsAboutTStates(statement.Rest) && !NamesFilesAlone(statement.Rest);
 }
 
+Claims ReadClaimsOf(const Statement& statement) {
+    if (statement.Rest.starts_with('[')) throw Misread("a name in brackets stands after given, once, and ends with ]");
+    return ReadClaims(statement.Rest);
+}
+
 // Builds the cases line by line.
 class Reader {
 public:
@@ -81,7 +86,7 @@ private:
         ExpectComplete();
         Begin(std::string(statement.Name), line);
         if (statement.Rest.empty()) return;
-        Claims claims = ReadClaims(statement.Rest);
+        Claims claims = ReadClaimsOf(statement);
         Case& last = result_.All.back();
         for (Claim& claim : claims.All) {
             if (claim.IsOfTStates()) throw Misread('"' + claim.Text() + "\": T-states are not given, they begin at 0");
@@ -93,7 +98,7 @@ private:
     void TakeGives(const Statement& statement, int line) {
         if (result_.All.empty()) Begin({}, line);
         hasGives_ = true;
-        Claims claims = ReadClaims(statement.Rest);
+        Claims claims = ReadClaimsOf(statement);
         if (!claims.Files.empty()) throw Misread('"' + claims.Files[0] + "\": a file can only be given");
         for (Claim& claim : claims.All) result_.All.back().Gives.push_back({line, std::move(claim)});
     }

@@ -20,7 +20,7 @@ struct Word {
 
 Word FindTStates(std::string_view text) {
     const std::string upper = UpperCase(text);
-    for (const std::string_view word : {"T-STATES", "TSTATES"})
+    for (const std::string_view word : {"T-STATES", "TSTATES", "T STATES"})
         if (const std::size_t start = upper.find(word); start != std::string::npos) return {start, word.size()};
     return {};
 }
@@ -32,6 +32,7 @@ bool IsFileName(std::string_view text) {
 
 // What a comparison other than "=" is to be written as. Does nothing where there is none.
 void RefuseOtherSigns(std::string_view text, std::size_t sign) {
+    if (text.find_first_of("<>") != text.npos) Refuse(text, "only T-states are compared: T-states <= 200");
     if (sign == text.npos) {
         const std::size_t colon = text.find(':');
         if (colon != text.npos)
@@ -41,7 +42,6 @@ void RefuseOtherSigns(std::string_view text, std::size_t sign) {
     }
     const char before = sign > 0 ? text[sign - 1] : ' ';
     if (before == '!') Refuse(text, "only what a place holds can be said, not what it does not hold");
-    if (before == '<' || before == '>') Refuse(text, "only T-states are compared: T-states <= 200");
     if (before == ':')
         Refuse(text, "one = is enough: " + std::string(text.substr(0, sign - 1)) + std::string(text.substr(sign)));
     if (text.substr(sign).starts_with("=="))
@@ -54,7 +54,10 @@ std::vector<int> ValuesIn(std::string_view values, const Place& where, std::stri
     std::vector<int> read;
     for (bool isLast = false; !isLast;) {
         const std::size_t comma = std::min(values.find(','), values.size());
-        const auto value = ReadNumber(Trim(values.substr(0, comma)), largest);
+        const std::string_view part = Trim(values.substr(0, comma));
+        if (part.find_first_of(" \t;") != part.npos)
+            Refuse(text, "after a value stands a comma, or nothing: \"" + std::string(part) + "\" is not one value");
+        const auto value = ReadNumber(part, largest);
         if (!value || *value > largest)
             Refuse(text, "a value of " + where.Name() + " is hexadecimal, from 0 to " + m8085::FormatHexShort(largest));
         read.push_back(where.Kept(*value));

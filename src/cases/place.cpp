@@ -39,10 +39,16 @@ Place ReadNumbered(Place::Kind kind, std::string_view text, std::string_view num
     const bool isPort = kind == Place::Kind::Port;
     const int last = isPort ? m8085::PortCount - 1 : m8085::MemorySize - 1;
     const std::size_t sign = std::min(numbers.find('-'), numbers.size());
-    const auto from = ReadNumber(Trim(numbers.substr(0, sign)), last);
-    const auto to = sign == numbers.size() ? from : ReadNumber(Trim(numbers.substr(sign + 1)), last);
+    const bool isRange = sign < numbers.size();
+    const std::string_view first = Trim(numbers.substr(0, sign));
+    const std::string_view second = isRange ? Trim(numbers.substr(sign + 1)) : first;
+    if (!isPort && isRange && (Named(UpperCase(first)) || Named(UpperCase(second))))
+        throw Misread(Quoted(text) + " is not a range of addresses: address A is written 0A there");
+    const auto from = ReadNumber(first, last);
+    const auto to = ReadNumber(second, last);
     if (!from || !to) {
-        if (const auto range = RangeMeantBy(text)) throw Misread(std::string(text) + " is not a range: " + *range);
+        if (const auto range = RangeMeantBy(numbers))
+            throw Misread(std::string(text) + " is not a range: " + (isPort ? "port " : "") + *range);
         throw Misread(
             Quoted(text) +
             " is not a register (A to L, F), flag (S, Z, AC, P, CY), pair (BC, DE, HL, PSW, SP, PC), address, "

@@ -20,6 +20,7 @@ using m8085::FormatHexByte;
 using m8085::FormatHexLong;
 
 constexpr std::size_t bytesInRow = 16;
+constexpr const char* noInstruction = "there is no instruction";
 
 // Bytes that stand side by side.
 struct Stretch {
@@ -98,14 +99,15 @@ std::string TrafficLines(const Simulation& simulation) {
     return text.empty() ? "Nothing went out or came in.\n" : text;
 }
 
-// What each line of the file took that has an instruction, by its number.
+// What each line of the file took that has an instruction, by its number. A line that a colon breaks can have more than
+// one; it was executed as often as the most executed of them.
 std::map<int, m8085::Profile::Use> UseByLine(const Simulation& simulation) {
     std::map<int, m8085::Profile::Use> uses;
     for (std::int32_t address = 0; address < m8085::MemorySize; ++address) {
         const int line = simulation.Program.SourceLine(simulation.Code.LineAt(address));
         if (line == 0) continue;
         const m8085::Profile::Use& use = simulation.Profile->ByAddress[static_cast<std::size_t>(address)];
-        uses[line].Times += use.Times;
+        uses[line].Times = std::max(uses[line].Times, use.Times);
         uses[line].TStates += use.TStates;
     }
     return uses;
@@ -229,7 +231,8 @@ Json ViewsAsJson(const Simulation& simulation, const Options& options) {
         const cases::Place& place = view.Where;
         if (view.What == View::Kind::Ports)
             list.push_back({{"port", 0}, {"bytes", std::span(simulation.Machine.Ports)}});
-        if (view.What == View::Kind::Traffic) list.push_back({{"traffic", TrafficAsJson(simulation)}});
+        if (view.What == View::Kind::Traffic)
+            list.push_back({{"traffic", TrafficAsJson(simulation)}, {"complete", !simulation.TrafficIsCutOff}});
         if (view.What != View::Kind::Place) continue;
         if (place.IsMany())
             list.push_back({{place.What == cases::Place::Kind::Port ? "port" : "address", place.First},
@@ -294,7 +297,7 @@ std::string TextReport(const Simulation& simulation, const Options& options) {
 std::string Verdict(const Simulation& simulation, const Options& options) {
     std::vector<std::string> reasons;
     if (simulation.HowItEnded != Outcome::Ended) reasons.push_back(ProblemOf(simulation));
-    if (WasRun(simulation) && !simulation.HasInstructions()) reasons.push_back("there is no instruction");
+    if (WasRun(simulation) && !simulation.HasInstructions()) reasons.emplace_back(noInstruction);
     if (WasRun(simulation))
         for (const cases::Claim& expectation : options.Expectations)
             if (!expectation.Holds(simulation.Machine))
@@ -310,6 +313,7 @@ std::string JsonReport(const Simulation& simulation, const Options& options) {
                    {"exitCode", ExitCodeOf(simulation, options)},
                    {"message", simulation.Message}};
     if (!simulation.Note.empty()) report["note"] = simulation.Note;
+    if (WasRun(simulation) && !simulation.HasInstructions()) report["note"] = noInstruction;
     if (simulation.Line != 0) {
         report["line"] = simulation.Line;
         report["source"] = simulation.SourceOf(simulation.Line);
