@@ -1,11 +1,14 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
+#include <ctime>
+#include <memory>
 #include <string>
 
 #include "allocation_count.h"
 #include "bounds.h"
 #include "core_programs.h"
+#include "machine/full_speed.h"
 #include "support/test_rig.h"
 
 namespace {
@@ -43,6 +46,25 @@ void RunOfAMixedProgram(benchmark::State& state) {
     RunAtFullSpeed(state, bench::MixedProgram);
 }
 BENCHMARK(RunOfAMixedProgram)->Unit(benchmark::kMillisecond);
+
+// A profile may cost two thirds of the speed that the same program has without one at the same time.
+void ProfileOfAMixedProgram(benchmark::State& state) {
+    TestRig rig;
+    if (!rig.Assemble(bench::MixedProgram).Succeeded) return state.SkipWithError("the program does not assemble");
+    const auto instructions = static_cast<double>(CountInstructions(rig));
+    const auto run = [&rig](auto&... profile) {
+        while (!rig.machine.Halted) m8085::ExecuteSlice(rig.machine, rig.codeMap, profile..., 1'000'000);
+        rig.machine.Halted = false;
+        m8085::SetToProgramStart(rig.machine);
+    };
+    const std::clock_t start = std::clock();
+    run();
+    const double plainSeconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+    const auto profile = std::make_unique<m8085::Profile>();
+    for (auto _ : state) run(*profile);
+    BoundItemsPerSecond(state, instructions * static_cast<double>(state.iterations()), instructions / plainSeconds / 3);
+}
+BENCHMARK(ProfileOfAMixedProgram)->Unit(benchmark::kMillisecond);
 
 // What a run asks of the system between its slices.
 void AllocationsOfARun(benchmark::State& state) {

@@ -29,3 +29,5 @@ COPY:
     DCR C
     JNZ COPY
     HLT        ; 9100 to 910F now read 01 to 10
+
+; gives 9100=1,2,3,4,5,6,7,8,9,A,B,C,D,E,F,10,0

@@ -49,3 +49,5 @@ ORDERED:
     DCR C
     JNZ PASS   ; more passes, ever shorter
     HLT        ; 00 07 13 42 42 80 99 FF
+
+; gives 9000=00,07,13,42,42,80,99,FF

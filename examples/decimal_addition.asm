@@ -40,3 +40,5 @@ BYTE:
     RAL        ; moves CY into the lowest bit of A
     STA 9104
     HLT        ; 75 80 93 06 01, that is 106938075
+
+; gives 9100=75,80,93,06,01

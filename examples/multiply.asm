@@ -34,3 +34,5 @@ ZERO:
     JNZ BIT
     SHLD 9100  ; L goes to 9100, H to 9101
     HLT        ; 6018, which is 24600 in decimal
+
+; gives 9100=18,60

@@ -20,3 +20,7 @@ ECHO:
     CMA        ; turns all bits of A around
     OUT 03     ; 2A becomes D5
     HLT
+
+; gives port 2=2A,D5
+; given [a byte of yours] port 1=17
+; gives port 2=17,E8

@@ -38,3 +38,5 @@ FITS:
     MOV A,B
     STA 9101   ; the high byte
     HLT        ; 9100 is 3C and 9101 is 02
+
+; gives 9100=3C,02

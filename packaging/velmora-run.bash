@@ -2,6 +2,9 @@
 _velmora_run() {
   local word=${COMP_WORDS[COMP_CWORD]} before=
   [ "$COMP_CWORD" -eq 0 ] || before=${COMP_WORDS[COMP_CWORD - 1]}
+  # The shell makes three words of --show=A, and of --show= two.
+  [ "$word" != = ] || word=
+  [ "$before" != = ] || before=${COMP_WORDS[COMP_CWORD - 2]}
   local options="--help --version --check --listing --load --set --feed --origin --limit --trace --trace-lines --profile
     --show --expect --test --cases --junit --json --save --binary --hex"
   local answers=
