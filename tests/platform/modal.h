@@ -56,16 +56,19 @@ struct InputAnswer : BoxAnswer<QInputDialog> {
     QString Said;
 };
 
-// Types a path into a file dialog and accepts it; cancels the dialog if the path is empty. A name that has not the
-// focus is replaced by what the dialog's list selects.
+// Types a path into a file dialog and accepts it; cancels the dialog if the path is empty. Keeps the folder and the
+// name with which it came up. A name that has not the focus would be replaced by what the dialog's list selects.
 struct FileAnswer : BoxAnswer<QFileDialog> {
     explicit FileAnswer(const QString& path)
-        : BoxAnswer([path](QFileDialog& dialog) {
+        : BoxAnswer([this, path](QFileDialog& dialog) {
+              auto& name = *dialog.findChild<QLineEdit*>("fileNameEdit");
+              Offered = dialog.directory().filePath(name.text());
               if (path.isEmpty()) return dialog.reject();
               EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
-              auto& name = *dialog.findChild<QLineEdit*>("fileNameEdit");
               name.setFocus();
               name.setText(path);
               static_cast<QDialog&>(dialog).accept();
           }) {}
+
+    QString Offered;
 };

@@ -96,6 +96,11 @@ TEST_F(ProgramTextTest, ADragFromASelectedLineSelectsAlsoFromItsEnd) {
         QTest::mouseRelease(text.viewport(), Qt::LeftButton, {}, {4, 30});
         EXPECT_TRUE(text.SelectedText().ends_with(u"\r\n"));
     }
+    text.selectAll();
+    QTest::mousePress(text.viewport(), Qt::LeftButton, {}, {4, 12});
+    EXPECT_EQ(text.SelectedText(), text.Text()) << "what the user has selected can be dragged away";
+    QTest::mouseRelease(text.viewport(), Qt::LeftButton, {}, {4, 12});
+    EXPECT_EQ(text.SelectedText(), u"");
 }
 
 TEST_F(ProgramTextTest, SelectingALineShowsSomeBelowItAndClearingTheSelectionScrollsNothing) {
