@@ -21,7 +21,7 @@ using Text = std::u16string;
 using View = std::u16string_view;
 using Pair = std::pair<View, View>;
 
-constexpr View atOrigin = u"a program always begins at 8000";
+constexpr View atOrigin = u"a program begins at 8000, and elsewhere by the --origin of velmora-run";
 constexpr View numberItself = u"write the number itself";
 constexpr View dataOtherwise = u"put data into memory by instructions or by a data file";
 // Their names, and what to do without them.

@@ -11,9 +11,9 @@ inline std::filesystem::path PathOf(std::string_view text) {
     return std::u8string(text.begin(), text.end());
 }
 
-// The other way round.
+// The other way round, with "/" between folders on all systems.
 inline std::string TextOf(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
+    const std::u8string text = path.generic_u8string();
     return {text.begin(), text.end()};
 }
 

@@ -198,7 +198,9 @@ TEST(Assembler, NotesNameTheCauseOfAFailure) {
         {u"mov m,m", "1: MOV takes A, B, C, D, E, H or L as its second operand, not M"},
         {u"push", "1: PUSH takes B, D, H or PSW, which is missing"},
         {u"mov a", "1: MOV takes A, B, C, D, E, H, L or M as its second operand, which is missing"},
-        {u"#ORG 8000H", "1: ORG is a directive, and there are none here: a program always begins at 8000"},
+        {u"#ORG 8000H",
+         "1: ORG is a directive, and there are none here: a program begins at 8000, and elsewhere by the --origin of "
+         "velmora-run"},
         {u"five equ 5", "1: EQU is a directive, and there are none here: write the number itself"},
         {u"data: db 5",
          "1: DB is a directive, and there are none here: put data into memory by instructions or by a "
