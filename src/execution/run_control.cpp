@@ -3,15 +3,17 @@
 #include <utility>
 
 #include "execution/messages.h"
+#include "execution/stop_addresses.h"
 #include "machine/full_speed.h"
 
 namespace execution {
 
-RunControl::RunControl(m8085::MachineState& machine, const m8085::CodeMap& codeMap, RunView view)
+RunControl::RunControl(m8085::MachineState& machine, m8085::CodeMap& codeMap, RunView view)
     : machine_(machine), codeMap_(codeMap), view_(std::move(view)) {}
 
-// The first instruction is executed whatever the code map says about it; after that an address with no source line ends
-// the run. If Stop comes in the same yield in which the program ends, Stop decides.
+// The first instruction is executed whatever the code map says about it, so that a run goes on from a marked line;
+// after that an address with no source line ends the run, and a mark stops it. If Stop comes in the same yield in which
+// the program ends, Stop decides.
 void RunControl::RunProgram() {
     if (IsRunning()) return;
     StartRun();
@@ -19,11 +21,13 @@ void RunControl::RunProgram() {
     while (!machine_.Halted && !StopRequested) {
         ExecuteSlice(machine_, codeMap_, sliceLength_);
         view_.Yield();
-        if (WasRefused() || codeMap_.LineAt(machine_.PC) == 0) break;
+        if (WasRefused() || IsAtMark() || codeMap_.LineAt(machine_.PC) == 0) break;
     }
     ShowMachine();
     if (WasRefused()) {
         ReportRefusal();
+    } else if (IsAtMark() && !StopRequested) {
+        ShowNextLine();
     } else {
         if (!StopRequested) {
             view_.ShowEndMessage(EndMessage(machine_.TStates, RunMicroseconds));
@@ -54,6 +58,7 @@ void RunControl::SlowRun() {
         }
         ShowNextLine();
         view_.Yield();
+        if (IsAtMark()) break;
     }
     EndRun();
 }
@@ -100,10 +105,26 @@ void RunControl::LoseProgram() {
     }
 }
 
-void RunControl::SetAssembled(bool success) {
+void RunControl::SetAssembled(bool success, std::vector<std::int32_t> instructions) {
     ForgetChanges();
+    instructions_ = std::move(instructions);
+    UpdateStops();
     textIsAssembled_ = success;
     Enter(success ? CommandState::ProgramAssembled : CommandState::NoProgram);
+}
+
+void RunControl::SetMarkedLines(std::vector<int> lines) {
+    markedLines_ = std::move(lines);
+    UpdateStops();
+}
+
+void RunControl::UpdateStops() {
+    codeMap_.SetStops(StopAddresses(markedLines_, instructions_, codeMap_));
+}
+
+// A machine that has halted has executed the HLT, and is not before it.
+bool RunControl::IsAtMark() const {
+    return codeMap_.StopsAt(machine_.PC) && !machine_.Halted;
 }
 
 void RunControl::StartRun() {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "execution/command_state.h"
 #include "machine/changes.h"
@@ -32,12 +33,13 @@ public:
     // Instructions of full-speed running between two looks at the event queue: well under a millisecond's work.
     static constexpr int DefaultSliceLength = 100'000;
 
-    RunControl(m8085::MachineState& machine, const m8085::CodeMap& codeMap, RunView view);
+    RunControl(m8085::MachineState& machine, m8085::CodeMap& codeMap, RunView view);
 
-    // Runs at full speed until HLT, an address with no source line, Stop or a refusal. Yields after each slice.
+    // Runs at full speed until HLT, an address with no source line, a marked line, Stop or a refusal. Yields after each
+    // slice.
     void RunProgram();
 
-    // Runs with every instruction shown.
+    // Runs with every instruction shown. Ends at a marked line, too.
     void SlowRun();
 
     // One instruction, or the end message where the last step found the program's end.
@@ -54,8 +56,12 @@ public:
     // The same, but that it is the memory that no longer holds the program.
     void LoseProgram();
 
-    // The outcome of an assembly.
-    void SetAssembled(bool success);
+    // The outcome of an assembly, and of one that succeeded the addresses of its instructions, in ascending order.
+    void SetAssembled(bool success, std::vector<std::int32_t> instructions = {});
+
+    // The marked lines, at which runs stop before the instruction: numbers, counted from 1, in the text that was
+    // assembled last. A line without an instruction stands for the next one that has one.
+    void SetMarkedLines(std::vector<int> lines);
 
     // What the latest step or run has changed is marked until the next one. This removes the marks, because something
     // else has changed the machine since.
@@ -76,6 +82,8 @@ private:
     void Enter(CommandState newState);
     void ShowMachine();
     void ShowNextLine();
+    void UpdateStops();
+    bool IsAtMark() const;
     void ClearSelection();
     void MarkNextAddress();
     bool WasRefused() const;
@@ -83,8 +91,10 @@ private:
     void ResetMachine();
 
     m8085::MachineState& machine_;
-    const m8085::CodeMap& codeMap_;
+    m8085::CodeMap& codeMap_;
     RunView view_;
+    std::vector<std::int32_t> instructions_;  // of the program that is assembled
+    std::vector<int> markedLines_;
     m8085::MachineState before_;  // at the start of the step or run whose changes are marked next
     m8085::Changes changes_;
     bool changesStand_ = false;  // they are marked, and not forgotten

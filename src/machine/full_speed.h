@@ -9,8 +9,8 @@
 namespace m8085 {
 
 // Executes from 1 up to `instructions` instructions at full speed. Ends early where a run has something to decide:
-// after HLT, at an address with no source line, on a code that is not an instruction, and on a refused instruction.
-// Which of these it was can be read from the machine and the code map.
+// after HLT, at an address with no source line, before one at which it is to stop, on a code that is not an
+// instruction, and on a refused instruction. Which of these it was can be read from the machine and the code map.
 void ExecuteSlice(MachineState& machine, const CodeMap& codeMap, int instructions);
 
 // How often the instruction at each address has been executed, and how many T-states that took in all.

@@ -14,8 +14,9 @@ namespace execution {
 class RunControlTest : public ::testing::Test {
 protected:
     void Load(std::u16string_view source) {
-        ASSERT_TRUE(rig.Assemble(source).Succeeded);
-        control.SetAssembled(true);
+        const auto assembly = rig.Assemble(source);
+        ASSERT_TRUE(assembly.Succeeded);
+        control.SetAssembled(true, assembly.Instructions);
     }
 
     // Each of these gives what the user was told, or nothing.
@@ -158,6 +159,50 @@ TEST_F(RunControlTest, StopLeavesTheMachineWhereItIs) {
     machine.Memory[0x8001] = 0x76;
     EXPECT_EQ(Run(), "");
     EXPECT_TRUE(machine.Halted);
+}
+
+TEST_F(RunControlTest, RunsStopBeforeTheInstructionOfAMarkedLineAndGoOnFromThere) {
+    const auto nowAt = [this](const std::string& said) {
+        return said + std::to_string(line) + (machine.Halted ? "H" : "");
+    };
+    control.SetMarkedLines({1, 4, 99});  // a comment, a label, and beyond the end
+    Load(u"; three rounds\r\nmvi b,3\r\nagain:\r\n; count\r\ndcr b\r\njnz again\r\nhlt");
+    for (const int length : {1, 2, 3, 100}) {  // in instructions; where a slice ends right before the mark, too
+        control.SetSliceLength(length);
+        for (int round = 0; round < 3; ++round) EXPECT_EQ(nowAt(Run()), "5") << length;
+        EXPECT_EQ(machine.B, 1);
+        EXPECT_EQ(nowAt(Run()), EndOf("16.575", "51") + "0");
+    }
+    for (int round = 0; round < 3; ++round) EXPECT_EQ(nowAt(SlowRun()), "5");
+    EXPECT_EQ(yields, 2);
+
+    // A mark on the HLT does not hide the program's end, and that of another line may come and go in a run.
+    control.SetMarkedLines({7});
+    control.SetSliceLength(1);
+    EXPECT_EQ(nowAt(Run()), "7");
+    EXPECT_EQ(nowAt(SlowRun()), "0");
+    EXPECT_EQ(nowAt(Run()), EndOf("18.2", "56") + "0");
+    onYield = [this] { control.SetMarkedLines({yields == 2 ? 6 : 7}); };
+    EXPECT_EQ(nowAt(Run()), "6");
+    EXPECT_EQ(yields, 2);
+
+    // Stop decides, a changed text is left alone, and what has not been assembled stops nothing.
+    onYield = [this] { control.Stop(); };
+    EXPECT_EQ(nowAt(Run()), "0");
+    onYield = [this] { control.LoseText(); };
+    line = -1;
+    control.SetMarkedLines({6});
+    EXPECT_EQ(nowAt(Run()), "-1");
+    EXPECT_EQ(nowAt(SlowRun()), "-1");
+    control.SetAssembled(false);
+    EXPECT_EQ(Run(), EndOf("16.575", "51"));
+}
+
+TEST_F(RunControlTest, MarksCountOnlyInTheProgramAssembledLast) {
+    Load(u"nop\r\nnop\r\nnop\r\nnop");
+    control.SetMarkedLines({3});
+    Load(u"nop\r\nnop\r\n; end");
+    EXPECT_EQ(Run(), EndOf("5.2", "16")) << "the third line of the longer one is executed, and does not stop";
 }
 
 TEST_F(RunControlTest, ARunSeesWhatTheUserChangesInItsYieldsButNoOtherCommand) {
