@@ -22,8 +22,10 @@ void AssembleCommand::Assemble() {
         assembler::AssembleProgram(assembler::ConvertLineEnds(document_.txtCode().Text()), machine_, codeMap_);
     memoryGrid_.RefreshCurrentCell();
     if (assembly.Succeeded) m8085::SetToProgramStart(machine_);
-    runControl_.SetAssembled(assembly.Succeeded);
-    memoryGrid_.NameInstructionsAt(assembly.Succeeded ? assembly.Instructions : std::vector<std::int32_t>());
+    const auto instructions = assembly.Succeeded ? assembly.Instructions : std::vector<std::int32_t>();
+    runControl_.SetAssembled(assembly.Succeeded, instructions);
+    if (assembly.Succeeded) document_.txtCode().KeepLineNumbers();
+    memoryGrid_.NameInstructionsAt(instructions);
     if (!assembly.Succeeded) {
         runControl_.GotoLine(assembly.AsmErrorLine);
         Report(QString::fromStdU16String(assembly.AsmErrorText));

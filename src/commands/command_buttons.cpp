@@ -27,6 +27,11 @@ platform::Button* CommandButtons::Add(const Command& command) {
     return button;
 }
 
+void CommandButtons::Follow(QAction* entry, Startable when) {
+    entry->setEnabled(CanStart(when, CommandState::NoProgram));
+    followers_.emplace_back(entry, when);
+}
+
 // Qt would give the focus of a disabled button to the next control in the tab order, which may be a text box
 // that then writes an old value back.
 void CommandButtons::Enable(CommandState state) {
@@ -39,6 +44,7 @@ void CommandButtons::Enable(CommandState state) {
     };
     if (std::ranges::any_of(entries_, losesFocus)) PlaceForFocus(state)->setFocus();
     for (const Entry& entry : entries_) entry.Button->setEnabled(CanStart(entry.When, state));
+    for (const auto& [entry, when] : followers_) entry->setEnabled(CanStart(when, state));
 }
 
 // Stop during a run, after it the button whose command ran, and where that is disabled the first one that is not.

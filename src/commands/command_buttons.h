@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QAction>
+#include <utility>
 #include <vector>
 
 #include "commands/command.h"
@@ -12,6 +14,9 @@ class CommandButtons {
 public:
     // Makes the button of a command at its place and lets it start the command.
     platform::Button* Add(const Command& command);
+
+    // Enables an entry that has no button together with those that have one.
+    void Follow(QAction* entry, execution::Startable when);
 
     // Notes that the command of this button is being started, by the button itself or by its menu entry.
     void NoteStart(platform::Button* button) { started_ = button; }
@@ -29,6 +34,7 @@ private:
     platform::Button* PlaceForFocus(execution::CommandState state) const;
 
     std::vector<Entry> entries_;
+    std::vector<std::pair<QAction*, execution::Startable>> followers_;
     platform::Button* started_ = nullptr;  // the latest
     platform::Button* running_ = nullptr;  // of the latest run
 };

@@ -11,6 +11,11 @@ namespace platform {
 inline constexpr QColor ChangedText(160, 0, 190);
 inline constexpr QColor NextText(49, 106, 197);
 
+// A line that is marked: its ground, on which the colours of the program text keep their contrast, and the dot beside
+// it.
+inline constexpr QColor MarkGround(255, 228, 222);
+inline constexpr QColor MarkDot(200, 30, 30);
+
 // Fixes style and colours, so that the program looks the same under every desktop theme, a dark one included.
 void ApplyFixedAppearance(QApplication& application);
 

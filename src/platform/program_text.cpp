@@ -4,7 +4,9 @@
 #include <QDrag>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMimeData>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -14,6 +16,7 @@
 #include "platform/clipboard.h"
 #include "platform/fonts.h"
 #include "platform/keys.h"
+#include "platform/palette.h"
 
 namespace platform {
 
@@ -72,7 +75,8 @@ bool AnswerFiles(QDropEvent& event) {
 
 }  // namespace
 
-ProgramText::ProgramText(QWidget* parent) : QPlainTextEdit(parent) {
+ProgramText::ProgramText(QWidget* parent)
+    : QPlainTextEdit(parent), marks_(*document()), margin_(new LineMargin(*this)) {
     setObjectName("txtCode");
     setAccessibleName("Program text");
     setFont(CourierNew(11.25));
@@ -80,8 +84,10 @@ ProgramText::ProgramText(QWidget* parent) : QPlainTextEdit(parent) {
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setTabStopDistance(8 * fontMetrics().horizontalAdvance(' '));
+    setViewportMargins(LineMargin::Width, 0, 0, 0);
     connect(document(), &QTextDocument::contentsChange, this, &ProgramText::NoteChange);
     connect(this, &QPlainTextEdit::textChanged, this, &ProgramText::FinishChange);
+    connect(this, &QPlainTextEdit::updateRequest, margin_, qOverload<>(&QWidget::update));
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { selectionIsForTheEye_ = false; });
 }
 
@@ -188,6 +194,7 @@ void ProgramText::FinishChange() {
         TakeBack();
         emit Refused(QString::fromStdString(problem));
     } else if (lines == plain) {
+        if (marks_.Follow()) ShowMarks();
         emit TextChanged();
     } else if (document()->isRedoAvailable()) {
         isUndone ? undo() : redo();
@@ -243,6 +250,7 @@ void ProgramText::TakeBack() {
     undo();
     document()->clearUndoRedoStacks(QTextDocument::RedoStack);
     ForgetChange();
+    marks_.Restore();
 }
 
 void ProgramText::ForgetChange() {
@@ -291,6 +299,70 @@ void ProgramText::SelectLine(int line) {
     cursor.setPosition(block.position(), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
     selectionIsForTheEye_ = true;
+}
+
+void ProgramText::ToggleMark(int line) {
+    marks_.Toggle(line);
+    ShowMarks();
+}
+
+void ProgramText::ClearMarks() {
+    marks_.Clear();
+    ShowMarks();
+}
+
+void ProgramText::KeepLineNumbers() {
+    marks_.KeepNumbers();
+    emit MarksChanged();
+}
+
+void ProgramText::ShowMarks() {
+    margin_->update();
+    viewport()->update();
+    emit MarksChanged();
+}
+
+int ProgramText::LineAt(int y) const {
+    const QTextBlock block = cursorForPosition({0, y}).block();
+    const QRectF place = blockBoundingGeometry(block).translated(contentOffset());
+    return y <= place.bottom() ? block.blockNumber() + 1 : 0;
+}
+
+std::vector<QRectF> ProgramText::VisibleMarkedLines() const {
+    std::vector<QRectF> places;
+    for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
+        QRectF place = blockBoundingGeometry(block).translated(contentOffset());
+        if (place.top() > viewport()->height()) break;
+        place.setLeft(0);
+        place.setRight(viewport()->width());
+        if (marks_.Has(block.blockNumber() + 1)) places.push_back(place);
+    }
+    return places;
+}
+
+void ProgramText::paintEvent(QPaintEvent* event) {
+    QPainter painter(viewport());
+    for (const QRectF& line : VisibleMarkedLines()) painter.fillRect(line, MarkGround);
+    painter.end();
+    QPlainTextEdit::paintEvent(event);
+}
+
+void ProgramText::resizeEvent(QResizeEvent* event) {
+    QPlainTextEdit::resizeEvent(event);
+    const QRect inside = contentsRect();
+    margin_->setGeometry(inside.left(), inside.top(), LineMargin::Width, viewport()->height());
+}
+
+// The caret goes where the menu is opened by the mouse, as by a click, but to a selection that the menu is about.
+void ProgramText::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Mouse && !IsInSelection(event->pos()))
+        setTextCursor(cursorForPosition(event->pos()));
+    emit MenuOpening();
+    QMenu* menu = createStandardContextMenu(event->pos());
+    menu->addSeparator();
+    menu->addActions(actions());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
 }
 
 // Tab types a tab and Enter ends the line, whatever the shift state. Qt's own line separator, which Shift with
@@ -433,6 +505,7 @@ void ProgramText::ForgetSteps() {
     const int down = verticalScrollBar()->value();
     setPlainText(document()->toRawText());
     ForgetChange();
+    marks_.Restore();
     QTextCursor cursor = textCursor();
     cursor.setPosition(anchor);
     cursor.setPosition(position, QTextCursor::KeepAnchor);

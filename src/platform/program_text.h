@@ -8,6 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/line_margin.h"
+#include "platform/line_marks.h"
+
 namespace platform {
 
 // What becomes of text that comes in, however it does. Lines end in a line feed, and look only at themselves: but the
@@ -63,6 +66,22 @@ public:
     // mouse selects there.
     void SelectLine(int line);
 
+    // Marked lines have a ground of their own and a dot in the margin. They are counted from 1.
+    const LineMarks& Marks() const { return marks_; }
+    void ToggleMark(int line);
+    void ClearMarks();
+
+    // See LineMarks::KeepNumbers.
+    void KeepLineNumbers();
+
+    int LineOfCaret() const { return textCursor().blockNumber() + 1; }
+
+    // The line at a height in the viewport; 0 below the last one.
+    int LineAt(int y) const;
+
+    // The places of marked lines, as wide as the viewport, that are in view.
+    std::vector<QRectF> VisibleMarkedLines() const;
+
 signals:
     // Once for each change of the text. Colours do not count as one.
     void TextChanged();
@@ -74,12 +93,21 @@ signals:
     // refused.
     void FileDropped(const QString& path);
 
+    // A line has been marked, or a mark or its kept number is another one.
+    void MarksChanged();
+
+    // The context menu is about to show the editor's actions below its own entries.
+    void MenuOpening();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -100,6 +128,7 @@ private:
     void ReplaceInStep(int start, int end, std::u16string_view stretch);
     void TakeBack();
     void ForgetChange();
+    void ShowMarks();
     bool IsInSelection(const QPoint& place) const;
     bool MayDrag(const QMouseEvent& press) const;
     void DragSelection();
@@ -110,6 +139,8 @@ private:
     int FromDocument(int position) const;
 
     TextRules rules_;
+    LineMarks marks_;
+    LineMargin* margin_;
     static constexpr int nothingChanged = std::numeric_limits<int>::max();
     int firstChanged_ = nothingChanged;  // positions in the document, since the latest change was finished
     int endOfChanged_ = 0;

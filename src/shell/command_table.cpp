@@ -71,6 +71,15 @@ std::vector<commands::Menu> frmMain::CommandTable() {
         {.Name = "mnuAbout", .Caption = "&About", .Start = showAbout_},
     };
 }
+
+// What the editor's context menu has below the entries about its text.
+std::vector<commands::EditorCommand> frmMain::EditorCommands() {
+    platform::ProgramText& txtCode = document_.txtCode();
+    return {
+        {.Entry = {"mnuStopHere", "Stop &Here", {"F9"}, [&txtCode] { txtCode.ToggleMark(txtCode.LineOfCaret()); }},
+         .IsOn = [&txtCode] { return txtCode.Marks().Has(txtCode.LineOfCaret()); }},
+    };
+}
 // clang-format on
 
 }  // namespace shell

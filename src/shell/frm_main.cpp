@@ -76,6 +76,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     setObjectName("frmMain");
     menuBar()->setFont(platform::SansSerif(9));
     BuildCommands(*this, CommandTable(), buttons_);
+    AddEditorCommands(*this, document_.txtCode(), EditorCommands(), buttons_);
     PlaceControls();
     resize(client_->size().grownBy({0, 0, 0, menuBar()->sizeHint().height()}));
 
@@ -95,7 +96,12 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     connect(new QShortcut(QKeySequence("F6"), this), &QShortcut::activated, this,
             &frmMain::SwitchBetweenEditorAndControls);
 
-    connect(&document_, &editor::ProgramDocument::Replaced, this, [this] { codeAssistant_.StartOver(); });
+    connect(&document_, &editor::ProgramDocument::Replaced, this, [this] {
+        document_.txtCode().ClearMarks();
+        codeAssistant_.StartOver();
+    });
+    connect(&document_.txtCode(), &platform::ProgramText::MarksChanged, this,
+            [this] { runControl_.SetMarkedLines(document_.txtCode().Marks().KeptNumbers()); });
     AddUndoKeys();
 
     memoryGrid_.FormatGrid();

@@ -43,6 +43,7 @@ protected:
 
 private:
     std::vector<commands::Menu> CommandTable();
+    std::vector<commands::EditorCommand> EditorCommands();
     void PlaceControls();
     void SetTitle(QString title);
     void SwitchBetweenEditorAndControls();

@@ -18,15 +18,20 @@ QAction* MakeAction(QWidget& owner, const QString& name, const QString& caption)
     return action;
 }
 
+QAction* MakeEntry(QWidget& owner, const Command& command) {
+    QAction* entry = MakeAction(owner, command.Name, command.Caption);
+    entry->setShortcut(command.Key);
+    entry->setAutoRepeat(command.Repeats);
+    return entry;
+}
+
 void AddEntry(QMainWindow& window, QMenu& menu, const Command& command, CommandButtons& buttons) {
-    QAction* entry = MakeAction(window, command.Name, command.Caption);
+    QAction* entry = MakeEntry(window, command);
     menu.addAction(entry);
     if (!command.Start) {
         entry->setSeparator(true);
         return;
     }
-    entry->setShortcut(command.Key);
-    entry->setAutoRepeat(command.Repeats);
     platform::Button* button = command.Button ? buttons.Add(command) : nullptr;
     QObject::connect(entry, &QAction::triggered, &window, [&buttons, button, start = command.Start] {
         if (button != nullptr) buttons.NoteStart(button);
@@ -59,6 +64,20 @@ void BuildCommands(QMainWindow& window, const std::vector<commands::Menu>& table
         for (const Command& command : row.Commands) AddEntry(window, *menu, command, buttons);
     }
     KeepMenuAccessKeys(window);
+}
+
+void AddEditorCommands(QMainWindow& window, platform::ProgramText& txtCode,
+                       const std::vector<commands::EditorCommand>& table, CommandButtons& buttons) {
+    for (const commands::EditorCommand& row : table) {
+        QAction* entry = MakeEntry(window, row.Entry);
+        txtCode.addAction(entry);
+        buttons.Follow(entry, row.When);
+        QObject::connect(entry, &QAction::triggered, &window, [start = row.Entry.Start] { start(); });
+        if (!row.IsOn) continue;
+        entry->setCheckable(true);
+        QObject::connect(&txtCode, &platform::ProgramText::MenuOpening, entry,
+                         [entry, isOn = row.IsOn] { entry->setChecked(isOn()); });
+    }
 }
 
 }  // namespace shell

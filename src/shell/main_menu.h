@@ -3,6 +3,7 @@
 #include <QMainWindow>
 
 #include "commands/command_buttons.h"
+#include "platform/program_text.h"
 
 namespace shell {
 
@@ -10,5 +11,9 @@ namespace shell {
 // opens, and at no other time, its entries take over whether their buttons are enabled. The letter that opens a menu
 // presses no button.
 void BuildCommands(QMainWindow& window, const std::vector<commands::Menu>& table, commands::CommandButtons& buttons);
+
+// Adds entries to the editor's context menu. Ticks are set when the menu opens.
+void AddEditorCommands(QMainWindow& window, platform::ProgramText& txtCode,
+                       const std::vector<commands::EditorCommand>& table, commands::CommandButtons& buttons);
 
 }  // namespace shell

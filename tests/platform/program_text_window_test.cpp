@@ -2,6 +2,8 @@
 
 #include "support/window_test.h"
 
+#include "platform/palette.h"
+
 namespace platform {
 
 class ProgramTextTest : public testing::Test {
@@ -54,10 +56,12 @@ TEST_F(ProgramTextTest, AllStepsButTheLatestAreForgottenUnseen) {
     text.InsertAt(std::vector<std::size_t>(30'000, 0), std::u16string(70, u'x') + u"\r\n");
     const std::u16string before = text.Text();
     text.SelectLine(30'000);
+    text.ToggleMark(30'000);
     changes.clear();
     text.ReplaceSelection(u"y");
     EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(text.SelectionStart(), 29'999 * 72 + 1);
+    EXPECT_TRUE(text.Marks().Has(30'000));
     text.undo();
     text.undo();
     EXPECT_EQ(text.Text(), before);
@@ -111,6 +115,81 @@ TEST_F(ProgramTextTest, SelectingALineShowsSomeBelowItAndClearingTheSelectionScr
     text.verticalScrollBar()->setValue(200);
     text.ClearSelection();
     EXPECT_EQ(text.verticalScrollBar()->value(), 200);
+}
+
+TEST_F(ProgramTextTest, MarksGoWithTheirLinesAndWithALineThatIsRemoved) {
+    struct Change {
+        int Start;
+        int Length;
+        const char16_t* Text;
+        std::vector<int> Marked;
+    };
+    const Change all[] = {
+        {4, 0, u"\r\n", {3, 4, 6}},
+        {6, 0, u"\r\nx", {2, 4, 6}},  // at the beginning, at the end
+        {0, 0, u"x\r\ny\r\n", {4, 5, 7}},
+        {4, 2, u"zz", {2, 3, 5}},  // above it, in its place
+        {4, 4, u"", {2, 4}},
+        {2, 4, u"", {2, 4}},  // with one of the line ends around it
+        {2, 2, u"", {1, 2, 4}},
+        {6, 2, u"", {2, 4}},  // joined to another; an empty line is gone then
+        {0, 16, u"f\r\n\r\ng\r\nh", {}},
+        {12, 4, u"", {2, 3}},
+    };
+    for (const auto& [start, length, inserted, marked] : all) {
+        text.ClearMarks();
+        text.SetText(u"a1\r\nb2\r\n\r\nd4\r\ne5");
+        for (const int line : {1, 2, 3, 5, 1, 9}) text.ToggleMark(line);
+        text.SetSelectionStart(start);
+        text.SetSelectionLength(length);
+        text.ReplaceSelection(inserted);
+        std::vector<int> left;
+        for (int line = 1; line < 9; ++line)
+            if (text.Marks().Has(line)) left.push_back(line);
+        EXPECT_EQ(left, marked) << start << ' ' << length;
+    }
+}
+
+TEST_F(ProgramTextTest, AMarkStaysWhereAChangeIsRefused) {
+    text.SetRules(
+        {.Plain = [](std::u16string_view lines) { return std::u16string(lines); },
+         .FindProblem = [](std::u16string_view lines) { return lines.find(u"ab") < lines.size() ? "no" : ""; },
+         .RoomIn = [](std::u16string_view) { return 1000; }});
+    text.SetText(u"a\r\nx\r\nb");
+    text.ToggleMark(2);
+    text.SetSelectionStart(1);
+    text.SetSelectionLength(5);
+    QTest::keyClick(&text, Qt::Key_Delete);
+    QTest::keyClick(&text, Qt::Key_C);
+    EXPECT_EQ(text.Text(), u"a\r\nx\r\ncb");
+    EXPECT_TRUE(text.Marks().Has(2) && !text.Marks().Has(3));
+}
+
+TEST_F(ProgramTextTest, MarksAreSeenSetByClicksInTheMarginAndToldByTheNumbersThatWereKept) {
+    const QSignalSpy told(&text, &ProgramText::MarksChanged);
+    text.SetText(u"a\r\nb\r\nc\r\nd");
+    text.KeepLineNumbers();
+    auto& margin = *text.findChild<QWidget*>("margin");
+    const QPoint places[] = {{5, 12}, {5, 40}, {5, 200}};
+    for (const QPoint& place : places) QTest::mouseClick(&margin, Qt::LeftButton, {}, place);
+    EXPECT_EQ(text.Marks().KeptNumbers(), (std::vector{1, 3}));
+    const QImage ground = text.viewport()->grab().toImage();
+    const QImage dots = margin.grab().toImage();
+    for (const auto& [y, isMarked] : {std::pair{12, true}, {25, false}, {45, true}}) {
+        EXPECT_EQ(ground.pixelColor(100, y) == MarkGround, isMarked) << y;
+        EXPECT_EQ(dots.pixelColor(LineMargin::Width / 2, y) == MarkDot, isMarked) << y;
+    }
+    text.SetSelectionStart(0);
+    text.ReplaceSelection(u"x\r\n");
+    text.ToggleMark(1);
+    EXPECT_TRUE(text.Marks().Has(2) && text.Marks().Has(4));
+    EXPECT_EQ(text.Marks().KeptNumbers(), (std::vector{1, 3}));
+    const auto before = told.count();
+    text.KeepLineNumbers();
+    EXPECT_EQ(text.Marks().KeptNumbers(), (std::vector{1, 2, 4}));
+    text.selectAll();
+    text.ReplaceSelection({});
+    EXPECT_EQ(told.count(), before + 2);
 }
 
 TEST_F(ProgramTextTest, KeepsCharactersThatTheControlMightDrop) {

@@ -185,6 +185,46 @@ TEST_F(FrmMainTest, EveryControlStandsFreeInsideItsPanelAndHasANameForThoseWhoCa
     }
 }
 
+TEST_F(FrmMainTest, ALineIsMarkedByKeyOrMenuAndRunsStopThereUntilNew) {
+    StartWith(u"nop\r\nfirst: nop\r\nnop");
+    auto& menuEntry = Find<QAction>("mnuStopHere");
+    const auto openMenuAtLine = [&](int line) {
+        const QPoint place(40, 17 * line - 5);
+        QContextMenuEvent open(QContextMenuEvent::Mouse, place, Editor().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(Editor().viewport(), &open);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        EXPECT_TRUE(menu->actions().contains(&menuEntry));
+        menu->close();
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+        return menuEntry.isChecked();
+    };
+    EXPECT_FALSE(openMenuAtLine(2));
+    menuEntry.trigger();
+    TypeIntoB("0");
+    EXPECT_TRUE(openMenuAtLine(2));
+    Press(Qt::Key_F5);
+    EXPECT_EQ(Editor().SelectedText(), u"nop");
+    EXPECT_EQ(machine->PC, 0x8001);
+    EXPECT_FALSE(openMenuAtLine(1));
+    Editor().SetSelectionStart(0);
+    Editor().ReplaceSelection(u"nop\r\n");
+    Editor().SetSelectionStart(Editor().Length());
+    Press(Qt::Key_F9);
+    Click("cmdCompile");
+    for (const int stop : {0x8002, 0x8003}) {
+        Click("cmdSlowRun");
+        EXPECT_EQ(machine->PC, stop);
+    }
+    const MessageAnswer save(QMessageBox::No);
+    Find<QAction>("mnuNew").trigger();
+    Editor().SetText(u"nop\r\nnop\r\nnop\r\nnop\r\nnop");
+    Click("cmdCompile");
+    const MessageAnswer end;
+    Click("cmdRun");
+    EXPECT_TRUE(end.Text.contains("20 T-States")) << qPrintable(end.Text);
+}
+
 TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachine) {
     StartWith(u"nop\r\nnop\r\nnop\r\nnop\r\nnop\r\nnop");
     const auto isMarked = [this] {

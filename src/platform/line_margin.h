@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QWidget>
+
+namespace platform {
+
+class ProgramText;
+
+// The strip at the left edge of the program text, with a dot at each marked line. A click there marks a line, or takes
+// its mark away.
+class LineMargin : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr int Width = 14;
+
+    explicit LineMargin(ProgramText& text);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override { event->accept(); }
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    ProgramText& text_;
+};
+
+}  // namespace platform

@@ -1,0 +1,70 @@
+#include "platform/line_marks.h"
+
+#include <QTextBlock>
+#include <algorithm>
+
+namespace platform {
+
+void LineMarks::Toggle(int line) {
+    const auto place = std::ranges::lower_bound(marks_, line, {}, &Mark::Line);
+    if (place != marks_.end() && place->Line == line) {
+        marks_.erase(place);
+    } else if (line >= 1 && line <= text_.blockCount()) {
+        Mark mark{line, numbersAreKept_ ? line : 0, QTextCursor(&text_), {}};
+        Anchor(mark);
+        marks_.insert(place, std::move(mark));
+    }
+}
+
+bool LineMarks::Has(int line) const {
+    return std::ranges::binary_search(marks_, line, {}, &Mark::Line);
+}
+
+void LineMarks::KeepNumbers() {
+    numbersAreKept_ = true;
+    for (Mark& mark : marks_) mark.KeptNumber = mark.Line;
+}
+
+std::vector<int> LineMarks::KeptNumbers() const {
+    std::vector<int> numbers;
+    for (const Mark& mark : marks_)
+        if (mark.KeptNumber != 0) numbers.push_back(mark.KeptNumber);
+    std::ranges::sort(numbers);
+    return numbers;
+}
+
+bool LineMarks::Follow() {
+    numbersAreKept_ = false;
+    const std::size_t before = marks_.size();
+    std::erase_if(marks_, IsGone);
+    for (Mark& mark : marks_) {
+        mark.Line = mark.Start.blockNumber() + 1;
+        Anchor(mark);
+    }
+    // Two lines that have become one.
+    const auto rest = std::ranges::unique(marks_, {}, &Mark::Line);
+    marks_.erase(rest.begin(), rest.end());
+    return marks_.size() != before;
+}
+
+void LineMarks::Restore() {
+    for (Mark& mark : marks_) Anchor(mark);
+}
+
+void LineMarks::Anchor(Mark& mark) {
+    const QTextBlock line = text_.findBlockByNumber(mark.Line - 1);
+    const QTextBlock next = line.next();
+    mark.Start.setPosition(std::max(0, line.position() - 1));
+    mark.Start.setPosition(line.position(), QTextCursor::KeepAnchor);
+    mark.Next = next.isValid() ? QTextCursor(next) : QTextCursor();
+}
+
+// A line is gone when the line end in front of it has been removed and all of its text as well, or its own line end
+// with all of its text. What has been joined to the line before, or has got another text, is still there.
+bool LineMarks::IsGone(const Mark& mark) {
+    const bool isJoined = mark.Line > 1 && mark.Start.anchor() == mark.Start.position();
+    const bool hasNothingBeforeNext = !mark.Next.isNull() && mark.Next.position() == mark.Start.position();
+    return hasNothingBeforeNext || (isJoined && !mark.Start.atBlockStart() && mark.Start.atBlockEnd());
+}
+
+}  // namespace platform
