@@ -25,11 +25,12 @@ const QStringList openFiles = {"p0.asm", "p1.asm", "good.dat", "bad.dat", "noise
 const QStringList outputFiles = {"out0.dat", "out1.dat"};
 
 constexpr Qt::Key keys[] = {
-    Qt::Key_0,     Qt::Key_3,      Qt::Key_A,      Qt::Key_C,      Qt::Key_D,        Qt::Key_F,    Qt::Key_L,
-    Qt::Key_R,     Qt::Key_S,      Qt::Key_T,      Qt::Key_Colon,  Qt::Key_Up,       Qt::Key_Down, Qt::Key_Left,
-    Qt::Key_Right, Qt::Key_Tab,    Qt::Key_Return, Qt::Key_Escape, Qt::Key_Delete,   Qt::Key_Home, Qt::Key_End,
-    Qt::Key_F3,    Qt::Key_F4,     Qt::Key_F5,     Qt::Key_F6,     Qt::Key_F8,       Qt::Key_Down, Qt::Key_PageUp,
-    Qt::Key_Space, Qt::Key_Insert, Qt::Key_Up,     Qt::Key_V,      Qt::Key_PageDown, Qt::Key_Z,    Qt::Key_Backspace};
+    Qt::Key_0,      Qt::Key_3,    Qt::Key_A,     Qt::Key_C,        Qt::Key_D,      Qt::Key_F,
+    Qt::Key_L,      Qt::Key_R,    Qt::Key_S,     Qt::Key_T,        Qt::Key_Colon,  Qt::Key_Up,
+    Qt::Key_Down,   Qt::Key_Left, Qt::Key_Right, Qt::Key_Tab,      Qt::Key_Return, Qt::Key_Escape,
+    Qt::Key_Delete, Qt::Key_Home, Qt::Key_End,   Qt::Key_F3,       Qt::Key_F4,     Qt::Key_F5,
+    Qt::Key_F6,     Qt::Key_F8,   Qt::Key_F9,    Qt::Key_Down,     Qt::Key_PageUp, Qt::Key_Space,
+    Qt::Key_Insert, Qt::Key_Up,   Qt::Key_V,     Qt::Key_PageDown, Qt::Key_Z,      Qt::Key_Backspace};
 constexpr Qt::KeyboardModifier modifiers[] = {Qt::NoModifier,    Qt::NoModifier,      Qt::NoModifier,
                                               Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier};
 
