@@ -24,10 +24,7 @@ public:
 
     Assembly Run() {
         const bool scanned = Scan();
-        if (!scanned) {
-            result_.FaultLine = LineCounter;
-            result_.FaultWords = {std::u16string(W1), std::u16string(W2), std::u16string(W3)};
-        }
+        if (!scanned) result_.FaultLine = LineCounter;
         result_.End = LocationCounter;
         result_.Succeeded = scanned && ResolveLabels();
         if (result_.Succeeded) machine_.Halted = false;
@@ -55,7 +52,7 @@ private:
     bool Write(std::int32_t address, std::int32_t value);
 
     bool Fail(std::u16string reason, int line);
-    bool FailGenerally() { return Fail(u"Bad operand", codeMap_.LineAt(LocationCounter - 1)); }
+    bool FailGenerally() { return Fail(std::u16string(GeneralFailure), codeMap_.LineAt(LocationCounter - 1)); }
 
     std::u16string_view text_;
     m8085::MachineState& machine_;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -16,6 +15,9 @@ namespace assembler {
 // Characters in UTF-16 units, the line feed after the last line included.
 inline constexpr std::size_t LongestPreparedText = 32766;
 
+// What is said of a failure that has no words of its own.
+inline constexpr std::u16string_view GeneralFailure = u"Bad operand";
+
 // The result of an assembly. The two error fields are set only when it failed.
 struct Assembly {
     bool Succeeded = false;
@@ -28,10 +30,9 @@ struct Assembly {
 
     std::vector<std::int32_t> Instructions;  // the addresses of their opcodes, in ascending order
 
-    // The line at fault, which AsmErrorLine does not always name, and its words in upper case; no words for a label
-    // that no line defines. 0 where no line is at fault: on success, and for a text that is too long.
+    // The line at fault, which AsmErrorLine does not always name. 0 where no line is at fault: on success, and for a
+    // text that is too long.
     int FaultLine = 0;
-    std::array<std::u16string, 3> FaultWords;
 
     bool PassesEndOfMemory = false;  // why it failed: there is no room up to FFFF
 };

@@ -8,8 +8,9 @@
 #include <utility>
 #include <vector>
 
+#include "assembler/assembler.h"
+#include "assembler/checked_program.h"
 #include "assembler/instruction_table.h"
-#include "assembler/line_words.h"
 #include "machine/characters.h"
 #include "machine/number_format.h"
 
@@ -93,9 +94,9 @@ bool IsDecimalDigit(char16_t character) {
 struct Fault {
     using Answer = std::optional<Text>;
 
-    const PreparedProgram& Program;
-    const Assembly& Failed;
-    std::array<View, 3> Words;            // of the line, in upper case; or the label alone
+    const CheckedProgram& Program;
+    const CheckedLine& Line;
+    std::array<View, 3> Words;            // as the assembler takes them; or the label alone
     std::size_t Place = 0;                // of the word at fault
     const InstructionRow* Row = nullptr;  // of the words before that; nullptr if there is none
 
@@ -141,40 +142,10 @@ struct Fault {
         return If(std::ranges::any_of(Words, [](View word) { return word.find(u';') != View::npos; }));
     }
 
-    Answer IsAfterColonInComment() const {
-        const int source = Program.SourceLine(Failed.FaultLine);
-        for (int line = 0; const View text : LinesOf(Program.Text))
-            if (++line < Failed.FaultLine && Program.SourceLine(line) == source && text.find(u';') != View::npos)
-                return Always();
-        return {};
-    }
-
-    // Whether the words of some line of the program fit, a comment that sticks to a word aside.
-    template <class Fits>
-    bool HasLine(Fits fits) const {
-        return std::ranges::any_of(LinesOf(Program.Text), [&](View line) {
-            const std::vector<Text> words = WordsOfLine(line.substr(0, line.find(u';')));
-            return !words.empty() && fits(words);
-        });
-    }
-
-    bool IsJumpedTo() const {
-        return HasLine([this](const std::vector<Text>& words) {
-            const InstructionRow* row = FindInstruction(words[0]);
-            return row != nullptr && row->TakesLabel() && words.size() > 1 && words[1] == Word();
-        });
-    }
-
-    Answer IsDefined() const {
-        return If(HasLine([this](const std::vector<Text>& words) { return words[0] == Text(Word()) + u':'; }));
-    }
-
-    Answer IsInLastPlace() const {
-        const LabelTable& labels = Failed.Labels;
-        constexpr int last = LabelTable::NotFound;
-        return If(labels.LabelCount() > last && labels[last].Kind == LabelKind::Definition &&
-                  labels[last].Name == Word());
-    }
+    Answer IsAfterColonInComment() const { return If(Line.IsInComment); }
+    bool IsJumpedTo() const { return Program.Targets.contains(Text(Word())); }
+    Answer IsDefined() const { return If(Contains(Program.Labels, Word())); }
+    Answer IsInLastPlace() const { return If(Program.UnreachableLabel == Word()); }
 
     // What stands before the comma, where it is the longest mnemonic that the word begins with and more.
     Answer MnemonicInFront() const {
@@ -250,11 +221,8 @@ struct Fault {
 
     Answer SimilarLabel() const {
         std::vector<Text> similar;
-        for (int slot = 0; slot < Failed.Labels.LabelCount(); ++slot) {
-            const auto& [label, address, kind, line] = Failed.Labels[slot];
-            if (kind == LabelKind::Definition && !label.empty() && IsOneLetterOff(Word(), label))
-                AppendOnce(similar, label);
-        }
+        for (const Text& label : Program.Labels)
+            if (!label.empty() && IsOneLetterOff(Word(), label)) AppendOnce(similar, label);
         return Choice(similar);
     }
 };
@@ -341,18 +309,40 @@ Text ExplainOperands(Fault fault) {
     return {};
 }
 
-}  // namespace
-
-std::u16string ExplainFailure(const PreparedProgram& program, const Assembly& failed) {
-    if (failed.FaultLine == 0) return {};
-    Fault fault{program, failed, {}};
-    std::ranges::copy(failed.FaultWords, fault.Words.begin());
-    const bool isLabel = failed.FaultWords[0].empty();
-    if (isLabel) fault.Words[0] = View(failed.AsmErrorText).substr(View(u"Bad label - ").size());
+Text Explain(const CheckedProgram& program, const CheckedLine& line) {
+    constexpr View missingLabel = u"Bad label - ";
+    Fault fault{program, line, {}};
+    const bool isLabel = line.Error.starts_with(missingLabel);
+    if (isLabel)
+        fault.Words[0] = View(line.Error).substr(missingLabel.size());
+    else
+        for (std::size_t place = 0; place < line.Words.size(); ++place)
+            fault.Words[place % fault.Words.size()] = line.Words[place];
     fault.Row = FindInstruction(fault.Words[0]);
     if (const auto text = Explain(fault, anywhereRules)) return *text;
     if (isLabel) return *Explain(fault, labelRules);
     return fault.Row == nullptr ? *Explain(fault, mnemonicRules) : ExplainOperands(fault);
+}
+
+}  // namespace
+
+std::u16string ExplainFailure(const PreparedProgram& program, const Assembly& failed) {
+    const CheckedProgram checked = CheckProgram(program);
+    if (failed.FaultLine < 1 || failed.FaultLine > std::ssize(checked.Lines)) return {};
+    return Explain(checked, checked.Lines[static_cast<std::size_t>(failed.FaultLine - 1)]);
+}
+
+std::vector<LineFault> FindFaults(const PreparedProgram& program) {
+    const CheckedProgram checked = CheckProgram(program);
+    std::vector<LineFault> faults;
+    const CheckedLine* last = nullptr;  // of those in faults
+    for (const CheckedLine& line : checked.Lines) {
+        const bool isSameLine = last != nullptr && last->SourceLine == line.SourceLine;
+        if (line.Error.empty() || (isSameLine && last->IsInComment == line.IsInComment)) continue;
+        faults.push_back({line.SourceLine, line.Error, Explain(checked, line)});
+        last = &line;
+    }
+    return faults;
 }
 
 }  // namespace assembler

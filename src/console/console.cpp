@@ -45,6 +45,7 @@ public:
         for (const std::string& program : options_.Programs) {
             if (options_.Programs.size() > 1 && !options_.Json) PrintHeading(Printable(ShownName(program)) + ":\n");
             const std::unique_ptr<Simulation> simulation = inputs_.Assemble(program);
+            if (options_.CheckOnly) FindAllFaults(*simulation);
             if (simulation->Assembly.Succeeded) {
                 const DeferredSignals deferred;
                 Simulate(*simulation);

@@ -174,6 +174,23 @@ std::string_view OutcomeName(Outcome outcome) {
     return {};
 }
 
+std::string FaultLines(const Simulation& simulation, const Fault& fault) {
+    const std::string place =
+        Printable(simulation.Name) + ':' + (fault.Line == 0 ? "" : std::to_string(fault.Line) + ':');
+    return place + " error: " + fault.Message + '\n' +
+           (fault.Note.empty() ? "" : place + " note: " + fault.Note + '\n');
+}
+
+Json FaultsAsJson(const Simulation& simulation) {
+    Json list = Json::array();
+    for (const auto& [line, message, note] : simulation.AllFaults) {
+        Json& fault = list.emplace_back(Json{{"message", message}});
+        if (!note.empty()) fault["note"] = note;
+        if (line != 0) fault.update({{"line", line}, {"source", simulation.SourceOf(line)}});
+    }
+    return list;
+}
+
 Json StretchesAsJson(std::span<const Stretch> stretches, const char* place) {
     Json list = Json::array();
     for (const Stretch& stretch : stretches) list.push_back({{place, stretch.First}, {"bytes", stretch.Bytes}});
@@ -259,10 +276,12 @@ ExitCode ExitCodeOf(const Simulation& simulation, const Options& options) {
 
 std::string Diagnosis(const Simulation& simulation) {
     if (simulation.HowItEnded == Outcome::Assembled || simulation.HowItEnded == Outcome::Ended) return {};
-    const std::string place =
-        Printable(simulation.Name) + ':' + (simulation.Line == 0 ? "" : std::to_string(simulation.Line) + ':');
-    std::string text = place + " error: " + simulation.Message + '\n';
-    if (!simulation.Note.empty()) text += place + " note: " + simulation.Note + '\n';
+    std::string text;
+    for (const Fault& fault : simulation.AllFaults) text += FaultLines(simulation, fault);
+    if (const auto count = simulation.AllFaults.size(); count > 0)
+        return text + Printable(simulation.Name) + ": " + std::to_string(count) +
+               (count == 1 ? " fault\n" : " faults\n");
+    text = FaultLines(simulation, {simulation.Line, simulation.Message, simulation.Note});
     if (const auto source = simulation.SourceOf(simulation.Line); WasRun(simulation) && !source.empty())
         text += "    " + std::string(source) + '\n';
     return text;
@@ -318,6 +337,7 @@ std::string JsonReport(const Simulation& simulation, const Options& options) {
         report["line"] = simulation.Line;
         report["source"] = simulation.SourceOf(simulation.Line);
     }
+    if (!simulation.AllFaults.empty()) report["faults"] = FaultsAsJson(simulation);
     if (simulation.Assembly.Succeeded) {
         report["size"] = simulation.Assembly.End - simulation.Assembly.Origin;
         report["labels"] = LabelsAsJson(simulation.Assembly.Labels);

@@ -70,4 +70,15 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file, st
     return simulation;
 }
 
+// A fault that is not one of a line's own, such as that the program is too long, is one more.
+void FindAllFaults(Simulation& simulation) {
+    if (simulation.HowItEnded != Outcome::NotAssembled) return;
+    std::vector<Fault>& faults = simulation.AllFaults;
+    for (const auto& [line, message, cause] : assembler::FindFaults(simulation.Program))
+        faults.push_back({line, Printable(Utf8(message)), Printable(Utf8(cause))});
+    const auto place = std::ranges::lower_bound(faults, simulation.Line, {}, &Fault::Line);
+    if (place == faults.end() || place->Line != simulation.Line)
+        faults.insert(place, {simulation.Line, simulation.Message, simulation.Note});
+}
+
 }  // namespace console

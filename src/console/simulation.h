@@ -34,6 +34,13 @@ struct Transfer {
     std::int32_t TStates = 0;  // since the program's start, those of the instruction among them
 };
 
+// A line of the file that does not assemble, with the likely cause; no cause is empty, and no line is 0.
+struct Fault {
+    int Line = 0;
+    std::string Message;
+    std::string Note;
+};
+
 // One program, the machine of its own that it is assembled into and runs on, and what became of it.
 struct Simulation {
     std::string Name;  // as it is shown
@@ -48,6 +55,8 @@ struct Simulation {
     m8085::MachineState Machine;
     m8085::CodeMap Code;
     m8085::MachineState Before;  // as it was when the run began
+
+    std::vector<Fault> AllFaults;  // if all were looked for
 
     std::vector<Transfer> Traffic;  // if the run was watched for it
     bool TrafficIsCutOff = false;
@@ -69,5 +78,8 @@ std::unique_ptr<Simulation> Unreadable(std::string name, std::string reason);
 // Assembles a program file from `origin` upward, 0 to FFFF, into a new machine, which is left as after Assemble, at the
 // program's start.
 std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file, std::int32_t origin);
+
+// Looks for all faults of a program that was not assembled.
+void FindAllFaults(Simulation& simulation);
 
 }  // namespace console

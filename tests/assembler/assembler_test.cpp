@@ -256,6 +256,28 @@ TEST(Assembler, NotesNameTheCauseOfAFailure) {
     }
 }
 
+// By their lines and what follows "Bad ".
+TEST(Assembler, FindsAllFaults) {
+    const std::pair<std::u16string, std::string> programs[] = {
+        {u"nop\nmvi a,5\nx: jmp x", ""},
+        {u"jmp a\nmvi q,1\nadi\nnop ; note: hello", "1 label - A, 2 operand - Q, 3 operand, 4 opcode - HELLO, "},
+        // labels that faulty lines define, with or without a colon, and none that a comment does
+        {u"jmp a\nA mvi b,5\njmp b\nb;x\njmp c\nthe c: nop", "2 opcode - A, 4 opcode - B;X, 6 opcode - THE, "},
+        {u"jmp a\n; x: a", "1 label - A, 2 opcode - A, "},
+        // one line of the source, and once more its comment
+        {u"foo a: bar ; b: c: d e: f\nadd ; b: c", "1 opcode - FOO, 1 opcode - D, 2 operand - , 2 opcode - C, "},
+        {Repeat(u"x:\n", 101) + u"jmp y\ny: foo", "102 operand, 103 opcode - FOO, "},
+        {Repeat(u"x:\n", 99) + u"jmp y\ny: foo", "100 label - Y, 101 opcode - FOO, "},
+        {Repeat(u"foo\n", 20000), ""},
+    };
+    for (const auto& [source, expected] : programs) {
+        std::string found;
+        for (const LineFault& fault : FindFaults(PrepareProgram(source)))
+            found += std::to_string(fault.Line) + Narrow(fault.Message).substr(3) + ", ";
+        EXPECT_EQ(found, expected) << Narrow(source.substr(0, 80));
+    }
+}
+
 TEST(Assembler, NotesLinesAndLabels) {
     TestRig rig;
     const Assembly assembly = rig.Assemble(u"; count down\r\nMVI A,5\r\nLOOP:\r\nDCR A\r\nJNZ LOOP\r\nHLT");
