@@ -23,6 +23,7 @@ protected:
     std::string Told(void (RunControl::*command)()) {
         told.clear();
         yields = 0;
+        if (!machine.Halted) shownPC = unseen;
         (control.*command)();
         return told;
     }
@@ -37,6 +38,7 @@ protected:
         view.ClearSelection = [this] { line = 0; };
         view.Yield = [this] {
             ++yields;
+            shownPC = unseen;
             if (onYield) onYield();
         };
         view.ShowEndMessage = view.ShowRefusal = [this](const std::string& text) {
@@ -54,7 +56,8 @@ protected:
     std::string told;
     int line = 0;  // selected
     int lineWhenTold = 0;
-    std::int32_t shownPC = 0;
+    static constexpr std::int32_t unseen = -1;
+    std::int32_t shownPC = unseen;
     int yields = 0;
     m8085::Changes marked;
     std::optional<std::int32_t> next;
