@@ -149,14 +149,12 @@ TEST_F(FrmMainTest, TabRunsThroughTheControlsInTheOrderInWhichTheyAreRead) {
             names += window->focusWidget()->objectName();
         return names.join(' ');
     };
-    const QString buttons = "cmdCompile cmdSingleStep cmdRun cmdSlowRun cmdReset cmdCodeAssistant ";
-    const QString memory = " cmdClear cmdAdd cmdRemove grdRAM";
-    EXPECT_EQ(order(), buttons +
-                           "cmdDelay txtA txtF txtB txtC txtD txtE txtH txtL txtPC txtSP txtSf txtZf txtUndef1 txtACf "
-                           "txtUndef2 txtPf txtUndef3 txtCyf txtTstates" +
-                           memory);
+    EXPECT_EQ(order(),
+              "cmdCompile cmdSingleStep cmdRun cmdSlowRun cmdReset cmdCodeAssistant cmdDelay txtA txtF txtB txtC "
+              "txtD txtE txtH txtL txtPC txtSP txtSf txtZf txtUndef1 txtACf txtUndef2 txtPf txtUndef3 txtCyf "
+              "txtTstates cmdClear cmdAdd cmdRemove grdRAM");
     Click("cmdCodeAssistant");
-    EXPECT_TRUE(order().startsWith(buttons + "cmdCodes2 cmdCodes3 "));
+    EXPECT_TRUE(order().contains(" cmdCodeAssistant cmdCodes2 cmdCodes3 "));
     EXPECT_TRUE(order().endsWith(" cmdCodes76 cmdCodes1 cmdDelay"));
 }
 

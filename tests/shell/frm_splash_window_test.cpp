@@ -1,5 +1,6 @@
 #include "shell/frm_splash.h"
 
+#include "platform/modal.h"
 #include "support/window_test.h"
 
 namespace shell {
@@ -41,6 +42,22 @@ TEST(FrmSplash, CharactersAndMostClicksHideIt) {
     EXPECT_FALSE(splash.isVisible());
     splash.ShowAbout();
     EXPECT_FALSE(splash.close() || splash.isVisible());
+}
+
+TEST(FrmSplash, ItsTextsStandOnAGradientInsideABlackFrameAndALinkThatCannotOpenSaysWhereItLeads) {
+    frmSplash splash;
+    splash.ShowAbout();
+    const QImage picture = splash.grab().toImage();
+    for (const QPoint onFrame : {QPoint(2, 150), {445, 150}, {220, 2}, {220, 293}})
+        EXPECT_EQ(picture.pixelColor(onFrame), QColor(Qt::black));
+    for (const int y : {10, 285}) EXPECT_NEAR(picture.pixelColor(20, y).blue(), 100 + 100 * y / 301, 2);
+    EXPECT_EQ(splash.findChild<QLabel*>("Label3")->text(), "Version " VELMORA_VERSION);
+    const MessageAnswer message;
+    QTest::mouseMove(&splash, splash.findChild<QLabel*>("Label5")->geometry().center());
+    Click(splash, "Label5");
+    EXPECT_EQ(splash.cursor().shape(), Qt::UpArrowCursor);
+    EXPECT_TRUE(message.Text.startsWith("The page could not be opened in a browser. Its address is "));
+    EXPECT_TRUE(splash.isVisible());
 }
 
 }  // namespace shell
