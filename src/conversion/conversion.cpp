@@ -1,0 +1,441 @@
+#include "conversion/conversion.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "assembler/assembler.h"
+#include "assembler/explanation.h"
+#include "assembler/line_words.h"
+#include "assembler/source_preparation.h"
+#include "assembler/warnings.h"
+#include "conversion/expression.h"
+#include "conversion/layout.h"
+#include "conversion/program_lines.h"
+#include "conversion/source_lines.h"
+#include "conversion/statement.h"
+#include "machine/number_format.h"
+
+namespace conversion {
+
+namespace {
+
+using Text = std::u16string;
+using View = std::u16string_view;
+
+Text IsComment(const Text& what) {
+    return what + u" is a comment now";
+}
+
+Text HasMoreValues(const Label& label) {
+    return label.Name + u" has more than one value";
+}
+
+Text Wide(std::string_view ascii) {
+    return {ascii.begin(), ascii.end()};
+}
+
+Text Address(std::int32_t address) {
+    return Wide(m8085::FormatHexLong(address));
+}
+
+// Where it goes, and whether that is where it was.
+Text NewPlace(const Place& place) {
+    const bool isSame = place.NewAddress == place.Address;
+    return Address(place.NewAddress) + (isSame ? Text() : u", not at " + Address(place.Address));
+}
+
+// Assembles for what comes of it only.
+class Trial {
+public:
+    assembler::Assembly Assemble(const assembler::PreparedProgram& program) {
+        return assembler::AssembleProgram(program.Text, *machine_, *code_);
+    }
+
+private:
+    std::unique_ptr<m8085::MachineState> machine_ = std::make_unique<m8085::MachineState>();
+    std::unique_ptr<m8085::CodeMap> code_ = std::make_unique<m8085::CodeMap>();
+};
+
+class Converter {
+public:
+    Converter(View source, bool allDecimal)
+        : source_(UpperCase(source)), allDecimal_(allDecimal), lines_(ReadProgram(source)) {}
+
+    Conversion Run();
+
+private:
+    void ChooseOrigin();
+    void ChooseFinalH();
+    void PlaceStatements();
+
+    void ConvertLine();
+    void ConvertLabelsOfData();
+    void ConvertOrigin();
+    void ConvertEnd();
+    void ConvertDefinition();
+    bool CollectBytes();
+    void ConvertInterrupt();
+    void ConvertInstruction();
+    void ConvertNumber(const Operand& operand, std::int32_t largest);
+    void ConvertBranch(const Operand& operand);
+    Text LabelOf(std::size_t line);
+    bool ConvertRest();
+    void ConvertLabels();
+    void NoteReading(const Operand& operand, std::int32_t largest, const Value& value, const Choice& choice);
+
+    std::string ComposeData() const;
+    void SayWhatIsLeft();
+    void SayFaults(assembler::PreparedProgram program);
+
+    Line& Here() { return lines_[line_]; }
+    const Statement& Parsed() const { return lines_[line_].Parsed; }
+    const Place& PlaceHere() const { return layout_->PlaceOf(line_); }
+
+    Text source_;  // in upper case
+    bool allDecimal_;
+    std::vector<Line> lines_;
+    std::vector<Statement> statements_;
+    std::set<Text> labels_;  // that jumps and calls can go to
+    std::optional<Layout> layout_;
+    std::size_t line_ = 0;
+    bool withFinalH_ = true;                          // is how numbers are written
+    bool hasDecimal_ = false;                         // some number that is surely decimal
+    std::vector<std::pair<std::size_t, Text>> bare_;  // numbers that may be decimal, and their lines
+    std::map<std::size_t, Text> newLabels_;           // by their lines
+    std::map<std::int32_t, std::uint8_t> data_;
+    Conversion result_;
+};
+
+Conversion Converter::Run() {
+    ChooseOrigin();
+    ChooseFinalH();
+    PlaceStatements();
+    for (line_ = 0; line_ < lines_.size(); ++line_) ConvertLine();
+    for (const Line& line : lines_) result_.Program += line.Converted();
+    result_.Data = ComposeData();
+    SayWhatIsLeft();
+    for (const Line& line : lines_) result_.Notes.insert(result_.Notes.end(), line.Notes.begin(), line.Notes.end());
+    return std::move(result_);
+}
+
+// Where nothing before its first instruction says the origin, that is where a run begins.
+void Converter::ChooseOrigin() {
+    for (Line& line : lines_) {
+        if (line.Parsed.What == Kind::Origin || line.Parsed.IsInstruction()) return;
+        if (line.Parsed.What == Kind::Begin) line.Parsed.What = Kind::Origin;
+    }
+}
+
+// A program with numbers such as 0F and none with an H gets numbers without an H.
+void Converter::ChooseFinalH() {
+    bool hasFinalH = allDecimal_;
+    bool hasBare = false;
+    for (const Line& line : lines_) {
+        if (line.Parsed.What != Kind::Instruction || line.Parsed.Row->TakesLabel()) continue;
+        for (const Operand& operand : line.Parsed.Operands) {
+            const Text upper = UpperCase(operand.Text);
+            const auto value = ReadNumber(upper, false);
+            const bool isOurs = upper[0] <= u'9' && value && value->Number == assembler::ReadNumber(upper);
+            if (!isOurs || value->IfDecimal != value->Number) continue;
+            hasFinalH = hasFinalH || upper.ends_with(u'H');
+            hasBare = hasBare || upper.find_first_of(u"ABCDEF") != Text::npos;
+        }
+    }
+    withFinalH_ = hasFinalH || !hasBare;
+}
+
+void Converter::PlaceStatements() {
+    bool areAddressesLost = false;
+    for (const Line& line : lines_) {
+        statements_.push_back(line.Parsed);
+        areAddressesLost = areAddressesLost || IsFormerPlacement(line.Source.Comment);
+    }
+    layout_.emplace(statements_, areAddressesLost, allDecimal_);
+    for (std::size_t line = 0; line < lines_.size(); ++line)
+        for (const Label& label : statements_[line].Labels)
+            if (!layout_->PlaceOf(line).IsOfData && statements_[line].What != Kind::Equal) labels_.insert(label.Name);
+}
+
+void Converter::ConvertLine() {
+    switch (Parsed().What) {
+        case Kind::Origin: ConvertOrigin(); break;
+        case Kind::Begin:
+        case Kind::End: ConvertEnd(); break;
+        case Kind::Interrupt: ConvertInterrupt(); break;
+        case Kind::Instruction: ConvertInstruction(); break;
+        case Kind::Bytes:
+        case Kind::Words:
+        case Kind::Space:
+        case Kind::Equal: return ConvertDefinition();
+        case Kind::Heading:
+            Here().MakeComment(Parsed().At);
+            Here().Say(IsComment(Parsed().Operation));
+            break;
+        case Kind::Nothing:
+            if (!Parsed().Labels.empty() && PlaceHere().IsOfData) return ConvertLabelsOfData();
+            break;
+        case Kind::Unknown: break;
+    }
+    ConvertLabels();
+}
+
+// No jump can go there any more.
+void Converter::ConvertLabelsOfData() {
+    for (const Label& label : Parsed().Labels)
+        if (layout_->IsAmbiguous(label.Name)) return Here().SayFault(HasMoreValues(label));
+    if (!PlaceHere().IsKnown) return;
+    Here().MakeComment();
+    Here().Say(IsComment(u"the label " + Parsed().Labels[0].Name) + u", for " + NewPlace(PlaceHere()));
+}
+
+void Converter::ConvertOrigin() {
+    if (!layout_->ReadOnly(line_)) return;
+    Here().MakeComment(Parsed().At);
+    std::size_t first = line_ + 1;  // instruction
+    while (first < lines_.size() && !lines_[first].Parsed.IsInstruction() && lines_[first].Parsed.What != Kind::Origin)
+        ++first;
+    const bool isMoved = first < lines_.size() && lines_[first].Parsed.IsInstruction() &&
+                         layout_->PlaceOf(first).NewAddress != layout_->PlaceOf(first).Address;
+    const Text place = isMoved ? u"; the program goes on at " + NewPlace(layout_->PlaceOf(first)) : Text();
+    Here().Say(IsComment(Parsed().Operation) + place);
+}
+
+// Both END and BEGIN may say where a run begins.
+void Converter::ConvertEnd() {
+    const auto& operands = Parsed().Operands;
+    const auto value = operands.empty() ? std::nullopt : layout_->Read(operands[0].Text, line_);
+    if (Parsed().What == Kind::Begin && (!value || Parsed().RestAt)) return;
+    Here().MakeComment(Parsed().At);
+    Here().Say(IsComment(Parsed().Operation));
+    if (operands.empty() || (value && value->Addresses == 1 && value->Moved == m8085::ProgramOrigin)) return;
+    const auto line = value ? layout_->InstructionAt(static_cast<std::int32_t>(value->Number)) : std::nullopt;
+    if (!line || layout_->PlaceOf(*line).NewAddress != m8085::ProgramOrigin)
+        Here().SayFault(u"the program began at " + operands[0].Text + u", and begins with its first instruction now");
+}
+
+// The names stay in the comment, without their colons.
+void Converter::ConvertDefinition() {
+    const bool isEqual = Parsed().What == Kind::Equal;
+    for (const Label& label : Parsed().Labels)
+        if (layout_->IsAmbiguous(label.Name)) return Here().SayFault(HasMoreValues(label));
+    if (!isEqual && !PlaceHere().IsKnown) return Here().SayFault(u"where in memory this belongs is not known");
+    const bool isNameless = isEqual && Parsed().Labels.empty();
+    if (isNameless || Parsed().Operands.empty() || Parsed().RestAt || !CollectBytes())
+        return Here().SayFault(u"what follows " + Parsed().Operation + u" cannot be read" +
+                               (isEqual ? Text() : u"; it belongs to " + NewPlace(PlaceHere())));
+    for (const Label& label : Parsed().Labels)
+        if (label.ColonAt) Here().Source.Code[*label.ColonAt] = u' ';
+    Here().MakeComment();
+    const std::int32_t size = PlaceHere().Size;
+    const Text count = Wide(std::to_string(size)) + (size == 1 ? u" byte at " : u" bytes at ");
+    Here().Say(IsComment(Parsed().Operation) + (isEqual ? Text() : u", for " + count + NewPlace(PlaceHere())));
+}
+
+// Stores what the definition puts into memory. False where it cannot be read.
+bool Converter::CollectBytes() {
+    if (Parsed().What == Kind::Equal)
+        return Parsed().Operands.size() == 1 && layout_->Read(Parsed().Operands[0].Text, line_);
+    if (Parsed().What == Kind::Space) return layout_->ReadOnly(line_).has_value();
+    std::vector<std::int32_t> bytes;
+    for (const Operand& operand : Parsed().Operands) {
+        if (operand.IsString() && Parsed().What == Kind::Bytes) {
+            for (const char16_t character : View(operand.Text).substr(1, operand.Text.size() - 2)) {
+                if (character >= 0x80) return false;
+                bytes.push_back(character);
+            }
+            continue;
+        }
+        const std::int32_t largest = Parsed().What == Kind::Bytes ? 0xFF : 0xFFFF;
+        const auto value = layout_->Read(operand.Text, line_);
+        const auto choice = value ? Choose(*value, largest) : std::nullopt;
+        if (!choice) return false;
+        NoteReading(operand, largest, *value, *choice);
+        bytes.push_back(choice->Number & 0xFF);
+        if (Parsed().What == Kind::Words) bytes.push_back(choice->Number >> 8);
+    }
+    std::int32_t address = PlaceHere().NewAddress;
+    for (const std::int32_t byte : bytes) data_[address++ & (m8085::MemorySize - 1)] = static_cast<std::uint8_t>(byte);
+    return true;
+}
+
+// Only the last instruction can be told to be the return to a monitor.
+void Converter::ConvertInterrupt() {
+    const auto isInstruction = [](const Line& line) { return line.Parsed.IsInstruction(); };
+    const auto rest = lines_.begin() + static_cast<std::ptrdiff_t>(line_) + 1;
+    if (Parsed().Operation != u"RST" || Parsed().Operands.size() != 1 || Parsed().RestAt) return;
+    if (std::any_of(rest, lines_.end(), isInstruction)) return;
+    const Operand& operand = Parsed().Operands[0];
+    const auto number = ReadNumber(operand.Text, false);
+    if (!number || (number->Number != 1 && number->Number != 5)) return;
+    const std::size_t length = operand.At + operand.Text.size() - Parsed().At;
+    const bool isLower = Here().Source.Code[Parsed().At] == u'r';
+    Here().Replace(Parsed().At, length, isLower ? u"hlt" : u"HLT");
+    Here().Say(u"RST " + operand.Text + u", a return to a monitor, became HLT");
+}
+
+void Converter::ConvertInstruction() {
+    if (Parsed().RestAt && !ConvertRest()) return;
+    const auto& columns = Parsed().Row->Operands;
+    for (std::size_t place = 0; place < Parsed().Operands.size(); ++place) {
+        const Operand& operand = Parsed().Operands[place];
+        if (Parsed().Row->TakesLabel())
+            ConvertBranch(operand);
+        else if (columns[place].starts_with('I'))
+            ConvertNumber(operand, columns[place] == "I8" ? 0xFF : 0xFFFF);
+    }
+}
+
+// Four digits are an address, and addresses are hexadecimal in all programs.
+void Converter::NoteReading(const Operand& operand, std::int32_t largest, const Value& value, const Choice& choice) {
+    constexpr std::size_t addressDigits = 4;
+    const bool isAddress = largest > 0xFF && (operand.Text.size() >= addressDigits || choice.Number > 0xFFF);
+    hasDecimal_ = hasDecimal_ || choice.IsSurelyDecimal;
+    if (!choice.IsSurelyDecimal && !isAddress && value.IfDecimal != value.Number)
+        bare_.emplace_back(line_, operand.Text);
+}
+
+void Converter::ConvertNumber(const Operand& operand, std::int32_t largest) {
+    const auto value = layout_->Read(operand.Text, line_);
+    const auto choice = value ? Choose(*value, largest) : std::nullopt;
+    if (!choice) return;
+    NoteReading(operand, largest, *value, *choice);
+    const bool isByte = largest == 0xFF;
+    if (!isByte && value->Addresses == 0 && layout_->HasChanged(choice->Number)) {
+        const Text text = Address(choice->Number) + u" lies inside the program, where something else stands now";
+        if (Parsed().Operation != u"LXI" || layout_->IsInProgram(choice->Number))
+            Here().SayFault(text);
+        else
+            Here().Say(text);
+    }
+    if (assembler::ReadNumber(UpperCase(operand.Text)) == choice->Number && value->Addresses == 0) return;
+    const Text number = FormatNumber(choice->Number, isByte, withFinalH_ || choice->IsSurelyDecimal);
+    Here().Replace(operand.At, operand.Text.size(), number);
+    Here().Say(operand.Text + u" became " + number);
+}
+
+void Converter::ConvertBranch(const Operand& operand) {
+    const Text name = Parsed().Target();
+    const bool hasColon = operand.Text.ends_with(u':');
+    if (labels_.contains(name)) {
+        if (!hasColon) return;
+        Here().Replace(operand.At + name.size(), 1, {});
+        return Here().Say(u"there is no colon after " + name + u" any more");
+    }
+    const auto value = layout_->Read(name, line_);
+    const auto choice = value ? Choose(*value, 0xFFFF) : std::nullopt;
+    if (!choice) return;
+    const auto address = value->Addresses == 1 ? static_cast<std::int32_t>(value->Number) : choice->Number;
+    const auto line = layout_->InstructionAt(address);
+    if (!line) return Here().SayFault(u"no instruction is known to begin at " + Address(address));
+    const Text label = LabelOf(*line);
+    Here().Replace(operand.At, operand.Text.size(), label);
+    Here().Say(operand.Text + u" became the label " + label);
+}
+
+// One that the instruction has, or a new one.
+Text Converter::LabelOf(std::size_t line) {
+    for (std::size_t above = line;; --above) {
+        for (const Label& label : lines_[above].Parsed.Labels)
+            if (!layout_->IsAmbiguous(label.Name)) return label.Name;
+        if (above == 0 || lines_[above - 1].Parsed.What != Kind::Nothing) break;
+    }
+    Text& label = newLabels_[line];
+    if (!label.empty()) return label;
+    label = u"L" + Address(layout_->PlaceOf(line).Address);
+    while (source_.find(label) != Text::npos) label += u'_';
+    lines_[line].Replace(lines_[line].Parsed.At, 0, label + u": ");
+    lines_[line].Say(u"the label " + label + u" is new");
+    return label;
+}
+
+// Words that no operand can be are a comment. False where they may be something else.
+bool Converter::ConvertRest() {
+    const View rest = View(Here().Source.Code).substr(*Parsed().RestAt);
+    const View word = rest.substr(0, rest.find_first_of(u" \t,.;()-"));
+    const bool hasSum = std::ranges::any_of(
+        Parsed().Operands, [](const Operand& operand) { return operand.Text.find_first_of(u"+-", 1) != Text::npos; });
+    if (!IsWord(word) || hasSum || !Parsed().IsWholeInstruction() || ReadStatement(rest).IsWholeInstruction()) {
+        Here().SayFault(Text(Trimmed(rest)) + u" does not belong to " + Parsed().Operation +
+                        u", and may be a comment or not");
+        return false;
+    }
+    Here().Replace(*Parsed().RestAt, rest.size(), u"; " + WithoutColons(rest));
+    Here().Say(IsComment(u"the text after the instruction"));
+    return true;
+}
+
+void Converter::ConvertLabels() {
+    for (const Label& label : Parsed().Labels) {
+        if (label.ColonAt == label.End()) continue;
+        if (label.ColonAt) Here().Replace(*label.ColonAt, 1, {});
+        Here().Replace(label.End(), 0, u":");
+        Here().Say(u"the label " + label.Name + u" has its colon now");
+    }
+}
+
+// At most sixteen bytes in a line.
+std::string Converter::ComposeData() const {
+    constexpr int mostInLine = 16;
+    std::string text;
+    std::int32_t next = -1;
+    int count = 0;
+    for (const auto& [address, byte] : data_) {
+        if (address != next || count == mostInLine) {
+            text += (text.empty() ? "" : "\r\n") + m8085::FormatHexLong(address) + " :";
+            count = 0;
+        }
+        text += ' ' + m8085::FormatHexByte(byte);
+        next = address + 1;
+        ++count;
+    }
+    return text.empty() ? text : text + "\r\n";
+}
+
+// What may not be what it looks like, and what does not assemble.
+void Converter::SayWhatIsLeft() {
+    if (!hasDecimal_) bare_.clear();
+    for (const auto& [line, number] : bare_) lines_[line].Say(number + u" is taken as hexadecimal");
+    const assembler::PreparedProgram program = assembler::PrepareProgram(result_.Program);
+    for (const auto& [line, text] : assembler::FindWarnings(program)) {
+        line_ = static_cast<std::size_t>(line - 1);
+        const bool isSaid = std::ranges::count(bare_, line_, &std::pair<std::size_t, Text>::first) > 0;
+        if (!Here().IsFaulty() && !isSaid) Here().Say(text);
+    }
+    SayFaults(program);
+}
+
+// Takes each line at fault away to find the next one.
+void Converter::SayFaults(assembler::PreparedProgram program) {
+    constexpr int most = 100;
+    Trial trial;
+    for (int count = 0; count < most; ++count) {
+        const assembler::Assembly assembly = trial.Assemble(program);
+        if (assembly.Succeeded) return;
+        if (assembly.FaultLine == 0) {
+            result_.Notes.push_back({0, true, assembly.AsmErrorText});
+            return;
+        }
+        line_ = static_cast<std::size_t>(program.SourceLine(assembly.FaultLine) - 1);
+        const Text reason = assembler::ExplainFailure(program, assembly);
+        if (!Here().IsFaulty())
+            Here().SayFault(assembly.AsmErrorText + (reason.empty() ? reason : u" (" + reason + u")"));
+        const View line = assembler::LinesOf(program.Text)[static_cast<std::size_t>(assembly.FaultLine - 1)];
+        program.Text.replace(static_cast<std::size_t>(line.data() - program.Text.data()), line.size(), line.size(),
+                             u' ');
+    }
+}
+
+}  // namespace
+
+Conversion ConvertProgram(View source, bool allDecimal) {
+    const assembler::PreparedProgram program = assembler::PrepareProgram(source);
+    const bool isFine = Trial().Assemble(program).Succeeded && assembler::FindWarnings(program).empty();
+    if (isFine && !allDecimal) return {Text(source), {}, {}};
+    return Converter(source, allDecimal).Run();
+}
+
+}  // namespace conversion

@@ -1,0 +1,140 @@
+#include "conversion/expression.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "assembler/assembler.h"
+#include "machine/characters.h"
+#include "machine/number_format.h"
+
+namespace conversion {
+
+namespace {
+
+using Text = std::u16string;
+using View = std::u16string_view;
+
+constexpr std::int64_t beyond = 0xFFFFFF;  // what no operand has room for
+
+std::optional<std::int64_t> ReadDigits(View digits, int base) {
+    return m8085::ReadDigits(digits, base, beyond);
+}
+
+Value Constant(std::int64_t number) {
+    return {number, number, number, 0};
+}
+
+std::optional<Value> ReadCharacter(View word) {
+    const bool isQuoted = word.size() == 3 && word[0] == word[2] && (word[0] == u'\'' || word[0] == u'"');
+    return isQuoted && word[1] < 0x80 ? std::optional(Constant(word[1])) : std::nullopt;
+}
+
+std::optional<std::int64_t> ReadWithPrefix(View word) {
+    for (const View prefix : {View(u"0X"), View(u"$"), View(u"&H")})
+        if (word.starts_with(prefix)) return ReadDigits(word.substr(prefix.size()), 16);
+    return {};
+}
+
+// What it is where digits alone are decimal and a final letter says the base.
+std::optional<std::int64_t> ReadWithSuffix(View word) {
+    if (const auto decimal = ReadDigits(word, 10)) return decimal;
+    constexpr std::pair<char16_t, int> bases[] = {{u'D', 10}, {u'B', 2}, {u'Q', 8}, {u'O', 8}};
+    for (const auto& [suffix, base] : bases)
+        if (word.ends_with(suffix)) return ReadDigits(word.substr(0, word.size() - 1), base);
+    return {};
+}
+
+std::size_t EndOfTerm(View text) {
+    const bool isQuoted = text.size() > 2 && text[0] == text[2] && (text[0] == u'\'' || text[0] == u'"');
+    return std::min(isQuoted ? 3 : text.find_first_of(u"+-"), text.size());
+}
+
+std::optional<Value> ReadTerm(View term, const ValueOfName& valueOf, bool allDecimal) {
+    const bool isNumber = term.empty() || (term[0] >= u'0' && term[0] <= u'9');
+    if (!isNumber)
+        if (const auto value = valueOf(UpperCase(term))) return value;
+    return ReadNumber(term, allDecimal);
+}
+
+// False where the sum grows without bounds.
+bool Add(Value& sum, const Value& value, int sign) {
+    sum.Number += sign * value.Number;
+    sum.IfDecimal += sign * value.IfDecimal;
+    sum.Moved += sign * value.Moved;
+    sum.Addresses += sign * value.Addresses;
+    return std::max({std::abs(sum.Number), std::abs(sum.IfDecimal), std::abs(sum.Moved)}) <= 2 * beyond &&
+           std::abs(sum.Addresses) <= 2;
+}
+
+}  // namespace
+
+std::optional<Value> ReadNumber(View word, bool allDecimal) {
+    if (word.starts_with(u'#')) word.remove_prefix(1);
+    if (const auto character = ReadCharacter(word)) return character;
+    Text upper = UpperCase(word);
+    if (upper.ends_with(u'H')) upper = Text(Trimmed(View(upper).substr(0, upper.size() - 1))) + u'H';
+    if (const auto number = ReadWithPrefix(upper)) return Constant(*number);
+    const auto hexadecimal = assembler::ReadNumber(upper);
+    const auto other = ReadWithSuffix(upper);
+    if (!hexadecimal && !other) return {};
+    // Nobody writes a hexadecimal number with so many zeros and ones in front of a B.
+    constexpr std::size_t shortestBinary = 5;
+    const bool isSurelyBinary = upper.ends_with(u'B') && upper.size() >= shortestBinary;
+    if (!hexadecimal || (other && (allDecimal || isSurelyBinary))) return Constant(*other);
+    return Value{*hexadecimal, other.value_or(*hexadecimal), *hexadecimal, 0};
+}
+
+std::optional<Value> ReadExpression(View text, const ValueOfName& valueOf, bool allDecimal) {
+    Value sum;
+    text = Trimmed(text);
+    for (int sign = 1;;) {
+        if (text.starts_with(u'-') || text.starts_with(u'+')) {
+            sign *= text[0] == u'-' ? -1 : 1;
+            text = Trimmed(text.substr(1));
+        }
+        const std::size_t end = EndOfTerm(text);
+        const auto value = ReadTerm(Trimmed(text.substr(0, end)), valueOf, allDecimal);
+        if (!value || !Add(sum, *value, sign)) return {};
+        text = Trimmed(text.substr(end));
+        if (text.empty()) return sum;
+        if (text[0] != u'+' && text[0] != u'-') return {};
+        sign = text[0] == u'-' ? -1 : 1;
+        text = Trimmed(text.substr(1));
+    }
+}
+
+std::optional<Choice> Choose(const Value& value, std::int32_t largest) {
+    const auto fitted = [largest](std::int64_t number) -> std::optional<std::int32_t> {
+        if (number > largest || number < -(largest / 2) - 1) return {};
+        return static_cast<std::int32_t>(number & largest);
+    };
+    const bool isAddress = value.Addresses == 1 && largest > 0xFF && value.Moved >= 0;
+    if (isAddress)
+        if (const auto number = fitted(value.Moved)) return Choice{*number};
+    if (value.Addresses != 0 || value.Moved != value.Number) return {};
+    if (const auto number = fitted(value.Number)) return Choice{*number};
+    if (const auto number = fitted(value.IfDecimal)) return Choice{*number, true};
+    return {};
+}
+
+std::u16string FormatNumber(std::int32_t number, bool isByte, bool withFinalH) {
+    const std::string digits =
+        isByte ? m8085::FormatHexByte(static_cast<std::uint8_t>(number)) : m8085::FormatHexLong(number);
+    Text text(digits.begin(), digits.end());
+    if (text[0] > u'9') text.insert(0, 1, u'0');
+    return withFinalH ? text + u'H' : text;
+}
+
+std::u16string UpperCase(View text) {
+    Text upper(text);
+    std::ranges::transform(upper, upper.begin(), m8085::ToUpperCase);
+    return upper;
+}
+
+std::u16string_view Trimmed(View text) {
+    while (!text.empty() && m8085::IsBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && m8085::IsBlank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+}  // namespace conversion

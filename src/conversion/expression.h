@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace conversion {
+
+// What an operand comes to, in the readings that it has.
+struct Value {
+    std::int64_t Number = 0;     // digits alone are hexadecimal
+    std::int64_t IfDecimal = 0;  // digits alone are decimal
+    std::int64_t Moved = 0;      // Number, with names for the addresses that they have after the conversion
+    int Addresses = 0;           // of how many of those it is the sum, less those that are taken away
+
+    bool operator==(const Value&) const = default;
+};
+
+// A number as programs for other assemblers write it: what this language takes, and 10D, 1010B, 17Q, 0x1F, $1F, &H1F,
+// "05 H", 'A', and any of them after a "#". With allDecimal digits alone are decimal in all readings. Nothing for any
+// other text. What is far above FFFF reads as some number above FFFF.
+std::optional<Value> ReadNumber(std::u16string_view word, bool allDecimal);
+
+// The value of a name in upper case, or of $ for the current address.
+using ValueOfName = std::function<std::optional<Value>(std::u16string_view)>;
+
+// The value of names and numbers with + and - between them or in front. Names come before numbers, which they are not
+// taken for if they begin with a digit. Nothing for any other text.
+std::optional<Value> ReadExpression(std::u16string_view text, const ValueOfName& valueOf, bool allDecimal);
+
+// The number to be used where there is room for one up to `largest`, FF or FFFF.
+struct Choice {
+    std::int32_t Number = 0;
+    bool IsSurelyDecimal = false;  // in hexadecimal there is no room for it
+};
+
+// Negative numbers become what the machine has for them. Nothing if there is no room in any reading, and where moving
+// the program has changed a distance.
+std::optional<Choice> Choose(const Value& value, std::int32_t largest);
+
+// "0AH" or "0F00AH", or the same without the H.
+std::u16string FormatNumber(std::int32_t number, bool isByte, bool withFinalH);
+
+// With a to z in upper case, and without blanks around it.
+std::u16string UpperCase(std::u16string_view text);
+std::u16string_view Trimmed(std::u16string_view text);
+
+}  // namespace conversion

@@ -1,0 +1,114 @@
+#include "conversion/program_lines.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+#include "conversion/expression.h"
+#include "machine/characters.h"
+
+namespace conversion {
+
+namespace {
+
+using Text = std::u16string;
+using View = std::u16string_view;
+using Names = std::set<Text>;
+
+// Those that jumps and calls go to. What follows END is not part of the program; where a jump before it goes there, END
+// is a label.
+Names CutAtEnd(std::vector<Line>& lines) {
+    Names targets;
+    bool hasEnded = false;
+    for (Line& line : lines) {
+        if (hasEnded) {
+            line.Parsed = {};
+            if (Trimmed(line.Source.Code).empty()) continue;
+            line.MakeComment();
+            line.Say(u"what follows END is a comment now");
+            continue;
+        }
+        targets.insert(line.Parsed.Target());
+        hasEnded = line.Parsed.What == Kind::End && !(line.Parsed.IsAlone() && targets.contains(u"END"));
+    }
+    return targets;
+}
+
+bool IsProseLine(const Line& line, const Names& targets) {
+    const Statement& statement = line.Parsed;
+    if (statement.What != Kind::Unknown && statement.What != Kind::Instruction) return false;
+    if (statement.IsAlone() && targets.contains(statement.Operation)) return false;
+    const auto isTarget = [&](const Label& label) { return targets.contains(label.Name); };
+    return std::ranges::none_of(statement.Labels, isTarget) && IsProse(statement, line.Source.Code);
+}
+
+void TakeAwayProse(std::vector<Line>& lines, const Names& targets) {
+    const auto isInstruction = [](const Line& line) {
+        return line.Parsed.IsWholeInstruction() || line.Parsed.What == Kind::Interrupt;
+    };
+    const auto first = std::ranges::find_if(lines, isInstruction);
+    const auto afterLast = std::find_if(lines.rbegin(), lines.rend(), isInstruction).base();
+    for (auto line = lines.begin(); line != lines.end(); ++line) {
+        if ((line >= first && line < afterLast) || !IsProseLine(*line, targets)) continue;
+        line->Parsed = {};
+        line->MakeComment();
+        line->Say(u"the text is a comment now");
+    }
+}
+
+void CloseLabels(std::vector<Line>& lines, const Names& targets) {
+    Names labels;
+    for (const Line& line : lines)
+        for (const Label& label : line.Parsed.Labels)
+            if (!line.Parsed.DefinesNames()) labels.insert(label.Name);
+    for (Line& line : lines) {
+        Statement& statement = line.Parsed;
+        if (statement.What != Kind::Unknown && statement.What != Kind::End) continue;
+        if (!statement.IsAlone() || !IsName(statement.Operation) || !targets.contains(statement.Operation)) continue;
+        if (!labels.insert(statement.Operation).second) continue;
+        statement.Labels.push_back({statement.Operation, statement.At, {}});
+        statement.What = Kind::Nothing;
+    }
+}
+
+}  // namespace
+
+void Line::MakeComment(std::size_t from) {
+    Text& code = Source.Code;
+    const bool needsBlank = from > 0 && !m8085::IsBlank(code[from - 1]);
+    code.replace(from, Text::npos, (needsBlank ? u" ; " : u"; ") + WithoutColons(View(code).substr(from)));
+}
+
+void Line::MakeComment() {
+    MakeComment(std::min(Source.Code.find_first_not_of(u" \t"), Source.Code.size()));
+}
+
+bool Line::IsFaulty() const {
+    return std::ranges::count(Notes, true, &Note::IsFault) > 0;
+}
+
+std::u16string Line::Converted() const {
+    std::vector<Edit> edits = edits_;
+    std::ranges::stable_sort(edits, {}, [](const Edit& edit) { return std::pair(edit.At, edit.Length); });
+    Text code = Source.Code;
+    for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) code.replace(edit->At, edit->Length, edit->By);
+    return code + Source.Comment + Source.End;
+}
+
+std::vector<Line> ReadProgram(View source) {
+    std::vector<Line> lines;
+    for (SourceLine& divided : DivideLines(source)) {
+        Line line;
+        line.Number = static_cast<int>(lines.size()) + 1;
+        line.Parsed = ReadStatement(divided.Code);
+        for (const Text& change : divided.Changes) line.Say(change);
+        line.Source = std::move(divided);
+        lines.push_back(std::move(line));
+    }
+    const Names targets = CutAtEnd(lines);
+    TakeAwayProse(lines, targets);
+    CloseLabels(lines, targets);
+    return lines;
+}
+
+}  // namespace conversion

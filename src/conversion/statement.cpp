@@ -1,0 +1,275 @@
+#include "conversion/statement.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "conversion/expression.h"
+#include "machine/characters.h"
+
+namespace conversion {
+
+namespace {
+
+using Text = std::u16string;
+using View = std::u16string_view;
+
+// Those with a dot are words of English without it.
+constexpr std::pair<View, Kind> operations[] = {
+    {u"ORG", Kind::Origin},    {u"BEGIN", Kind::Begin},   {u"END", Kind::End},       {u"CPU", Kind::Heading},
+    {u"HOF", Kind::Heading},   {u"TITLE", Kind::Heading}, {u"SBTTL", Kind::Heading}, {u"PAGE", Kind::Heading},
+    {u"EJECT", Kind::Heading}, {u"DB", Kind::Bytes},      {u"DEFB", Kind::Bytes},    {u".BYTE", Kind::Bytes},
+    {u"DW", Kind::Words},      {u"DEFW", Kind::Words},    {u".WORD", Kind::Words},   {u"DS", Kind::Space},
+    {u"DEFS", Kind::Space},    {u"EQU", Kind::Equal},     {u"SET", Kind::Equal},     {u"=", Kind::Equal},
+    {u"RST", Kind::Interrupt}, {u"EI", Kind::Interrupt},  {u"DI", Kind::Interrupt},  {u"RIM", Kind::Interrupt},
+    {u"SIM", Kind::Interrupt}};
+
+constexpr View registerNames[] = {u"A", u"B", u"C", u"D", u"E", u"H", u"L", u"M", u"BC", u"DE", u"HL", u"SP", u"PSW"};
+
+bool IsMarked(View word) {
+    return word.starts_with(u'.') || word.starts_with(u'#');
+}
+
+// Takes upper case. Only directives may be marked.
+Kind KindOf(View word) {
+    if (assembler::FindInstruction(word) != nullptr) return Kind::Instruction;
+    const auto* found = std::ranges::find(operations, word, &std::pair<View, Kind>::first);
+    if (found == std::end(operations) && IsMarked(word))
+        found = std::ranges::find(operations, word.substr(1), &std::pair<View, Kind>::first);
+    const bool isMeant = found != std::end(operations) && !(IsMarked(word) && found->second == Kind::Interrupt);
+    return isMeant ? found->second : Kind::Unknown;
+}
+
+bool IsQuote(char16_t character) {
+    return character == u'\'' || character == u'"';
+}
+
+bool Contains(const auto& list, View word) {
+    return std::ranges::find(list, word) != std::end(list);
+}
+
+bool IsNumberColumn(std::string_view column) {
+    return column.starts_with('I');
+}
+
+class Reader {
+public:
+    explicit Reader(View code) : code_(code) {}
+
+    Statement Read() {
+        while (ReadLabel()) {
+        }
+        SkipBlanks();
+        ReadOperation();
+        if (statement_.What == Kind::Instruction)
+            ReadOperands();
+        else if (statement_.What != Kind::Unknown && statement_.What != Kind::Heading)
+            ReadList();
+        if (at_ < code_.size() && statement_.What != Kind::Nothing) statement_.RestAt = at_;
+        if (IsEnglish()) statement_.What = Kind::Unknown;
+        return std::move(statement_);
+    }
+
+private:
+    // "Begin with", "end of program".
+    bool IsEnglish() const {
+        const auto& operands = statement_.Operands;
+        if (statement_.What == Kind::End) return operands.size() > 1 || statement_.RestAt;
+        if (statement_.What != Kind::Begin) return false;
+        return operands.empty() || !ReadNumber(operands[0].Text, false);
+    }
+
+    void SkipBlanks() {
+        while (at_ < code_.size() && m8085::IsBlank(code_[at_])) ++at_;
+    }
+
+    bool IsAt(View characters) const { return at_ < code_.size() && characters.find(code_[at_]) != View::npos; }
+
+    // From here up to a blank, the line's end or one of the characters.
+    View WordHere(View ends) const {
+        std::size_t end = at_;
+        while (end < code_.size() && !m8085::IsBlank(code_[end]) && ends.find(code_[end]) == View::npos) ++end;
+        return code_.substr(at_, end - at_);
+    }
+
+    // With a colon, or with blanks and a colon after it.
+    bool ReadLabel() {
+        SkipBlanks();
+        const std::size_t start = at_;
+        const View word = WordHere(u":=,");
+        at_ += word.size();
+        if (!IsAt(u":") && KindOf(UpperCase(word)) == Kind::Unknown) SkipBlanks();
+        const bool isLabel = IsAt(u":") && !word.empty() && !IsQuote(word[0]);
+        if (!isLabel) {
+            at_ = start;
+            return false;
+        }
+        statement_.Labels.push_back({UpperCase(word), start, at_++});
+        return true;
+    }
+
+    void ReadOperation() {
+        if (at_ >= code_.size()) return;
+        TakeOperation();
+        if (statement_.IsInstruction() || statement_.What == Kind::Heading || !IsName(statement_.Operation)) return;
+        // A name without a colon, which may be that of a directive, before an operation.
+        Statement first = statement_;
+        const std::size_t afterFirst = at_;
+        TakeOperation();
+        if (statement_.DefinesNames() ||
+            (statement_.IsInstruction() && first.What != Kind::Origin && first.What != Kind::Begin)) {
+            statement_.Labels.push_back({first.Operation, first.At, {}});
+            return;
+        }
+        statement_ = std::move(first);
+        at_ = afterFirst;
+    }
+
+    // Moves on to the operands. A mark may stand alone.
+    void TakeOperation() {
+        statement_.At = at_;
+        Text word;
+        if (IsAt(u"=") || IsAt(u"#")) word = code_[at_++];
+        if (word == u"#") SkipBlanks();
+        if (word != u"=") word += WordHere(u"=");
+        at_ += word.size() - (word.starts_with(u'=') || word.starts_with(u'#') ? 1 : 0);
+        statement_.Operation = UpperCase(word);
+        statement_.What = KindOf(statement_.Operation);
+        statement_.Row = assembler::FindInstruction(statement_.Operation);
+        SkipBlanks();
+    }
+
+    void ReadOperands() {
+        for (const std::string_view column : statement_.Row->Operands) {
+            if (column.empty() || at_ >= code_.size()) break;
+            const std::size_t start = at_;
+            if (IsNumberColumn(column))
+                PassNumber();
+            else
+                at_ += WordHere(u",").size();
+            TakeOperand(start);
+            const bool isFirst = statement_.Operands.size() == 1 && !statement_.Row->Operands[1].empty();
+            while (isFirst && IsAt(u", \t")) ++at_;
+        }
+    }
+
+    void ReadList() {
+        while (at_ < code_.size()) {
+            const std::size_t start = at_;
+            const std::size_t closing = IsQuote(code_[at_]) ? code_.find(code_[at_], at_ + 1) : View::npos;
+            if (closing != View::npos && closing > at_ + 2)
+                at_ = closing + 1;
+            else
+                PassNumber();
+            TakeOperand(start);
+            if (!IsAt(u",")) return;
+            ++at_;
+            SkipBlanks();
+        }
+    }
+
+    void TakeOperand(std::size_t start) {
+        if (at_ > start) statement_.Operands.push_back({start, Text(Trimmed(code_.substr(start, at_ - start)))});
+        SkipBlanks();
+    }
+
+    // Terms with + and - between them; "05 H" is one term.
+    void PassNumber() {
+        while (true) {
+            while (IsAt(u"+-\t ")) ++at_;
+            const bool isDigit = IsAt(u"0123456789");
+            const bool isCharacter = at_ + 2 < code_.size() && IsQuote(code_[at_]) && code_[at_ + 2] == code_[at_];
+            if (isCharacter) at_ += 3;
+            at_ += WordHere(u",+-").size();
+            if (isDigit) PassFinalH();
+            const std::size_t end = at_;
+            SkipBlanks();
+            if (IsAt(u"+-")) continue;
+            at_ = end;
+            return;
+        }
+    }
+
+    void PassFinalH() {
+        const std::size_t end = at_;
+        SkipBlanks();
+        at_ = UpperCase(WordHere(u",+-")) == u"H" ? at_ + 1 : end;
+    }
+
+    View code_;
+    std::size_t at_ = 0;
+    Statement statement_;
+};
+
+// Splits at blanks.
+std::vector<View> WordsOf(View code) {
+    std::vector<View> words;
+    while (!(code = Trimmed(code)).empty()) {
+        words.push_back(code.substr(0, code.find_first_of(u" \t")));
+        code.remove_prefix(words.back().size());
+    }
+    return words;
+}
+
+}  // namespace
+
+std::u16string Statement::Target() const {
+    if (Row == nullptr || !Row->TakesLabel() || Operands.empty()) return {};
+    const View text = Operands[0].Text;
+    return UpperCase(text.ends_with(u':') ? text.substr(0, text.size() - 1) : text);
+}
+
+bool Statement::IsWholeInstruction() const {
+    if (Row == nullptr) return false;
+    const auto count = static_cast<std::size_t>(
+        std::ranges::count_if(Row->Operands, [](std::string_view column) { return !column.empty(); }));
+    if (Operands.size() < count) return false;
+    View registers[2];
+    for (std::size_t place = 0; place < count; ++place)
+        if (!IsNumberColumn(Row->Operands[place])) registers[place] = Operands[place].Text;
+    return assembler::FindInstruction(Operation, UpperCase(registers[0]), UpperCase(registers[1])) != nullptr;
+}
+
+Statement ReadStatement(View code) {
+    return Reader(code).Read();
+}
+
+bool IsWord(View word) {
+    const auto isLetter = [](char16_t character) {
+        const char16_t upper = m8085::ToUpperCase(character);
+        return (upper >= u'A' && upper <= u'Z') || upper >= 0x80;
+    };
+    return !word.empty() && std::ranges::all_of(word, isLetter);
+}
+
+bool IsName(View word) {
+    static constexpr View others = u"_.$?@0123456789";
+    return !word.empty() && std::ranges::all_of(word, [](char16_t character) {
+        return IsWord(View(&character, 1)) || others.find(character) != View::npos;
+    });
+}
+
+bool IsFormerPlacement(View comment) {
+    const View text = comment.substr(std::min(comment.find_first_not_of(u"; \t"), comment.size()));
+    const Statement statement = ReadStatement(text.substr(0, text.find(u';')));
+    const bool isPlacement = statement.IsData() || statement.What == Kind::Origin || statement.What == Kind::Begin;
+    return isPlacement && !statement.Operands.empty() && !statement.RestAt;
+}
+
+bool IsProse(const Statement& statement, View code) {
+    constexpr std::size_t tooLongForMnemonic = 5;
+    const bool hasOpenLabel = !statement.Labels.empty() && !statement.Labels.back().ColonAt;
+    const std::vector<View> words = WordsOf(code.substr(hasOpenLabel ? statement.Labels.back().At : statement.At));
+    if (statement.IsWholeInstruction() || words.empty()) return false;
+    if (!statement.Labels.empty() && !IsWord(statement.Operation.substr(0, 1))) return true;  // "Date: 1 May"
+    if (words.size() > 2) {
+        const Text second = UpperCase(words[1].substr(0, words[1].find_last_not_of(u",.:") + 1));
+        const bool isEnglish = IsWord(second) && second.size() > 1 && !Contains(registerNames, second);
+        const bool takesRegister = statement.Row != nullptr && !IsNumberColumn(statement.Row->Operands[0]);
+        if (isEnglish && (hasOpenLabel || statement.What == Kind::Unknown || takesRegister)) return true;
+    }
+    const bool hasOperands = std::ranges::any_of(words, [](View word) { return word.find(u',') - 1 < 2; });
+    const bool isLong = statement.What == Kind::Unknown && IsWord(words[0]) && words[0].size() >= tooLongForMnemonic;
+    return isLong && !hasOperands && assembler::FindInstruction(statement.Operation.substr(0, 4)) == nullptr;
+}
+
+}  // namespace conversion

@@ -1,0 +1,267 @@
+#include "conversion/conversion.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "assembler/line_words.h"
+#include "datafiles/data_file.h"
+#include "support/test_rig.h"
+
+namespace {
+
+using conversion::Conversion;
+using Text = std::u16string;
+using View = std::u16string_view;
+
+std::string Narrow(View text) {
+    return {text.begin(), text.end()};
+}
+
+Text Wide(std::string_view text) {
+    return {text.begin(), text.end()};
+}
+
+// Converts, and sees that each line that was changed is named, and that another conversion changes nothing.
+Conversion Convert(std::string_view source, bool allDecimal = false) {
+    const Text text = Wide(source);
+    Conversion conversion = conversion::ConvertProgram(text, allDecimal);
+    const auto before = assembler::LinesOf(text);
+    const auto after = assembler::LinesOf(conversion.Program);
+    EXPECT_EQ(before.size(), after.size()) << source;
+    for (std::size_t line = 0; line < std::min(before.size(), after.size()); ++line) {
+        const auto named = std::ranges::count(conversion.Notes, static_cast<int>(line + 1), &conversion::Note::Line);
+        EXPECT_TRUE(named > 0 || before[line] == after[line]) << source;
+    }
+    EXPECT_EQ(Narrow(conversion::ConvertProgram(conversion.Program, allDecimal).Program), Narrow(conversion.Program));
+    return conversion;
+}
+
+std::string NotesOf(const Conversion& conversion) {
+    std::string text;
+    for (const auto& [line, isFault, note] : conversion.Notes)
+        text += (isFault ? "!" : "") + std::to_string(line) + ' ' + Narrow(note) + '\n';
+    return text;
+}
+
+// The converted lines, in a program that does not assemble as it is.
+std::string Converted(std::string_view source, bool allDecimal = false) {
+    std::string program = Narrow(Convert(std::string(source) + "\nend", allDecimal).Program);
+    EXPECT_TRUE(program.ends_with("\n; end")) << program;
+    return program.substr(0, program.size() - 6);
+}
+
+using Rows = std::initializer_list<std::pair<const char*, const char*>>;
+
+void ExpectConverted(Rows rows, bool allDecimal = false) {
+    for (const auto& [source, result] : rows) EXPECT_EQ(Converted(source, allDecimal), result) << source;
+}
+
+// Each program has a fault in its last line, which stays as it is.
+void ExpectFaults(Rows rows) {
+    for (const auto& [source, fault] : rows) {
+        const Conversion conversion = Convert(source);
+        const Text text = Wide(source);
+        const auto lines = assembler::LinesOf(text);
+        const std::string place = "!" + std::to_string(lines.size()) + ' ';
+        EXPECT_NE(NotesOf(conversion).find(place + fault), std::string::npos) << NotesOf(conversion);
+        EXPECT_TRUE(conversion.Program.ends_with(lines.back())) << Narrow(conversion.Program);
+    }
+}
+
+TEST(Conversion, CommentsNeitherStickNorBreakTheirLines) {
+    ExpectConverted({
+        {"hlt;end", "hlt ;end"},
+        {"hlt ; it: a:b : c:", "hlt ; it - a-b - c:"},
+        {"hlt // the: end", "hlt ; the - end"},
+        {"x: nop /* a */ \t// b", "x: nop   \t; a ; b"},
+        {"nop /* a\r\n\tb: c */hlt", "nop ; a\r\nhlt ;\tb - c "},
+        {"nop\r\n; a: /* b */\r\nhlt", "nop\r\n; a - /* b */\r\nhlt"},
+        {"cpi ';';x", "cpi 3BH ;x"},
+        {"mov a,b copies it: so", "mov a,b ; copies it - so"},
+        {"hlt ends here ; so", "hlt ; ends here ; so"},
+    });
+}
+
+TEST(Conversion, NumbersAreBroughtToHexadecimal) {
+    ExpectConverted({
+        {"mvi a,100", "mvi a,64H"},
+        {"mvi a,0100", "mvi a,64H"},
+        {"mvi a,200d\nlxi h,65535", "mvi a,0C8H\nlxi h,0FFFFH"},
+        {"mvi a,00001010b\nadi 1010B", "mvi a,0AH\nadi 0AH"},
+        {"mvi a,17q\nori 17O", "mvi a,0FH\nori 0FH"},
+        {"mvi a,0x1f\nlxi h,$1F\nlda &h9000", "mvi a,1FH\nlxi h,001FH\nlda 9000H"},
+        {"mvi a,#5\nadi #05h", "mvi a,05H\nadi 05H"},
+        {"mvi a,05 H\nlxi h,2050 h", "mvi a,05H\nlxi h,2050H"},
+        {"mvi a,'a'\ncpi \"A\"", "mvi a,61H\ncpi 41H"},
+        {"mvi a,-1\nlxi h,0-2\nsui 5+3-1", "mvi a,0FFH\nlxi h,0FFFEH\nsui 07H"},
+        {"mvi a,10\nadi 1b\nadi 5D\nlda 2050", "mvi a,10\nadi 1b\nadi 5D\nlda 2050"},
+        {"x equ 0A0\nmvi a,x\nlda 0C050\nsta buf\nbuf:", "; x equ 0A0\nmvi a,0A0\nlda 0C050\nsta 8008\nbuf:"},
+    });
+    ExpectConverted({{"mvi a,10\nadi 1b\nadi 5D\nlda 2050", "mvi a,0AH\nadi 01H\nadi 05H\nlda 0802H"},
+                     {"mvi a,9\nadi 0AH\nadi 0FF", "mvi a,9\nadi 0AH\nadi 0FF"}},
+                    true);
+    EXPECT_EQ(NotesOf(Convert("mvi b,10\nmvi a,100\nlda 2050\nadi 9\nout 5D")),
+              "1 10 is taken as hexadecimal\n2 100 became 64H\n5 5D is taken as hexadecimal\n");
+    EXPECT_EQ(NotesOf(Convert("mvi a,0AH\nadi 10")), "2 10 is hexadecimal too, though line 1 has 0AH\n");
+}
+
+TEST(Conversion, DirectivesBecomeComments) {
+    ExpectConverted({
+        {"\tcpu \"8085.tbl\"\nhof 'x:y'\n.title a\n.sbttl b\nhlt",
+         "\t; cpu \"8085.tbl\"\n; hof 'x-y'\n; .title a\n; .sbttl b\nhlt"},
+        {"start: org 8000h\nhlt", "start: ; org 8000h\nhlt"},
+        {"a:.org 8000h\nhlt", "a: ; .org 8000h\nhlt"},
+        {"hlt\nend\nnop: it\n\nnop", "hlt\n; end\n; nop - it\n\n; nop"},
+        {"jz end\nnop\nend\nhlt", "jz end\nnop\nend:\nhlt"},
+        {"x: nop\nend x", "x: nop\n; end x"},
+    });
+    EXPECT_EQ(NotesOf(Convert("# ORG 2000H\n#BEGIN 2000H\nnop\norg 3000h\nhlt\nend")),
+              "1 #ORG is a comment now; the program goes on at 8000, not at 2000\n2 #BEGIN is a comment now\n"
+              "4 ORG is a comment now; the program goes on at 8001, not at 3000\n6 END is a comment now\n");
+    for (const char* source : {"nop\nx: hlt\nend x", "#BEGIN 2000\n#ORG 2000\nnop\n#BEGIN 2001\nhlt",
+                               "#ORG 2000\n#BEGIN 2001\nnop\nhlt", "hlt\nend nowhere"})
+        EXPECT_NE(NotesOf(Convert(source)).find(", and begins with its first instruction now"), std::string::npos);
+}
+
+TEST(Conversion, NamesBecomeTheNumbersThatTheyStandFor) {
+    ExpectConverted({
+        {"n equ 5\nm = n+1\nk: set 0ffh\nmvi a,n\nadi M\ncpi k-m",
+         "; n equ 5\n; m = n+1\n; k  set 0ffh\nmvi a,05H\nadi 06H\ncpi 0F9H"},
+        {"mvi a,n\nn equ m\nm=3", "mvi a,03H\n; n equ m\n; m=3"},
+        {"lxi h,l\nl: lxi d,$\nl2 equ $\nlxi b,l2-l", "lxi h,8003H\nl: lxi d,8003H\n; l2 equ $\nlxi b,0003H"},
+        {"org 2000\nlxi h,l\nl: hlt", "; org 2000\nlxi h,8003H\nl: hlt"},
+        {"n equ 100\nmvi a,n", "; n equ 100\nmvi a,64H"},
+    });
+    ExpectFaults({
+        {"x equ 1\nx equ 2", "X has more than one value"},
+        {"nop\nx equ y", "what follows EQU cannot be read"},
+        {"y: nop\nmvi a,y", "Bad operand (a label is not a number"},
+        {"jmp l\ntab: db 1,2,3\nl: lxi h,l-tab", "Bad operand (L-TAB is not a number"},
+    });
+    EXPECT_EQ(NotesOf(Convert("x equ x+x\nmvi a,x")).find("!1 what follows EQU cannot be read"), 0U);
+}
+
+TEST(Conversion, DataGoToAFile) {
+    const auto expectData = [](std::string_view source, const char* result, const char* data) {
+        const Conversion conversion = Convert(source);
+        EXPECT_EQ(Narrow(conversion.Program), result);
+        EXPECT_EQ(conversion.Data, data) << source;
+    };
+    expectData("lxi h,list\nhlt\nlist: db 1,'A',\"b;\",10H+1 ; all\n.dw list,1234h",
+               "lxi h,8004H\nhlt\n; list  db 1,'A',\"b;\",10H+1 ; all\n; .dw list,1234h",
+               "8004 : 01 41 62 3B 11 04 80 34 12\r\n");
+    // What the program needs the room of moves as a whole, past what else is used.
+    expectData(
+        "jmp go\nlist: db 1,2\nbuf ds 2\nlast: defb -1\ngo: lda last\nsta 8100\nlxi b,last-list\norg 8180\ndb 7",
+        "jmp go\n; list  db 1,2\n; buf ds 2\n; last  defb -1\ngo: lda 8204H\nsta 8100\nlxi b,0004H\n; org 8180\n; db 7",
+        "8180 : 07\r\n8200 : 01 02\r\n8204 : FF\r\n");
+    expectData("org 9000\nres:\norg 2000h\nsta res\nlda n\nhlt\nn: db 17 dup\nlxi h,n",
+               "; org 9000\n; res:\n; org 2000h\nsta 9000H\nlda 2007H\nhlt\nn: db 17 dup\nlxi h,2007H", "");
+    expectData("db 0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\norg 0ffffh\ndb 1,2",
+               "; db 0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\n; org 0ffffh\n; db 1,2",
+               "0000 : 02\r\n8000 : 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00\r\n8010 : 00\r\nFFFF : 01\r\n");
+    ExpectFaults({
+        {"nop\ndb 1,n", "what follows DB cannot be read; it belongs to 8001"},
+        {"nop\ndb 'é'", "what follows DB cannot be read"},
+        {"hlt\norg n\ndb 1", "where in memory this belongs is not known"},
+        {"; org 2000\ndb 1", "where in memory this belongs is not known"},
+    });
+}
+
+TEST(Conversion, JumpsGetLabels) {
+    ExpectConverted({
+        {"org 2000h\n  mvi a,1\njmp 2000h\njz 2002\ncall $-6",
+         "; org 2000h\n  L2000: mvi a,1\nL2002: jmp L2000\njz L2002\ncall L2002"},
+        {"a1: a2:\n; so\nnop\njmp 8000", "a1: a2:\n; so\nnop\njmp A1"},
+        {"sub1 equ 8003\ncall sub1\nret", "; sub1 equ 8003\ncall L8003\nL8003: ret"},
+        {"lx: mvi a,0L8000\njmp 8002\nnop", "lx: mvi a,0L8000\nL8002: jmp L8002\nnop"},
+        {"8000: nop\njmp 8000\njmp 8000:", "8000: nop\njmp 8000\njmp 8000"},
+        {"loop dcr b\nnext\njnz loop\njz next\nlst : ret\njz lst",
+         "loop: dcr b\nnext:\njnz loop\njz next\nlst:  ret\njz lst"},
+    });
+    EXPECT_EQ(Converted("#BEGIN 2000\nnop\njmp 2000"), "; #BEGIN 2000\nL2000: nop\njmp L2000");
+    ExpectFaults({
+        {"org 9\nio:\norg 2000\nnop\njmp io", "no instruction is known to begin at 0009"},
+        {"nop\ncall 5", "no instruction is known to begin at 0005"},
+        {"mvi a,0\njmp 8001", "no instruction is known to begin at 8001"},
+        {"nop\nwhat 5,6\nret\njmp 8001", "no instruction is known to begin at 8001"},
+        {"; org 2000\njmp 8000", "no instruction is known to begin at 8000"},
+    });
+}
+
+TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
+    ExpectConverted({
+        {"Addition of 2 bytes\nAim: to add, and so on\nDate : 1-2-3 \n\nPROGRAM\nmvi a,5\nhlt\nThe result stands in "
+         "A\n",
+         "; Addition of 2 bytes\n; Aim - to add, and so on\n; Date - 1-2-3 \n\n; PROGRAM\nmvi a,5\nhlt\n; The result "
+         "stands in A\n"},
+        {"ADD TWO NUMBERS\norg 8000\nFirst part\nnop\n", "; ADD TWO NUMBERS\n; org 8000\n; First part\nnop\n"},
+        {"miv a,05 load a\nPUSHH B\ncall delay now\nadd b\n", "miv a,05 load a\nPUSHH B\ncall delay ; now\nadd b\n"},
+        {"nop\nIt is in A now\nhlt", "nop\nIt is in A now\nhlt"},
+        {"begin\nmvi b,5\njnz begin\nsub b\nhlt", "begin:\nmvi b,5\njnz begin\nsub b\nhlt"},
+        {"rst 1 ; monitor\n\n rst 5", "rst 1 ; monitor\n\n hlt"},
+        {"nop\nRST 1 ; monitor", "nop\nHLT ; monitor"},
+        {"ei\nrst 7\nrim", "ei\nrst 7\nrim"},
+    });
+    ExpectFaults({
+        {"mov a,b add c", "add c does not belong to MOV"},
+        {"ei\ninr a,b", ",b does not belong to INR"},
+        {"lxi h,9000+1 or so", "or so does not belong to LXI"},
+        {"mvi a,0 5", "5 does not belong to MVI"},
+        {"org 2000\nnop\nlda 2000", "2000 lies inside the program"},
+        {"org 2000\nnop\nlxi h,8000", "8000 lies inside the program"},
+    });
+    EXPECT_EQ(NotesOf(Convert("org 0\nlxi b,2\nhlt")).find("!"), std::string::npos);
+}
+
+TEST(Conversion, WhatAssemblesWithoutAWarningStaysAsItIs) {
+    for (const char* source : {"MVI A,10\r\nADI 1B\r\nHLT stop ; a:\r\n", "a: b: hlt", "lda 8000", ""}) {
+        const Conversion conversion = Convert(source);
+        EXPECT_EQ(Narrow(conversion.Program), source);
+        EXPECT_TRUE(conversion.Notes.empty() && conversion.Data.empty());
+    }
+    EXPECT_EQ(NotesOf(Convert("l: nop\nl: nop")),
+              "2 the label L is defined in line 1 already, and jumps and calls go there\n");
+}
+
+// A program in the manner of a cross assembler, written for a kit whose memory begins at 2000.
+TEST(Conversion, AConvertedProgramDoesWhatItDid) {
+    const Conversion conversion = Convert(R"(Sorts a list: the smallest byte comes first
+        cpu "8085.tbl"
+COUNT   EQU 5
+        org 2000h
+START:  MVI B,COUNT-1;rounds
+ROUND:  LXI H,LIST      // note: from the start
+        MOV C,B
+NEXT    MOV A,M         /* compare:
+                           two neighbours */
+        INX H
+        CMP M
+        JC 2011H        ; already in order: go on
+        MOV D,M
+        MOV M,A
+        DCX H
+        MOV M,D
+        INX H
+        DCR C
+        JNZ NEXT
+        DCR B
+        JNZ ROUND
+        LDA LIST+COUNT-1
+        STA LARGEST
+        RST 5
+LIST:   DB 7,3,0FFH,'A',10
+LARGEST: DS 1
+        END START
+)");
+    EXPECT_EQ(NotesOf(conversion).find('!'), std::string::npos) << NotesOf(conversion);
+    support::TestRig rig;
+    ASSERT_TRUE(rig.Assemble(conversion.Program).Succeeded);
+    std::istringstream data(conversion.Data);
+    ASSERT_TRUE(memedata::LoadDataFile(data, rig.machine.Memory));
+    for (int count = 0; count < 1000 && !rig.machine.Halted; ++count) rig.machine.ExecuteInstruction();
+    const auto list = rig.machine.Memory.begin() + 0x2020;
+    EXPECT_EQ(std::vector<int>(list, list + 6), (std::vector<int>{3, 7, 0x10, 'A', 0xFF, 0xFF}));
+}
+
+}  // namespace
