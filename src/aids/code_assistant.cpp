@@ -37,9 +37,9 @@ bool CanTakeFocus(const QWidget& control, const QWidget& panel) {
 // The control that had the focus last, or else the first one that can take it.
 void FocusInto(QWidget& panel) {
     QWidget* latest = panel.focusWidget();
-    if (latest != nullptr && CanTakeFocus(*latest, panel)) return latest->setFocus();
+    if (latest != nullptr && CanTakeFocus(*latest, panel)) return latest->setFocus(Qt::ShortcutFocusReason);
     for (QWidget* control : panel.findChildren<QWidget*>())
-        if (CanTakeFocus(*control, panel)) return control->setFocus();
+        if (CanTakeFocus(*control, panel)) return control->setFocus(Qt::ShortcutFocusReason);
 }
 
 }  // namespace
@@ -142,6 +142,11 @@ void CodeAssistant::cmdCodeAssistant_Click() {
     else
         ShowOnly(frmCA_);
     emit CaptionChanged(IsOn() ? StopCaption : StartCaption);
+}
+
+void CodeAssistant::TakeFocus() {
+    for (QGroupBox* panel : {frmCA_, frmCA2_, frmCA3_})
+        if (panel->isVisible()) FocusInto(*panel);
 }
 
 void CodeAssistant::StartOver() {

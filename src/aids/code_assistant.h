@@ -30,6 +30,9 @@ public:
     // Where the assistant is on, it asks for a mnemonic again, whatever was being entered.
     void StartOver();
 
+    // Gives the focus to the key of the panel that is shown which had it last, or to the first one.
+    void TakeFocus();
+
     // All keys, in the order in which the Tab key is to run through them.
     QList<QWidget*> Keys() const;
 

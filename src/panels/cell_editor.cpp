@@ -1,7 +1,9 @@
 #include "panels/cell_editor.h"
 
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QPainter>
+#include <algorithm>
 
 #include "panels/byte_text.h"
 #include "platform/fonts.h"
@@ -114,6 +116,23 @@ void CellEditor::MoveByReleased(int key) {
     const QModelIndex from = grid_.currentIndex();
     const QModelIndex to = from.siblingAtRow(from.row() + (key == Qt::Key_Down) - (key == Qt::Key_Up));
     if (MemoryModel::IsDataCell(to) && to != from) grid_.setCurrentIndex(to);
+}
+
+// To the first row, to the last one that it opens over, or by as many rows as are in view.
+void CellEditor::keyPressEvent(QKeyEvent* event) {
+    const QModelIndex from = grid_.currentIndex();
+    const auto goTo = [&](int row) {
+        event->accept();
+        grid_.setCurrentIndex(from.siblingAtRow(std::clamp(row, 0, lastRow - 1)));
+    };
+    if ((event->modifiers() & ~Qt::KeypadModifier) != 0) return TextBox::keyPressEvent(event);
+    switch (event->key()) {
+        case Qt::Key_Home: return goTo(0);
+        case Qt::Key_End: return goTo(lastRow);
+        case Qt::Key_PageUp: return goTo(from.row() - grid_.RowsInView());
+        case Qt::Key_PageDown: return goTo(from.row() + grid_.RowsInView());
+        default: return TextBox::keyPressEvent(event);
+    }
 }
 
 // Tab moves from byte to byte, row by row, and from the last one to the grid. If it led into the program text, the

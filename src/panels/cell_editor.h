@@ -10,7 +10,8 @@ namespace panels {
 
 // The text box over the grid in which a byte is edited. It holds two hexadecimal digits at most. What is typed goes
 // into the machine at once, digit by digit, to the grid's current cell. That is the one under the editor, except in the
-// last row: there it does not open, and where it is open already it stays, and types into the row below its own.
+// last row: there it does not open, and where it is open already it stays, and types into the row below its own. Home,
+// End and the page keys move through the column.
 class CellEditor : public platform::TextBox {
     Q_OBJECT
 
@@ -39,6 +40,7 @@ signals:
 
 protected:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     void paintEvent(QPaintEvent* event) override;
 

@@ -2,6 +2,7 @@
 
 #include <QSignalBlocker>
 #include <QStylePainter>
+#include <algorithm>
 
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
@@ -66,6 +67,22 @@ void MemoryGrid::MarkChanges(const m8085::Changes& changes) {
     txtEdit_->Describe();
 }
 
+void MemoryGrid::BringNextIntoView() {
+    const QModelIndexList cells = model_->AddressCellsOf(machine_.PC);
+    const auto isVisible = [this](const QModelIndex& cell) { return grdRAM_->IsVisible(cell); };
+    if (txtEdit_->isVisible() || cells.empty() || std::ranges::any_of(cells, isVisible)) return;
+    grdRAM_->scrollTo(cells.front());
+}
+
+void MemoryGrid::TakeFocus() {
+    const QModelIndex current = grdRAM_->currentIndex();
+    const bool canOpen = MemoryModel::IsDataCell(current) && current.row() + 1 < MemoryModel::Rows;
+    const QModelIndex cell = canOpen ? current : model_->index(grdRAM_->TopRow(), 1);
+    grdRAM_->setCurrentIndex(cell);
+    grdRAM_->scrollTo(cell);
+    txtEdit_->GoTo(cell);
+}
+
 void MemoryGrid::cmdClear_Click() {
     machine_.Memory.fill(0);
     NameInstructionsAt({});
@@ -81,6 +98,7 @@ void MemoryGrid::cmdAdd_Click() {
         case AddResult::Added:
             FormatGrid();
             RefreshRAMDisplay();
+            ShowNewestPair();
             emit Edited();
             break;
         case AddResult::OutOfRange:
@@ -90,6 +108,12 @@ void MemoryGrid::cmdAdd_Click() {
         case AddResult::NoNumber:
         case AddResult::Full: break;
     }
+}
+
+// It is the last one before the ports.
+void MemoryGrid::ShowNewestPair() {
+    for (const int columnsFromEnd : {3, 4})
+        grdRAM_->scrollTo(model_->index(grdRAM_->TopRow(), model_->columnCount() - columnsFromEnd));
 }
 
 void MemoryGrid::cmdRemove_Click() {

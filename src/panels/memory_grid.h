@@ -35,6 +35,12 @@ public:
     void MarkChanges(const m8085::Changes& changes);
     void MarkNextAddress(std::optional<std::int32_t> address) { model_->MarkNextAddress(address); }
 
+    // Scrolls to the address in PC where a column shows it; but not while a cell is open for typing.
+    void BringNextIntoView();
+
+    // Gives the focus to the current byte, opened for typing; to the first one in view where that cannot be opened.
+    void TakeFocus();
+
     // The tooltips of these addresses, in ascending order, name the instruction there: those of the program that is
     // assembled. Clear removes them.
     void NameInstructionsAt(std::vector<std::int32_t> addresses) { model_->NameInstructionsAt(std::move(addresses)); }
@@ -56,6 +62,7 @@ protected:
 
 private:
     void grdRAM_RowColChange(const QModelIndex& cell);
+    void ShowNewestPair();
     void ShowTip(const QModelIndex& cell);
 
     m8085::MachineState& machine_;

@@ -37,6 +37,9 @@ public:
     void TakeFromMachine();
     void TakeByte(const QModelIndex& cell);
 
+    // The cells of the address columns that show this address of memory.
+    QModelIndexList AddressCellsOf(std::int32_t address) const { return CellsOf(false, address, 0); }
+
     // Puts a byte into the machine, at the address that the data cell shows on its left: into memory, or into the ports
     // from the last column. All cells that show this address take the byte.
     void Store(const QModelIndex& cell, std::uint8_t byte);

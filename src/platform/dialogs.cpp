@@ -2,6 +2,7 @@
 
 #include <QInputDialog>
 #include <QLabel>
+#include <QScrollArea>
 #include <algorithm>
 
 namespace platform {
@@ -15,11 +16,24 @@ void GiveRoom(QLabel& label) {
     label.setMinimumWidth(std::min(needed + 1, mostPixels));
 }
 
+// Over the middle of the layout that the control belongs to, as far as it is in view, and not over the empty part of a
+// large window.
+void PlaceOver(const QWidget& control, QDialog& box) {
+    const QWidget* layout = &control;
+    while (layout != nullptr && qobject_cast<QScrollArea*>(layout->parentWidget()) == nullptr)
+        layout = layout->parentWidget();
+    if (layout == nullptr) return;
+    const QRect shown = layout->childrenRect().intersected(layout->rect());
+    box.adjustSize();
+    box.move(layout->mapToGlobal(shown.center()) - box.rect().center());
+}
+
 QMessageBox::StandardButton Ask(QWidget& control, const QString& text, QMessageBox::Icon icon, const QString& caption,
                                 QMessageBox::StandardButtons buttons) {
     QMessageBox box(icon, caption, text, buttons, control.window());
     box.setTextFormat(Qt::PlainText);
     GiveRoom(*box.findChild<QLabel*>("qt_msgbox_label"));
+    PlaceOver(control, box);
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
@@ -40,6 +54,7 @@ QString AskText(QWidget& control, const QString& prompt, const QString& caption)
     box.setInputMode(QInputDialog::TextInput);
     // A prompt with a long list continues on more lines.
     box.findChild<QLabel*>()->setWordWrap(true);
+    PlaceOver(control, box);
     return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 

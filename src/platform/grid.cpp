@@ -62,6 +62,10 @@ bool Grid::RowIsVisible(int row) const {
     return top >= 0 && top + heightOfRows <= viewport()->height();
 }
 
+int Grid::RowsInView() const {
+    return viewport()->height() / heightOfRows;
+}
+
 void Grid::SetCurrentCellInPlace(const QModelIndex& cell) {
     setAutoScroll(false);
     setCurrentIndex(cell);

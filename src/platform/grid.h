@@ -16,8 +16,10 @@ public:
     int TopRow() const;
     void SetTopRow(int row);
 
-    // Whether the whole of a row is in view.
+    // Whether the whole of a row, or of a cell, is in view; and how many rows are at a time.
     bool RowIsVisible(int row) const;
+    bool IsVisible(const QModelIndex& cell) const { return viewport()->rect().contains(visualRect(cell)); }
+    int RowsInView() const;
 
     // Makes a cell current without scrolling to it.
     void SetCurrentCellInPlace(const QModelIndex& cell);

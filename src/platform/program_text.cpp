@@ -299,6 +299,7 @@ void ProgramText::SelectLine(int line) {
     cursor.setPosition(block.position(), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
     selectionIsForTheEye_ = true;
+    emit LineShown();
 }
 
 void ProgramText::ToggleMark(int line) {

@@ -83,6 +83,9 @@ public:
     std::vector<QRectF> VisibleMarkedLines() const;
 
 signals:
+    // SelectLine has selected one.
+    void LineShown();
+
     // Once for each change of the text. Colours do not count as one.
     void TextChanged();
 

@@ -36,7 +36,7 @@ std::vector<commands::Menu> frmMain::CommandTable() {
             {"mnuSlowRun", "S&low Run", {"F3"}, [this] { runControl_.SlowRun(); },
                 {{"cmdSlowRun", "S&low Run", client_, {4080, 120, 1335, 375}, WithProgram,
                   "Run the program and show every instruction"}}},
-            {"mnuSingleStep", "&Single Step", {"F8"}, [this] { runControl_.StepProgram(); },
+            {"mnuSingleStep", "&Single Step", {"F8"}, [this] { SingleStep(); },
                 {{"cmdSingleStep", "&Single Step", client_, {1440, 120, 1335, 375}, WithProgram,
                   "Execute one instruction"}}, true},
             {"mnuSep5"},

@@ -5,7 +5,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScrollArea>
 #include <QShortcut>
 #include <algorithm>
 #include <utility>
@@ -64,6 +63,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     : showAbout_(std::move(showAbout)),
       endProcess_(std::move(endProcess)),
       client_(MakeClient(this)),
+      clientArea_(new ClientArea(client_, this)),
       columns_(ReadColumns()),
       document_(client_),
       registerPanel_(machine, document_.txtCode(), client_),
@@ -93,8 +93,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     connect(&registerPanel_, &panels::RegisterPanel::Edited, this, [this] { runControl_.ForgetChanges(); });
     connect(&codeAssistant_, &aids::CodeAssistant::CaptionChanged, findChild<platform::Button*>("cmdCodeAssistant"),
             &platform::Button::SetCaption);
-    connect(new QShortcut(QKeySequence("F6"), this), &QShortcut::activated, this,
-            &frmMain::SwitchBetweenEditorAndControls);
+    connect(new QShortcut(QKeySequence("F6"), this), &QShortcut::activated, this, &frmMain::GoRound);
 
     connect(&document_, &editor::ProgramDocument::Replaced, this, [this] {
         document_.txtCode().ClearMarks();
@@ -103,6 +102,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     connect(&document_.txtCode(), &platform::ProgramText::MarksChanged, this,
             [this] { runControl_.SetMarkedLines(document_.txtCode().Marks().KeptNumbers()); });
     AddUndoKeys();
+    FollowTheEye();
 
     memoryGrid_.FormatGrid();
     registerPanel_.DisplayRegs();
@@ -136,7 +136,32 @@ void frmMain::PlaceControls() {
     std::ranges::for_each(ButtonsOf(memoryGrid_), append);
     append(memoryGrid_.findChild<platform::Grid*>());
 
-    setCentralWidget(new ClientArea(client_, this));
+    setCentralWidget(clientArea_);
+}
+
+// Where the window is too small for its layout, it scrolls to what is about to be used. What the mouse points at stays
+// where it is; but a line that is shown is always to be seen.
+void frmMain::FollowTheEye() {
+    const auto follow = [this](QWidget& control) {
+        if (!isByMouse_ && client_->isAncestorOf(&control)) clientArea_->ensureWidgetVisible(&control);
+    };
+    platform::ProgramText& txtCode = document_.txtCode();
+    connect(qApp, &QApplication::focusChanged, this, [=](const QWidget*, QWidget* control) {
+        if (control != nullptr) follow(*control);
+    });
+    connect(&txtCode, &QPlainTextEdit::cursorPositionChanged, this, [=, &txtCode] {
+        if (txtCode.hasFocus()) follow(txtCode);
+    });
+    connect(memoryGrid_.findChild<platform::Grid*>(), &platform::Grid::RowColChange, this, [=, this] {
+        if (QWidget* control = focusWidget(); memoryGrid_.isAncestorOf(control)) follow(*control);
+    });
+    connect(&txtCode, &platform::ProgramText::LineShown, this,
+            [this, &txtCode] { clientArea_->ensureWidgetVisible(&txtCode); });
+}
+
+void frmMain::SingleStep() {
+    runControl_.StepProgram();
+    memoryGrid_.BringNextIntoView();
 }
 
 // A second call while the save question of the first is open, as at the end of the session, does not ask again.
@@ -191,6 +216,14 @@ void frmMain::AddUndoKeys() {
 // The keys of the Edit menu and those to undo are the window's wherever the focus is; text controls would answer them
 // themselves.
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick: isByMouse_ = true; break;
+        case QEvent::ShortcutOverride:
+        case QEvent::KeyPress: isByMouse_ = false; break;
+        default: break;
+    }
     if (event->type() == QEvent::ShortcutOverride && watched->isWidgetType() &&
         static_cast<QWidget*>(watched)->window() == this && IsEditKey(*static_cast<QKeyEvent*>(event))) {
         event->ignore();
@@ -204,14 +237,20 @@ void frmMain::SetTitle(QString title) {
     setWindowTitle(title.replace("[*]", "[*][*]"));
 }
 
-// Tab types a tab in the editor, so this key is the way out of it by keyboard, and back.
-void frmMain::SwitchBetweenEditorAndControls() {
-    if (!document_.txtCode().hasFocus()) {
+// Tab types a tab in the editor, so this key is the way out of it by keyboard: to the registers, or to the keys of the
+// Code Assistant in their place, from there to memory, and back.
+void frmMain::GoRound() {
+    const QWidget* from = focusWidget();
+    if (from == &document_.txtCode()) {
+        if (registerPanel_.isVisible())
+            registerPanel_.findChild<platform::TextBox*>()->setFocus(Qt::ShortcutFocusReason);
+        else
+            codeAssistant_.TakeFocus();
+    } else if (registerPanel_.isAncestorOf(from) && memoryGrid_.isVisible()) {
+        memoryGrid_.TakeFocus();
+    } else {
         document_.txtCode().setFocus();
-        return;
     }
-    const QList<QWidget*> row = ButtonsOf(*client_);
-    (*std::ranges::find_if(row, &QWidget::isEnabled))->setFocus();
 }
 
 }  // namespace shell

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QScrollArea>
 #include <functional>
 
 #include "aids/code_assistant.h"
@@ -46,13 +47,16 @@ private:
     std::vector<commands::EditorCommand> EditorCommands();
     void PlaceControls();
     void SetTitle(QString title);
-    void SwitchBetweenEditorAndControls();
+    void SingleStep();
+    void FollowTheEye();
+    void GoRound();
     bool IsEditKey(const QKeyEvent& event) const;
     void AddUndoKeys();
 
     std::function<void()> showAbout_;
     std::function<void()> endProcess_;
     QWidget* client_;
+    QScrollArea* clientArea_;
     panels::ColumnList columns_;
     commands::CommandButtons buttons_;
     editor::ProgramDocument document_;
@@ -64,6 +68,7 @@ private:
     aids::CodeAssistant codeAssistant_;
     aids::DelayDesigner delayDesigner_;
     bool exiting_ = false;
+    bool isByMouse_ = false;  // what is going on
 };
 
 }  // namespace shell

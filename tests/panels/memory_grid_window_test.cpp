@@ -110,6 +110,16 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     Key(Qt::Key_Backtab);
     Key(Qt::Key_Backtab);
     EXPECT_TRUE(IsEditorOver(5, 7));
+    const int page = grid.RowsInView();
+    for (const auto& [key, row] : {std::pair(Qt::Key_PageDown, 5 + page),
+                                   {Qt::Key_End, 254},
+                                   {Qt::Key_PageDown, 254},
+                                   {Qt::Key_PageUp, 254 - page},
+                                   {Qt::Key_Home, 0},
+                                   {Qt::Key_PageUp, 0}}) {
+        Key(key);
+        EXPECT_TRUE(IsEditorOver(row, 7)) << row;
+    }
     Click(0, 3);
     Key(Qt::Key_Backtab);
     EXPECT_TRUE(IsEditorOver(0, 1));
@@ -201,6 +211,11 @@ TEST_F(MemoryGridTest, PairsComeAndGoBeforeThePortsAndTheEditorIsNeverOverAForei
 
 TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
     Do(&MemoryGrid::cmdAdd_Click, "8000");
+    EXPECT_TRUE(grid.IsVisible(Cell(0, 6)) && grid.IsVisible(Cell(0, 7))) << "the new pair is to be seen";
+    machine.PC = 0x80F0;
+    panel.BringNextIntoView();
+    EXPECT_TRUE(grid.IsVisible(Cell(0xF0, 0)));
+    grid.scrollTo(Cell(0, 0));
     const QSignalSpy repaints(grid.model(), &QAbstractItemModel::dataChanged);
     // Marks are bluish; other text is black on yellow or green.
     const auto isMarked = [this](int row, int column) {

@@ -275,8 +275,7 @@ TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
         DuringTheRun([&] {
             EXPECT_EQ(State(), CommandState::Running);
             for (const Qt::Key key : {Qt::Key_F4, Qt::Key_F5, Qt::Key_F8}) Press(key);
-            Editor().setFocus();
-            Press(Qt::Key_F6);
+            Button("cmdHalt").setFocus();
             stop();
         });
         Click("cmdRun");
@@ -305,6 +304,53 @@ TEST_F(FrmMainTest, OnlySingleStepRepeatsWhileItsKeyIsHeldAndCountsBothHalvesOfA
     Click("cmdReset");
     clickTwice("cmdSlowRun");
     EXPECT_EQ(machine->TStates, 4 * 4 + 5);
+}
+
+TEST_F(FrmMainTest, F6GoesRoundFromTheEditorThroughRegistersOrKeypadAndMemory) {
+    StartWith(u"nop");
+    Editor().setFocus();
+    QStringList way;
+    const auto goRound = [&](int presses) {
+        for (way.clear(); presses > 0; --presses) {
+            Press(Qt::Key_F6);
+            way += window->focusWidget()->objectName();
+        }
+        return way.join(' ');
+    };
+    EXPECT_EQ(goRound(4), "txtA txtEdit txtCode txtA");
+    EXPECT_EQ(Find<QLineEdit>("txtA").selectedText(), "00");
+    Button("cmdRun").setFocus();
+    Click("cmdCodeAssistant");
+    EXPECT_EQ(goRound(3), "txtCode cmdCodes1 txtCode");
+    Click("cmdCodeAssistant");
+    EditCell(9, 3);
+    EXPECT_EQ(goRound(3), "txtCode txtA txtEdit");
+    EXPECT_EQ(Find<QLineEdit>("txtEdit").accessibleName(), "Address 9009") << "back to the cell where it was";
+}
+
+TEST_F(FrmMainTest, ASmallWindowScrollsToWhatIsUsedByKeyAndToTheLineThatIsShown) {
+    StartWith(u"nop\r\nnop\r\nhlt");
+    window->showNormal();
+    window->resize(300, 200);
+    auto& area = *window->findChild<QScrollArea*>();
+    const auto isInView = [&](const QWidget& control) {
+        const QRect place = control.rect().translated(control.mapTo(area.viewport(), QPoint()));
+        return area.viewport()->rect().contains(place);
+    };
+    Editor().setFocus();
+    for (const char* const name : {"txtA", "txtEdit"}) {
+        Press(Qt::Key_F6);
+        EXPECT_TRUE(isInView(*window->focusWidget())) << name;
+    }
+    Press(Qt::Key_End);
+    EXPECT_EQ(Find<QLineEdit>("txtEdit").accessibleName(), "Address 80FE");
+    EXPECT_TRUE(isInView(Find<QLineEdit>("txtEdit")));
+    Click("cmdSingleStep");
+    EXPECT_EQ(area.horizontalScrollBar()->value(), 0) << "the line is at the left";
+    const int left = area.horizontalScrollBar()->maximum();
+    area.horizontalScrollBar()->setValue(left);
+    QTest::mouseClick(&Find<QLineEdit>("txtC"), Qt::LeftButton);
+    EXPECT_EQ(area.horizontalScrollBar()->value(), left) << "what the mouse points at stays";
 }
 
 TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {
