@@ -169,7 +169,7 @@ void CodeAssistant::AskForBranchTarget() {
 }
 
 void CodeAssistant::Take(const EntryStep& step) {
-    txtCode_.ReplaceSelection(step.Text);
+    if (!txtCode_.ReplaceSelection(step.Text)) return StartOver();
     switch (step.Next) {
         case NextEntry::Mnemonic: return ShowOnly(frmCA_);
         case NextEntry::Digit: return ShowOnly(frmCA2_);
@@ -213,11 +213,20 @@ bool CodeAssistant::IsRestOfDoubleClick(const QMouseEvent& press) {
            (latestPress_ - bringingPress_).manhattanLength() <= mouse.mouseDoubleClickDistance();
 }
 
-// While a key of the hexadecimal keypad has the focus, the digits of the keyboard press its keys.
+// So may the second of two quick Enters or blanks, with no other key between them.
+bool CodeAssistant::IsRestOfDoublePress(const QKeyEvent& press) {
+    const bool presses = press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter || press.key() == Qt::Key_Space;
+    if (!presses) sinceBrought_.invalidate();
+    return sinceBrought_.isValid() &&
+           !sinceBrought_.hasExpired(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+}
+
+// While a key of the hexadecimal keypad has the focus, the digits of the keyboard press its keys, once each time.
 bool CodeAssistant::TakeDigit(const QKeyEvent& press) {
     const bool isPlain = (press.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
     const int digit = isPlain && press.text().size() == 1 ? m8085::HexDigitValue(press.text().front().unicode()) : -1;
     if (digit < 0) return false;
+    if (press.isAutoRepeat()) return true;
     Button* key = cmdDigits_[static_cast<std::size_t>(digit)];
     key->setFocus();
     key->click();
@@ -228,6 +237,7 @@ bool CodeAssistant::eventFilter(QObject* watched, QEvent* event) {
     const bool isPress = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
     if (watched == frmCA2_)
         return event->type() == QEvent::KeyPress && TakeDigit(static_cast<const QKeyEvent&>(*event));
+    if (event->type() == QEvent::KeyPress) return IsRestOfDoublePress(static_cast<const QKeyEvent&>(*event));
     return isPress && IsRestOfDoubleClick(static_cast<const QMouseEvent&>(*event));
 }
 

@@ -55,6 +55,7 @@ private:
     void AskForBranchTarget();
 
     bool IsRestOfDoubleClick(const QMouseEvent& press);
+    bool IsRestOfDoublePress(const QKeyEvent& press);
     bool TakeDigit(const QKeyEvent& press);
     bool IsOn() const { return frmRAM_.isHidden(); }
     void Take(const EntryStep& step);

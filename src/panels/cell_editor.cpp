@@ -40,6 +40,9 @@ void CellEditor::GoTo(const QModelIndex& cell) {
     if (!MemoryModel::IsDataCell(cell)) return Close();
     model_.TakeByte(cell);
     if (cell.row() < lastRow) return OpenOver(cell);
+    // What was typed over its own cell is not to be undone here.
+    setText(heldText_);
+    if (isVisible()) setFocus();
     selectAll();
     Describe();
 }
@@ -52,7 +55,6 @@ void CellEditor::OpenOver(const QModelIndex& cell) {
     SetByteText();
     setFocus();
     selectAll();
-    keyHeldFromGrid_ = grid_.MovingKey();
 }
 
 void CellEditor::Close() {
@@ -107,12 +109,9 @@ void CellEditor::StoreTyped() {
     if (isNew) emit Edited();
 }
 
+// A key that was pressed elsewhere, as in the grid or in a menu, and is only now released, has done its work there.
 void CellEditor::MoveByReleased(int key) {
-    // A key that moved here from the grid and is only now released has done its work.
-    if (key == keyHeldFromGrid_) {
-        keyHeldFromGrid_ = 0;
-        return;
-    }
+    if (!pressed_.remove(key)) return;
     const QModelIndex from = grid_.currentIndex();
     const QModelIndex to = from.siblingAtRow(from.row() + (key == Qt::Key_Down) - (key == Qt::Key_Up));
     if (MemoryModel::IsDataCell(to) && to != from) grid_.setCurrentIndex(to);
@@ -125,8 +124,12 @@ void CellEditor::keyPressEvent(QKeyEvent* event) {
         event->accept();
         grid_.setCurrentIndex(from.siblingAtRow(std::clamp(row, 0, lastRow - 1)));
     };
+    pressed_.insert(event->key());
     if ((event->modifiers() & ~Qt::KeypadModifier) != 0) return TextBox::keyPressEvent(event);
     switch (event->key()) {
+        // Beside the last row, what stands in the box is not there to be deleted until it has been typed there.
+        case Qt::Key_Backspace:
+        case Qt::Key_Delete: return meant_ == from ? TextBox::keyPressEvent(event) : event->accept();
         case Qt::Key_Home: return goTo(0);
         case Qt::Key_End: return goTo(lastRow);
         case Qt::Key_PageUp: return goTo(from.row() - grid_.RowsInView());
@@ -148,8 +151,14 @@ bool CellEditor::focusNextPrevChild(bool next) {
     return true;
 }
 
-// The wheel scrolls the grid under the editor, and its tooltip is the grid's. A press, where another cell has become
-// current, goes back to its own.
+// Each key counts where it was pressed.
+void CellEditor::focusOutEvent(QFocusEvent* event) {
+    TextBox::focusOutEvent(event);
+    pressed_.clear();
+}
+
+// The wheel scrolls the grid under the editor, and its tooltip is the grid's. What the mouse brings, where another cell
+// has become current, goes back to its own.
 bool CellEditor::event(QEvent* event) {
     switch (event->type()) {
         case QEvent::Wheel: return QCoreApplication::sendEvent(grid_.viewport(), event) || true;
@@ -158,7 +167,10 @@ bool CellEditor::event(QEvent* event) {
         case QEvent::MouseButtonDblClick:
             if (grid_.currentIndex() == cell_) break;
             grid_.setCurrentIndex(cell_);
+            KeepAllSelected();
             return true;
+        case QEvent::ContextMenu:
+        case QEvent::Drop: grid_.setCurrentIndex(cell_); break;
         default: break;
     }
     return TextBox::event(event);

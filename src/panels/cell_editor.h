@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QModelIndex>
+#include <QSet>
 
 #include "panels/memory_model.h"
 #include "platform/grid.h"
@@ -42,6 +43,7 @@ protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool focusNextPrevChild(bool next) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -55,7 +57,7 @@ private:
     QPersistentModelIndex cell_;
     QPersistentModelIndex meant_;  // whose byte the text is: beside the last row, one there once it has been typed
     QString heldText_ = "00";      // since the latest edit, or since it took its byte
-    int keyHeldFromGrid_ = 0;
+    QSet<int> pressed_;            // keys that are down
 };
 
 }  // namespace panels

@@ -67,6 +67,11 @@ void MemoryGrid::MarkChanges(const m8085::Changes& changes) {
     txtEdit_->Describe();
 }
 
+void MemoryGrid::NameInstructionsAt(std::vector<std::int32_t> addresses) {
+    platform::HideTip();
+    model_->NameInstructionsAt(std::move(addresses));
+}
+
 void MemoryGrid::BringNextIntoView() {
     const QModelIndexList cells = model_->AddressCellsOf(machine_.PC);
     const auto isVisible = [this](const QModelIndex& cell) { return grdRAM_->IsVisible(cell); };

@@ -43,7 +43,7 @@ public:
 
     // The tooltips of these addresses, in ascending order, name the instruction there: those of the program that is
     // assembled. Clear removes them.
-    void NameInstructionsAt(std::vector<std::int32_t> addresses) { model_->NameInstructionsAt(std::move(addresses)); }
+    void NameInstructionsAt(std::vector<std::int32_t> addresses);
 
     // The commands of the buttons and of the same entries in the Memory menu.
     void cmdClear_Click();

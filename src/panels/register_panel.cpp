@@ -47,9 +47,10 @@ bool Show(Control& control, const std::string& text) {
     return true;
 }
 
-// Also sets the tooltip: a line that says what the box is, and one with the value in other forms.
+// What was to be typed over still is. Also sets the tooltip: a line that says what the box is, and one with the value
+// in other forms.
 void Show(QLineEdit& box, const std::string& text, const QString& name, const std::string& figures) {
-    Show(box, text);
+    if (Show(box, text) && box.hasFocus()) box.selectAll();
     const QString tip = name + '\n' + QString::fromStdString(figures);
     if (box.toolTip() != tip) box.setToolTip(tip);
 }

@@ -4,7 +4,6 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include "platform/fonts.h"
@@ -78,12 +77,10 @@ void Grid::currentChanged(const QModelIndex& current, const QModelIndex& previou
 }
 
 void Grid::keyPressEvent(QKeyEvent* event) {
-    if (!IsCursorKey(event->key())) {
+    if (IsCursorKey(event->key()))
+        QTableView::keyPressEvent(event);
+    else
         event->ignore();
-        return;
-    }
-    const QScopedValueRollback moving(movingKey_, event->key());
-    QTableView::keyPressEvent(event);
 }
 
 // Drawing the mouse over cells with the button down does not move the current cell.

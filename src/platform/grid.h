@@ -30,9 +30,6 @@ public:
     // Shows a tooltip that leaves the cell's row and so many below it uncovered.
     void ShowTipBeside(const QModelIndex& cell, int rowsBelow, const QString& text);
 
-    // The cursor key whose press is moving the current cell just now, or 0.
-    int MovingKey() const { return movingKey_; }
-
 signals:
     // The current cell has moved to this one.
     void RowColChange(const QModelIndex& cell);
@@ -51,7 +48,6 @@ protected:
 
 private:
     QPersistentModelIndex framed_;
-    int movingKey_ = 0;
 };
 
 }  // namespace platform

@@ -2,6 +2,9 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QStyleHints>
 
 namespace platform {
 
@@ -11,16 +14,41 @@ bool PressesAButton(int key) {
     return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
 }
 
+bool IsBoxOrMenu(const QWidget& widget) {
+    return widget.isWindow() && (widget.isModal() || qobject_cast<const QMenu*>(&widget) != nullptr);
+}
+
 }  // namespace
 
-// A press comes twice, first as the question whether it is a shortcut. The answer that it is not keeps it from being
-// one.
+// Whether it was in another window, which is closed since, and a moment ago.
+bool HeldKeys::Press::WasJustIn(const QWidget* other) const {
+    const bool isClosed = Window == nullptr || !Window->isVisible();
+    return Since.isValid() && Window != other && isClosed && !Since.hasExpired(QApplication::doubleClickInterval());
+}
+
+// A press of a key comes twice, first as the question whether it is a shortcut. The answer that it is not keeps it from
+// being one.
 bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
-    const bool isPress = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
-    if (!isPress || !watched->isWidgetType()) return false;
-    if (!IsMeantForAnother(static_cast<QKeyEvent&>(*event), static_cast<QWidget*>(watched)->window())) return false;
-    event->accept();
-    return true;
+    if (!watched->isWidgetType()) return false;
+    auto& widget = static_cast<QWidget&>(*watched);
+    bool isMeantForAnother = false;
+    switch (event->type()) {
+        case QEvent::Hide:
+            if (IsBoxOrMenu(widget))
+                for (Press& press : presses_) press.IsOver = true;
+            return false;
+        case QEvent::ShortcutOverride:
+        case QEvent::KeyPress:
+            isMeantForAnother = IsMeantForAnother(static_cast<QKeyEvent&>(*event), widget.window());
+            break;
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            isMeantForAnother = IsMeantForAnother(static_cast<QMouseEvent&>(*event), widget.window());
+            break;
+        default: return false;
+    }
+    if (isMeantForAnother) event->accept();
+    return isMeantForAnother;
 }
 
 // Notes a press that is not.
@@ -28,18 +56,28 @@ bool HeldKeys::IsMeantForAnother(const QKeyEvent& key, QWidget* window) {
     // What stands on the key may change with Shift while it is held; where it stands does not.
     const quint32 place = key.nativeScanCode() != 0 ? key.nativeScanCode() : static_cast<quint32>(key.key());
     const auto latest = presses_.constFind(place);
-    const bool wasElsewhere = latest == presses_.cend() || latest->Window != window;
-    if (key.isAutoRepeat()) return wasElsewhere;
-
-    const bool isSecondOfTwo = latest != presses_.cend() && place == latest_ && wasElsewhere &&
-                               PressesAButton(key.key()) &&
-                               (latest->Window == nullptr || !latest->Window->isVisible()) &&
-                               !latest->Since.hasExpired(QApplication::doubleClickInterval());
-    if (isSecondOfTwo) return true;
+    const bool isKnown = latest != presses_.cend();
+    if (key.isAutoRepeat()) {
+        const bool isCommand = (key.modifiers() & Qt::AltModifier) != 0;
+        return isCommand || !isKnown || latest->IsOver || latest->Window != window;
+    }
+    if (isKnown && place == latest_ && PressesAButton(key.key()) && latest->WasJustIn(window)) return true;
     Press press{window, {}};
     press.Since.start();
     presses_.insert(place, press);
     latest_ = place;
+    return false;
+}
+
+// A press outside of an open menu, which gets it first, is not in its window, and comes again to the one under it.
+bool HeldKeys::IsMeantForAnother(const QMouseEvent& press, QWidget* window) {
+    const QPoint place = press.globalPosition().toPoint();
+    if (!window->geometry().contains(place)) return false;
+    const int way = (place - clickedAt_).manhattanLength();
+    if (click_.WasJustIn(window) && way <= QApplication::styleHints()->mouseDoubleClickDistance()) return true;
+    click_ = {window, {}};
+    click_.Since.start();
+    clickedAt_ = place;
     return false;
 }
 

@@ -128,14 +128,15 @@ std::u16string ProgramText::SelectedText() const {
     return FromDocumentText(textCursor().selectedText(), u"\r\n");
 }
 
-void ProgramText::ReplaceSelection(std::u16string_view text) {
-    if (text.empty() && !textCursor().hasSelection()) return;
-    if (!isMoving_ && Refuses(text)) return;
+bool ProgramText::ReplaceSelection(std::u16string_view text) {
+    if (text.empty() && !textCursor().hasSelection()) return true;
+    if (!isMoving_ && Refuses(text)) return false;
     BeginStep();
     QTextCursor cursor = textCursor();
     cursor.insertText(ToDocumentText(text));
     setTextCursor(cursor);
     EndStep(text.size());
+    return true;
 }
 
 // A stretch of the document, as the rules take it.

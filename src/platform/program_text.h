@@ -51,8 +51,8 @@ public:
     std::u16string SelectedText() const;
 
     // Puts the text in the place of the selection, or at the caret where nothing is selected. The caret is left after
-    // it. One step to undo, whatever was done before and after.
-    void ReplaceSelection(std::u16string_view text);
+    // it. One step to undo, whatever was done before and after. Returns false if it was refused.
+    bool ReplaceSelection(std::u16string_view text);
 
     // Inserts the text at each of these positions, which are in ascending order and take no account of each other. One
     // change, and one step to undo like the other. The caret is left after the last one.

@@ -40,40 +40,44 @@ void TextBox::keyReleaseEvent(QKeyEvent* event) {
     if (!event->isAutoRepeat()) emit KeyReleased(event->key());
 }
 
-// Text that is dragged from the program also stays there: a box keeps at most two digits of it. Where a click would
-// select all, a drop takes the place of all.
+// Text that is dragged from the program also stays there: a box keeps at most two digits of it.
 void TextBox::dropEvent(QDropEvent* event) {
     if (event->source() == this) return QLineEdit::dropEvent(event);
-    if (selectsAll_ && !isReadOnly() && event->mimeData()->hasText()) {
-        setFocus();
-        selectAll();
-        insert(event->mimeData()->text());
-        event->accept();
-    } else {
-        QLineEdit::dropEvent(event);
-    }
     event->setDropAction(Qt::CopyAction);
+    event->setAccepted(selectsAll_ && !isReadOnly() && event->mimeData()->hasText() && !event->mimeData()->hasUrls());
+    if (!event->isAccepted()) return;
+    setFocus();
+    selectAll();
+    QString typed;
+    for (const QChar character : event->mimeData()->text())
+        if (character.isPrint() && (!acceptsKey_ || acceptsKey_(character.unicode()))) typed += character;
+    if (!typed.isEmpty()) insert(typed);
 }
 
 void TextBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     holdsFocus_ = true;
-    clickBringsFocus_ = selectsAll_ && event->reason() == Qt::MouseFocusReason;
+    keepsAllSelected_ = selectsAll_ && event->reason() == Qt::MouseFocusReason;
+}
+
+void TextBox::KeepAllSelected() {
+    keepsAllSelected_ = true;
+    selectAll();
 }
 
 void TextBox::mousePressEvent(QMouseEvent* event) {
     QLineEdit::mousePressEvent(event);
-    if (clickBringsFocus_) selectAll();
+    if (keepsAllSelected_) selectAll();
 }
 
 // The mouse may move a little before the button is released.
 void TextBox::mouseMoveEvent(QMouseEvent* event) {
-    if (!clickBringsFocus_) QLineEdit::mouseMoveEvent(event);
+    if (!keepsAllSelected_) QLineEdit::mouseMoveEvent(event);
 }
 
 void TextBox::mouseReleaseEvent(QMouseEvent* event) {
     QLineEdit::mouseReleaseEvent(event);
-    clickBringsFocus_ = false;
+    keepsAllSelected_ = false;
 }
 
 // The box may have lost the keys long before, to a menu or to a message box. What counts is that another control of its

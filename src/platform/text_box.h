@@ -20,7 +20,8 @@ public:
     void SetKeyFilter(std::function<bool(int character)> filter) { acceptsKey_ = std::move(filter); }
 
     // A click that brings the focus selects the whole text, as Tab does, and not a place in it; and text that is
-    // dropped brings the focus and takes the place of the whole text.
+    // dropped brings the focus and takes the place of the whole text, as if its characters were typed. Files are not
+    // dropped here.
     void SelectAllWhenClicked() { selectsAll_ = true; }
 
 signals:
@@ -28,6 +29,9 @@ signals:
     void KeyReleased(int key);
 
 protected:
+    // Selects the whole text, until the mouse button that is down has come up.
+    void KeepAllSelected();
+
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -41,7 +45,7 @@ private:
 
     std::function<bool(int character)> acceptsKey_;
     bool selectsAll_ = false;
-    bool clickBringsFocus_ = false;
+    bool keepsAllSelected_ = false;
     bool holdsFocus_ = false;  // of all the controls of its window it had the focus last
 };
 

@@ -93,7 +93,9 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     connect(&registerPanel_, &panels::RegisterPanel::Edited, this, [this] { runControl_.ForgetChanges(); });
     connect(&codeAssistant_, &aids::CodeAssistant::CaptionChanged, findChild<platform::Button*>("cmdCodeAssistant"),
             &platform::Button::SetCaption);
-    connect(new QShortcut(QKeySequence("F6"), this), &QShortcut::activated, this, &frmMain::GoRound);
+    auto* const goRound = new QShortcut(QKeySequence("F6"), this);
+    goRound->setAutoRepeat(false);
+    connect(goRound, &QShortcut::activated, this, &frmMain::GoRound);
 
     connect(&document_, &editor::ProgramDocument::Replaced, this, [this] {
         document_.txtCode().ClearMarks();

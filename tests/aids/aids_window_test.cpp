@@ -80,23 +80,31 @@ TEST_F(CodeAssistantTest, StopEndsAnEntryAnywhereAndOnlyRegistersOfSomeFormAreLi
         EXPECT_TRUE(frmRegs.isVisible() && frmRAM.isVisible() && LiveButtons().empty());
         assistant.cmdCodeAssistant_Click();
     }
-    for (const char* key : {"cmdCodes5", "cmdRegs8"}) {
+    const auto press = [this](const QString& key) {
         window.findChild<QWidget*>(key)->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Shift);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-    }
+    };
+    press("cmdCodes5");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);  // the second of two quick ones
+    EXPECT_EQ(txtCode.Text(), u"stax push lxi lxi ");
+    press("cmdRegs8");
     EXPECT_EQ(txtCode.Text(), u"stax push lxi lxi b,");
     QTest::keyClicks(QApplication::focusWidget(), "9F");
+    QTest::simulateEvent(QApplication::focusWidget(), true, Qt::Key_F, {}, "f", true);
     EXPECT_EQ(txtCode.Text(), u"stax push lxi lxi b,9f");
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdDigits15");
     Click("0");
     EXPECT_EQ(QApplication::focusWidget(), &txtCode) << "the mouse leaves the caret in view";
     // SP, where the focus was last, is not an operand of STAX.
     for (const char* keys : {"cmdCodes25 cmdRegs11", "cmdCodes13"})
-        for (const QString& key : QString(keys).split(' ')) {
-            window.findChild<QWidget*>(key)->setFocus();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-        }
+        for (const QString& key : QString(keys).split(' ')) press(key);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdRegs8");
+    const std::u16string text = txtCode.Text();
+    txtCode.SetRules(
+        {[](auto lines) { return std::u16string(lines); }, [](auto) { return "full"; }, [](auto) { return 0; }});
+    Click("BC");
+    EXPECT_TRUE(txtCode.Text() == text && LiveButtons().size() > 13) << "what was refused does not go on";
 }
 
 TEST_F(CodeAssistantTest, AsksForLabels) {

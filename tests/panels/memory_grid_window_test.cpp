@@ -130,7 +130,12 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     Type("12");
     Key(Qt::Key_Down);
     EXPECT_TRUE(IsEditorOver(254, 1));
-    Key(Qt::Key_Shift);
+    QTest::keyClick(&editor, Qt::Key_Z, Qt::ControlModifier);
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Backspace, Qt::Key_Delete}) Key(key);
+    Click(254, 0);
+    Click(254, 1);
+    Click(255, 1);
+    EXPECT_TRUE(IsEditorOver(254, 1));
     EXPECT_EQ(machine.Memory[0x80FF], 0) << "the 12 was typed into the row above";
     const auto isFramed = [this](int row) {
         const QPoint corner = grid.visualRect(Cell(row, 1)).topLeft();
@@ -156,6 +161,11 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     EXPECT_EQ(editor.selectedText(), "12");
     Type("5");
     EXPECT_EQ(machine.Memory[0x80FE] << 8 | machine.Memory[0x80FF], 0x0534);
+    EXPECT_FALSE(isFramed(255));
+    Key(Qt::Key_Down);
+    EXPECT_TRUE(isFramed(255));
+    grid.SetTopRow(0);
+    grid.scrollToBottom();
     EXPECT_FALSE(isFramed(255));
 }
 

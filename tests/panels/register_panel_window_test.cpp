@@ -127,12 +127,13 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRuns) {
     TypeOver("txtB", "77");
     panel.DisplayRegs();
     EXPECT_EQ(Text("txtB"), "00") << "a refresh overwrites what is typed";
+    EXPECT_EQ(Box("txtB").selectedText(), "00") << "and what is typed next takes its place";
     Box("txtB").setText("5 to paste");  // not a number, so the register stays
     txtCode.setFocus();
     EXPECT_EQ(Text("txtB"), "00");
 
     QMimeData dragged;
-    dragged.setText("3c");
+    dragged.setText("mov 3,c");
     QDragEnterEvent enter({3, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
     QDropEvent drop({3, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
     drop.setDropAction(Qt::MoveAction);

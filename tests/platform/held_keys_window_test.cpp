@@ -33,6 +33,44 @@ TEST(HeldKeys, AKeyThatHasClosedAWindowTypesNothingInAnotherUntilItIsPressedAgai
     QTest::qWait(QApplication::doubleClickInterval() + 50);
     press(editor, Qt::Key_Space, false);
     EXPECT_EQ(editor.text(), "AA  ");
+
+    press(editor, Qt::Key_B, false);
+    QDialog dialog;
+    dialog.setModal(true);
+    dialog.show();
+    dialog.hide();
+    press(editor, Qt::Key_B, true);
+    EXPECT_EQ(editor.text(), "AA  B") << "it was held while a box was there";
+}
+
+TEST(HeldKeys, TheSecondOfTwoQuickClicksPressesNothingUnderTheWindowThatTheFirstHasClosed) {
+    HeldKeys guard;
+    qApp->installEventFilter(&guard);
+    QPushButton box;
+    QPushButton under;
+    for (QPushButton* button : {&under, &box}) {
+        button->setGeometry(100, 100, 80, 40);
+        button->show();
+    }
+    const auto press = [](QPushButton& button, int across) {
+        button.setDown(false);
+        const QPointF place(across, 20);
+        QMouseEvent event(QEvent::MouseButtonPress, place, button.mapToGlobal(place), Qt::LeftButton, Qt::LeftButton,
+                          {});
+        QApplication::sendEvent(&button, &event);
+        return button.isDown();
+    };
+    EXPECT_TRUE(press(box, 20));
+    EXPECT_TRUE(press(under, 20)) << "the box is still there";
+    EXPECT_TRUE(press(box, 20));
+    box.hide();
+    EXPECT_FALSE(press(under, 21));
+    EXPECT_TRUE(press(under, 60)) << "in another place";
+    box.show();
+    press(box, 20);
+    box.hide();
+    QTest::qWait(QApplication::doubleClickInterval() + 50);
+    EXPECT_TRUE(press(under, 20));
 }
 
 }  // namespace platform

@@ -143,8 +143,7 @@ TEST_F(FrmMainTest, TabRunsThroughTheControlsInTheOrderInWhichTheyAreRead) {
     StartWith(u"nop");
     const auto order = [this] {
         QStringList names;
-        Editor().setFocus();
-        Press(Qt::Key_F6);
+        Button("cmdCompile").setFocus();
         for (; window->focusWidget() != &Editor() && names.size() < 200; Press(Qt::Key_Tab))
             names += window->focusWidget()->objectName();
         return names.join(' ');
@@ -286,10 +285,9 @@ TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
 
 TEST_F(FrmMainTest, OnlySingleStepRepeatsWhileItsKeyIsHeldAndCountsBothHalvesOfADoubleClick) {
     StartWith(u"nop\r\nnop\r\nnop\r\nnop\r\nhlt");
-    const auto pressAndHold = [this](Qt::Key key) {
-        QTest::keyPress(&Editor(), key);
-        QTest::simulateEvent(&Editor(), true, key, Qt::NoModifier, "", true);
-        QTest::keyRelease(&Editor(), key);
+    const auto pressAndHold = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = {}, bool isHeld = false) {
+        if (!isHeld) QTest::keyPress(window->windowHandle(), key, modifiers);
+        QTest::simulateEvent(window->windowHandle(), true, key, modifiers, "", true);
     };
     const auto clickTwice = [this](const char* button) {
         Click(button);
@@ -304,6 +302,41 @@ TEST_F(FrmMainTest, OnlySingleStepRepeatsWhileItsKeyIsHeldAndCountsBothHalvesOfA
     Click("cmdReset");
     clickTwice("cmdSlowRun");
     EXPECT_EQ(machine->TStates, 4 * 4 + 5);
+    Click("cmdReset");
+    for (int time = 0; time < 2; ++time) {
+        pressAndHold(Qt::Key_L, Qt::AltModifier, time > 0);
+        QTest::qWait(150);  // a key shows the button down for a moment
+    }
+    EXPECT_EQ(machine->TStates, 4 * 4 + 5);
+    QTest::simulateEvent(&Editor(), true, Qt::Key_A, {}, "a", true);
+    EXPECT_EQ(Editor().Text().find(u'a'), std::u16string::npos) << "a key that was pressed in a box goes on";
+}
+
+TEST_F(FrmMainTest, ATooltipNamesInstructionsOnlyWhileTheTextIsWhatIsAssembled) {
+    Start();
+    auto& grid = Find<platform::Grid>("grdRAM");
+    const auto tip = [&] { return Cells().index(0, 1).data(Qt::ToolTipRole).toString(); };
+    const std::function<void()> ends[] = {
+        [this] { Press(Qt::Key_X); },
+        [this] { Click("cmdClear"); },
+        [this] {
+            const MessageAnswer error;
+            Editor().SetText(u"foo");
+            Click("cmdCompile");
+        },
+    };
+    for (const auto& end : ends) {
+        Editor().SetText(u"nop");
+        Click("cmdCompile");
+        EXPECT_TRUE(tip().contains("Instruction NOP"));
+        Editor().setFocus();
+        QHelpEvent rest(QEvent::ToolTip, grid.visualRect(Cells().index(0, 1)).center(), {});
+        QCoreApplication::sendEvent(grid.viewport(), &rest);
+        EXPECT_TRUE(QToolTip::isVisible());
+        end();
+        EXPECT_FALSE(tip().contains("Instruction"));
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    }
 }
 
 TEST_F(FrmMainTest, F6GoesRoundFromTheEditorThroughRegistersOrKeypadAndMemory) {
