@@ -149,15 +149,15 @@ TEST_F(RegisterPanelTest, WhatHasChangedIsColouredAndHeard) {
     };
     machine.A = machine.Memory[0x9000] = 0x80;
     machine.S = true;
-    machine.PC = 0x8001;
+    machine.SP = 0xFFEE;
     panel.MarkChanges(m8085::Between({}, machine));
     panel.DisplayRegs();
     QStringList coloured;
     for (const QWidget* control : panel.findChildren<QWidget*>())
         for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText})
             if (control->palette().color(role) == platform::ChangedText) coloured += control->objectName();
-    EXPECT_EQ(coloured.join(' '), "txtA txtF txtPC txtSf");
-    EXPECT_EQ(heard("txtTstates", QAccessible::Description), "Changed: A 80, flag S 1, PC 8001, memory 9000 80");
+    EXPECT_EQ(coloured.join(' '), "txtA txtF txtSP txtSf");
+    EXPECT_EQ(heard("txtTstates", QAccessible::Description), "Changed: A 80, flag S 1, SP FFEE, memory 9000 80");
     EXPECT_EQ(heard("txtSf", QAccessible::Name), "Sign flag S, bit 7 of F: 1");
     EXPECT_EQ(heard("txtA", QAccessible::Description),
               "Register A, the accumulator\nBinary 1000 0000, decimal 128, signed -128");

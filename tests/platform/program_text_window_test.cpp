@@ -192,6 +192,15 @@ TEST_F(ProgramTextTest, MarksAreSeenSetByClicksInTheMarginAndToldByTheNumbersTha
     EXPECT_EQ(told.count(), before + 2);
 }
 
+TEST_F(ProgramTextTest, ALineIsNeverWrappedAndATabLeadsToTheEighthColumn) {
+    EXPECT_TRUE(text.verticalScrollBar()->isVisible() && text.horizontalScrollBar()->isVisible());
+    text.SetText(u"\t" + std::u16string(5000, u'x'));
+    EXPECT_EQ(text.document()->firstBlock().layout()->lineCount(), 1);
+    const int atStart = text.cursorRect().x();
+    text.SetSelectionStart(1);
+    EXPECT_EQ(text.cursorRect().x() - atStart, 8 * text.fontMetrics().horizontalAdvance(' '));
+}
+
 TEST_F(ProgramTextTest, KeepsCharactersThatTheControlMightDrop) {
     const std::u16string odd = std::u16string(u"a\u00A0b") + u'\0' + u"c\t\u2028d";
     text.SetText(odd + u"\u2029\uFDD0\uFDD1");

@@ -48,6 +48,7 @@ TEST(FrmSplash, ItsTextsStandOnAGradientInsideABlackFrameAndALinkThatCannotOpenS
     frmSplash splash;
     splash.ShowAbout();
     const QImage picture = splash.grab().toImage();
+    EXPECT_EQ(picture.size(), QSize(450, 301));
     for (const QPoint onFrame : {QPoint(2, 150), {445, 150}, {220, 2}, {220, 293}})
         EXPECT_EQ(picture.pixelColor(onFrame), QColor(Qt::black));
     for (const int y : {10, 285}) EXPECT_NEAR(picture.pixelColor(20, y).blue(), 100 + 100 * y / 301, 2);
