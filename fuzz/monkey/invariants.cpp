@@ -223,7 +223,8 @@ std::optional<QString> Invariants::FaultInCells() {
     if (gridMayBeOld_) return std::nullopt;
     const auto faultAt = [this](int row, int column) -> std::optional<QString> {
         if (CellText(row, column) == Hex(ByteOf(machine_, row, column), 2)) return std::nullopt;
-        return "the cell beside " + CellText(row, column - 1) + " shows " + CellText(row, column);
+        return "the cell beside " + CellText(row, column - 1) + " shows " + CellText(row, column) + " for " +
+               Hex(ByteOf(machine_, row, column), 2);
     };
     const int columns = grid_.model()->columnCount();
     for (int row = 0; allCellsAreDue_ && row < rows; ++row)
