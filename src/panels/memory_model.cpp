@@ -133,8 +133,10 @@ QString MemoryModel::Tip(const QModelIndex& cell) const {
     const std::uint8_t byte = Byte(cell);
     QString tip = Place(cell) + ", decimal " + QString::number(address) + '\n';
     tip += QString::fromStdString(StoredByteTip(byte));
-    const bool isNamed = !IsPort(cell.column()) && address <= m8085::LastFetchAddress &&
-                         std::ranges::binary_search(instructions_, address);
+    if (IsPort(cell.column())) return tip;
+    if (const std::string pointers = PointersTip(machine_, address); !pointers.empty())
+        tip += '\n' + QString::fromStdString(pointers);
+    const bool isNamed = address <= m8085::LastFetchAddress && std::ranges::binary_search(instructions_, address);
     if (!isNamed) return tip;
     // A cell may be older than the instruction, and by hand it may have become a code that is not one.
     const auto* opcode = machine_.Memory.data() + address;

@@ -110,6 +110,7 @@ void RegisterPanel::AddRegisters() {
     txtPC_ = addBox("PC", "Program counter PC", 4, leftBox, wide);
     txtSP_ = addBox("SP", "Stack pointer SP", 5, leftBox, wide);
     for (platform::TextBox* box : {txtF_, txtPC_, txtSP_}) box->setReadOnly(true);
+    txtSP_->installEventFilter(this);
 }
 
 void RegisterPanel::AddFlags() {
@@ -189,10 +190,21 @@ void RegisterPanel::DisplayRegs() {
     Show(*txtF_, FormatHexByte(flagByte), "Flag byte F, read only: S Z 0 AC 0 P 0 CY", ByteTip(flagByte));
     Show(*txtPC_, FormatHexLong(machine_.PC), "Program counter PC, read only: the address of the next instruction",
          AddressTip(machine_.PC));
-    Show(*txtSP_, FormatHexLong(machine_.SP),
-         "Stack pointer SP, read only: the address of the byte on top of the stack", AddressTip(machine_.SP));
+    ShowStackPointer();
     Show(*txtTstates_, std::to_string(machine_.TStates), "T-states since the latest Reset or Assemble, read only",
          TimeTip(machine_.TStates));
+}
+
+void RegisterPanel::ShowStackPointer() {
+    Show(*txtSP_, FormatHexLong(machine_.SP),
+         "Stack pointer SP, read only: the address of the byte on top of the stack",
+         AddressTip(machine_.SP) + StackTip(machine_));
+}
+
+// Bytes on the stack may have changed since the registers were last shown.
+bool RegisterPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == txtSP_ && event->type() == QEvent::ToolTip) ShowStackPointer();
+    return QGroupBox::eventFilter(watched, event);
 }
 
 void RegisterPanel::ShowRegister(const RegisterBox& box) {

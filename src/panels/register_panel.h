@@ -31,6 +31,9 @@ signals:
     // The user has changed a register or a flag.
     void Edited();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     struct RegisterBox {
         platform::TextBox* Box;
@@ -50,6 +53,7 @@ private:
     QLabel* AddLabel(const QString& text, const QRect& place, Qt::Alignment alignment);
     platform::TextBox* AddBox(const QString& name, const QString& accessibleName, const QRect& place);
 
+    void ShowStackPointer();
     void ShowRegister(const RegisterBox& box);
     void RegisterLostFocus(const RegisterBox& registerBox);
     void ToggleFlag(bool m8085::Registers::*flag);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 #include <span>
+#include <utility>
+#include <vector>
 
 #include "machine/number_format.h"
 
@@ -79,6 +81,34 @@ std::string ByteTip(std::uint8_t value) {
 
 std::string AddressTip(std::int32_t address) {
     return "Decimal " + std::to_string(address);
+}
+
+std::string StackTip(const m8085::MachineState& machine) {
+    constexpr int most = 4;
+    std::string tip;
+    for (std::int32_t address = machine.SP; address < machine.SP + 2 * most && address + 1 < m8085::MemorySize;
+         address += 2) {
+        const auto low = static_cast<std::size_t>(address);
+        tip += "\nWord " + FormatHexLong(machine.Memory[low + 1] << 8 | machine.Memory[low]) + " at " +
+               FormatHexLong(address);
+    }
+    return tip;
+}
+
+std::string PointersTip(const m8085::MachineState& machine, std::int32_t address) {
+    const std::pair<const char*, std::int32_t> pointers[] = {{"PC", machine.PC},
+                                                             {"SP", machine.SP},
+                                                             {"HL", machine.H << 8 | machine.L},
+                                                             {"BC", machine.B << 8 | machine.C},
+                                                             {"DE", machine.D << 8 | machine.E}};
+    std::vector<std::string> names;
+    for (const auto& [name, value] : pointers)
+        if (value == address) names.emplace_back(name);
+    if (names.empty()) return {};
+    std::string list = names[0];
+    for (std::size_t name = 1; name < names.size(); ++name)
+        list += (name + 1 == names.size() ? " and " : ", ") + names[name];
+    return list + (names.size() == 1 ? " points here" : " point here");
 }
 
 std::string TimeTip(std::int32_t tStates) {

@@ -15,6 +15,12 @@ std::string ByteTip(std::uint8_t value);
 // An address in decimal: "Decimal 32768". Takes 0 and more.
 std::string AddressTip(std::int32_t address);
 
+// The four words on top of the stack, a line for each with its address; fewer where memory ends.
+std::string StackTip(const m8085::MachineState& machine);
+
+// Which of PC, SP and the register pairs hold an address: "PC and HL point here". Empty for none.
+std::string PointersTip(const m8085::MachineState& machine, std::int32_t address);
+
 // How long the chip takes for so many T-states.
 std::string TimeTip(std::int32_t tStates);
 

@@ -259,7 +259,13 @@ TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
     machine.Memory[0x8004] = 0x3E;
     panel.NameInstructionsAt({0x8004});
     panel.RefreshRAMDisplay();
-    EXPECT_EQ(Cell(4, 1).data(Qt::ToolTipRole).toString().split('\n').last(), "Instruction MVI A,00");
+    machine.PC = machine.SP = 0x8004;
+    machine.D = 0x80;
+    machine.E = 4;
+    EXPECT_TRUE(Cell(4, 1).data(Qt::ToolTipRole).toString().endsWith("PC, SP and DE point here\nInstruction MVI A,00"));
+    EXPECT_TRUE(Cell(0, 9).data(Qt::ToolTipRole).toString().endsWith("decimal 0"))
+        << "a port is not at the address in HL";
+    machine.PC = 0;
     EXPECT_FALSE(Cell(5, 1).data(Qt::ToolTipRole).toString().contains("Instruction"));
     EXPECT_EQ(Cell(4, 9).data(Qt::ToolTipRole).toString(), "Port 04, decimal 4\nByte 00, binary 0000 0000, decimal 0");
 }

@@ -143,6 +143,20 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRuns) {
     EXPECT_EQ(machine.B, 0x3C);
 }
 
+TEST_F(RegisterPanelTest, TheTipOfSpShowsTheStackAsItIsWhenTheMouseRests) {
+    machine.SP = 0xFFFB;
+    panel.DisplayRegs();
+    machine.Memory[0xFFFB] = 0x34;
+    machine.Memory[0xFFFC] = 0x12;
+    QHelpEvent rest(QEvent::ToolTip, {}, {});
+    QApplication::sendEvent(&Box("txtSP"), &rest);
+    EXPECT_TRUE(Box("txtSP").toolTip().endsWith("Decimal 65531\nWord 1234 at FFFB\nWord 0000 at FFFD"))
+        << "half a word at FFFF is none";
+    machine.SP = 0x10000;
+    panel.DisplayRegs();
+    EXPECT_TRUE(Box("txtSP").toolTip().endsWith("Decimal 65536"));
+}
+
 TEST_F(RegisterPanelTest, WhatHasChangedIsColouredAndHeard) {
     const auto heard = [this](const char* name, QAccessible::Text kind) {
         return QAccessible::queryAccessibleInterface(window.findChild<QWidget*>(name))->text(kind);
