@@ -16,6 +16,9 @@ namespace {
 using Text = std::u16string;
 using View = std::u16string_view;
 
+constexpr View blockBegin = u"/*";
+constexpr View blockEnd = u"*/";
+
 View WithoutComment(View word) {
     return word.substr(0, word.find(u';'));
 }
@@ -37,16 +40,27 @@ private:
     void Add(View text) {
         const int number = program_.SourceLine(static_cast<int>(result_.Lines.size()) + 1);
         const bool goesOn = !result_.Lines.empty() && result_.Lines.back().SourceLine == number;
-        isInComment_ = isInComment_ && goesOn;
+        if (!goesOn && !isInBlock_) comment_ = {};
         const Assembly alone = AssembleProgram(Text(text) + u'\n', *machine_, *codeMap_);
         CheckedLine& line =
-            result_.Lines.emplace_back(CheckedLine{number, WordsOfLine(text), isInComment_, alone.AsmErrorText});
-        isInComment_ = isInComment_ || text.find(u';') != View::npos;
+            result_.Lines.emplace_back(CheckedLine{number, WordsOfLine(text), comment_, alone.AsmErrorText});
         if (alone.Labels.LabelCount() > 0)
             AddEntry(line, alone.Labels[0]);
-        else if (!alone.Succeeded && !line.IsInComment)
+        else if (!alone.Succeeded && line.Comment.empty())
             AddMeantLabels(line.Words);
-        NoteTarget(line.Words);
+        NoteWords(line.Words);
+        FollowComment(text);
+    }
+
+    // A comment goes on to the end of the line in the source, and one that is closed further down to there.
+    void FollowComment(View text) {
+        if (comment_.empty()) {
+            comment_ = FindCommentMark(text);
+            const bool isClosedBelow = lastBlockEnd_ != View::npos && &program_.Text[lastBlockEnd_] > &text.back();
+            isInBlock_ = comment_ == blockBegin && isClosedBelow && text.find(blockEnd) == View::npos;
+        } else if (text.find(blockEnd) != View::npos) {
+            isInBlock_ = false;
+        }
     }
 
     // A jump or call fails as long as it stands alone.
@@ -61,18 +75,23 @@ private:
         ++entries_;
     }
 
-    void NoteTarget(const std::vector<Text>& words) {
-        if (words.size() < 2) return;
-        const InstructionRow* row = FindInstruction(words[0]);
-        if (row != nullptr && row->TakesLabel()) result_.Targets.emplace(WithoutComment(words[1]));
+    void NoteWords(const std::vector<Text>& words) {
+        const InstructionRow* row = words.empty() ? nullptr : FindInstruction(words[0]);
+        const bool goesToLabel = row != nullptr && row->TakesLabel() && words.size() > 1;
+        if (goesToLabel) result_.Targets.emplace(WithoutComment(words[1]));
+        for (std::size_t place = goesToLabel ? 2 : 1; place < words.size(); ++place)
+            if (const View word = words[place]; word.ends_with(u':'))
+                result_.MisplacedLabels.emplace(word.substr(0, word.size() - 1));
     }
 
     // A label without its colon comes first on its line, one with its colon anywhere.
     void AddMeantLabels(const std::vector<Text>& words) {
         if (FindInstruction(words[0]) != nullptr) return;
         meant_.emplace(WithoutComment(words[0]));
-        for (const View word : words)
+        for (const View word : words) {
+            if (!FindCommentMark(word).empty()) return;
             if (word.ends_with(u':')) meant_.emplace(word.substr(0, word.size() - 1));
+        }
     }
 
     // A label in the last place of the table is not found there.
@@ -90,7 +109,9 @@ private:
     CheckedProgram result_;
     const std::unique_ptr<m8085::MachineState> machine_ = std::make_unique<m8085::MachineState>();
     const std::unique_ptr<m8085::CodeMap> codeMap_ = std::make_unique<m8085::CodeMap>();
-    bool isInComment_ = false;
+    const std::size_t lastBlockEnd_ = program_.Text.rfind(blockEnd);
+    View comment_;
+    bool isInBlock_ = false;                                // in a comment over more than one line
     int entries_ = 0;                                       // labels, jumps and calls
     std::map<Text, int> slots_;                             // of each label, that of its first definition
     std::set<Text> meant_;                                  // labels, by faulty lines
@@ -98,6 +119,14 @@ private:
 };
 
 }  // namespace
+
+std::u16string_view FindCommentMark(std::u16string_view line) {
+    if (line.substr(std::min(line.find_first_not_of(u" \t"), line.size())).starts_with(u'"')) return u"\"";
+    for (std::size_t at = 0; at < line.size(); ++at)
+        for (const View mark : {View(u";"), View(u"//"), blockBegin})
+            if (line.substr(at).starts_with(mark)) return mark;
+    return {};
+}
 
 CheckedProgram CheckProgram(const PreparedProgram& program) {
     return Check(program).Run();

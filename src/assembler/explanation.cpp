@@ -25,12 +25,17 @@ using Pair = std::pair<View, View>;
 constexpr View atOrigin = u"a program begins at 8000, and elsewhere by the --origin of velmora-run";
 constexpr View numberItself = u"write the number itself";
 constexpr View dataOtherwise = u"put data into memory by instructions or by a data file";
+constexpr View leaveOut = u"leave it out";
 // Their names, and what to do without them.
-constexpr Pair directives[] = {{u"ORG", atOrigin},       {u"BEGIN", atOrigin},       {u"END", u"leave it out"},
-                               {u"EQU", numberItself},   {u"SET", numberItself},     {u"DB", dataOtherwise},
-                               {u"DW", dataOtherwise},   {u"DS", dataOtherwise},     {u"DEFB", dataOtherwise},
-                               {u"DEFW", dataOtherwise}, {u"DEFS", dataOtherwise},   {u"MACRO", dataOtherwise},
-                               {u"ENDM", dataOtherwise}, {u"INCLUDE", dataOtherwise}};
+constexpr Pair directives[] = {
+    {u"ORG", atOrigin},       {u"BEGIN", atOrigin},        {u"END", leaveOut},       {u"EQU", numberItself},
+    {u"SET", numberItself},   {u"DB", dataOtherwise},      {u"DW", dataOtherwise},   {u"DS", dataOtherwise},
+    {u"DEFB", dataOtherwise}, {u"DEFW", dataOtherwise},    {u"DEFS", dataOtherwise}, {u"MACRO", dataOtherwise},
+    {u"ENDM", dataOtherwise}, {u"INCLUDE", dataOtherwise}, {u"CPU", leaveOut},       {u"HOF", leaveOut}};
+
+// Those that are plain words where nothing marks them.
+constexpr Pair markedDirectives[] = {
+    {u"WORD", dataOtherwise}, {u"BYTE", dataOtherwise}, {u"ASCII", dataOtherwise}, {u"DEFINE", numberItself}};
 
 constexpr View interruptMnemonics[] = {u"RST", u"RIM", u"SIM", u"EI", u"DI"};
 
@@ -85,8 +90,30 @@ bool IsMnemonic(View word) {
     return FindInstruction(word) != nullptr;
 }
 
+bool IsLetter(char16_t character) {
+    return m8085::ToUpperCase(character) != m8085::ToLowerCase(character);
+}
+
 bool IsDecimalDigit(char16_t character) {
     return character >= u'0' && character <= u'9';
+}
+
+// nullptr for none.
+const Pair* FindPair(std::span<const Pair> list, View first) {
+    const auto found = std::ranges::find(list, first, &Pair::first);
+    return found == list.end() ? nullptr : &*found;
+}
+
+// Nothing for another word. A name that is marked is always that of a directive.
+std::optional<Text> ExplainDirective(View word) {
+    word = word.substr(0, word.find(u';'));
+    const bool isMarked = word.size() > 1 && (word[0] == u'.' || word[0] == u'#') && IsLetter(word[1]);
+    const View name = word.substr(isMarked ? 1 : 0);
+    const Pair* found = FindPair(directives, name);
+    if (isMarked && found == nullptr) found = FindPair(markedDirectives, name);
+    if (!isMarked && found == nullptr) return {};
+    return Shortened(name) + u" is a directive, and there are none here: " +
+           Text(found == nullptr ? leaveOut : found->second);
 }
 
 // One line that cannot be assembled, or one label that no line defines, and what can be asked about it. Each answer is
@@ -96,7 +123,7 @@ struct Fault {
 
     const CheckedProgram& Program;
     const CheckedLine& Line;
-    std::array<View, 3> Words;            // as the assembler takes them; or the label alone
+    std::array<View, 4> Words;            // the first of the line; or the label alone
     std::size_t Place = 0;                // of the word at fault
     const InstructionRow* Row = nullptr;  // of the words before that; nullptr if there is none
 
@@ -115,14 +142,17 @@ struct Fault {
     Answer HasColon() const { return If(Word().ends_with(u':')); }
     Answer IsBeforeColon() const { return If(Words[1] == u":"); }
     Answer IsNumber() const { return If(ReadNumber(Word()).has_value()); }
+    bool IsNumberThatFits() const { return ReadNumber(Word()).value_or(0x10000) <= (IsByteWanted() ? 0xFF : 0xFFFF); }
     Answer IsTooLargeForByte() const { return If(IsByteWanted() && IsNumber()); }
     Answer IsAddressBeforeMnemonic() const { return If(IsMnemonic(Words[1]) && IsAddress()); }
-    Answer IsProbablyLabel() const { return If(IsMnemonic(Words[1]) || IsJumpedTo()); }
+    Answer IsProbablyLabel() const { return If(IsMnemonic(Words[1]) || IsJumpedTo(Word())); }
+    Answer IsSecondInstruction() const { return If(IsMnemonic(Word())); }
+    Answer IsCharacter() const { return If(Word().find_first_of(u"\"'") != View::npos); }
+    Answer IsMisplaced() const { return If(Program.MisplacedLabels.contains(Text(Word()))); }
 
     Answer BeginsWithSign() const {
         const char16_t first = Word()[0];
-        const bool isLetter = m8085::ToUpperCase(first) != m8085::ToLowerCase(first);
-        return If(first < 0x80 && !isLetter && !IsDecimalDigit(first) && first != u'_');
+        return If(first < 0x80 && !IsLetter(first) && !IsDecimalDigit(first) && first != u'_');
     }
 
     // An address rather than a name: "2000", "C010", "FE00H", but not "FACE".
@@ -139,11 +169,22 @@ struct Fault {
     }
 
     Answer HasStickingComment() const {
-        return If(std::ranges::any_of(Words, [](View word) { return word.find(u';') != View::npos; }));
+        return If(std::ranges::any_of(Line.Words, [](View word) { return word.find(u';') != View::npos; }));
     }
 
-    Answer IsAfterColonInComment() const { return If(Line.IsInComment); }
-    bool IsJumpedTo() const { return Program.Targets.contains(Text(Word())); }
+    Answer IsAfterColonInComment() const { return If(Line.Comment == u";"); }
+
+    // The mark of what is a comment elsewhere.
+    Answer IsForeignComment() const {
+        if (!Line.Comment.empty()) return Text(Line.Comment);
+        for (const View word : Line.Words)
+            if (const View mark = FindCommentMark(word);
+                !mark.empty() && mark != u";" && (mark != u"\"" || word == Line.Words[0]))
+                return Text(mark);
+        return {};
+    }
+
+    bool IsJumpedTo(View word) const { return Program.Targets.contains(Text(word)); }
     Answer IsDefined() const { return If(Contains(Program.Labels, Word())); }
     Answer IsInLastPlace() const { return If(Program.UnreachableLabel == Word()); }
 
@@ -157,15 +198,14 @@ struct Fault {
         return Text(longest);
     }
 
-    // Before a mnemonic the name of a directive is a label, unless it is marked.
+    // First on the line, or after a label or a name.
     Answer IsDirective() const {
-        for (const View word : {Words[0], Words[1]}) {
-            const bool isMarked = word.starts_with(u'#') || word.starts_with(u'.');
-            const auto* found = std::ranges::find(directives, word.substr(isMarked ? 1 : 0), &Pair::first);
-            if (found != std::end(directives) && (isMarked || !IsMnemonic(Words[1])))
-                return Text(found->first) + u" is a directive, and there are none here: " + Text(found->second);
-        }
-        return {};
+        const View first = Line.Words[0];
+        const View second = Line.Words.size() > 1 ? View(Line.Words[1]) : View();
+        if (IsMnemonic(first)) return {};
+        const bool isLabel = IsMnemonic(second) || (IsJumpedTo(first) && !Contains(Program.Labels, first));
+        const Answer directive = isLabel ? std::nullopt : ExplainDirective(first);
+        return directive ? directive : ExplainDirective(second);
     }
 
     // The instruction that does with a number what this one does with a register.
@@ -240,13 +280,14 @@ constexpr View fullTable = u"all 101 places that there are for labels, jumps and
 // Of each table the first rule that applies counts.
 constexpr Rule anywhereRules[] = {
     {&Fault::IsAfterColonInComment, u"a colon in a comment breaks the line there: leave it out"},
+    {&Fault::IsForeignComment, u"a comment begins with \";\", not with *"},
+    {&Fault::IsDirective, u"*"},
     {&Fault::HasStickingComment, u"a comment needs a blank before its \";\""}};
 
 constexpr Rule mnemonicRules[] = {
     {&Fault::HasColon, fullTable},
     {&Fault::MnemonicInFront, u"a blank belongs after *"},
     {&Fault::HasComma, strayComma},
-    {&Fault::IsDirective, u"*"},
     {&Fault::IsInterruptMnemonic, u"this machine has no interrupts, and so no *"},
     {&Fault::IsBeforeColon, u"no blank belongs between a label and its colon"},
     {&Fault::BeginsWithSign, u"a line begins with a label or a mnemonic; a comment begins with \";\""},
@@ -266,6 +307,7 @@ constexpr Rule numberRules[] = {
     {&Fault::HasColon, u"a colon belongs after a label only, first on its line"},
     {&Fault::TwinWithRegister, u"@ takes a number; * takes a register"},
     {&Fault::IsRegister, u"@ takes a number here, not a register"},
+    {&Fault::IsCharacter, u"characters are not numbers: write their codes"},
     {&Fault::IsDefined, u"a label is not a number: write the address that it stands for"},
     {&Fault::OtherMeaning, u"all numbers are hexadecimal: *"},
     {&Fault::IsTooLargeForByte, u"* is too large for a byte: the largest is FF"},
@@ -277,9 +319,14 @@ constexpr Rule labelRules[] = {
     {&Fault::IsMissing, u"a jump or call needs a label to go to"},
     {&Fault::HasColon, u"no colon belongs after the label of a jump or call"},
     {&Fault::IsInLastPlace, u"* has the last of the 101 places for labels and jumps, where it cannot be found"},
+    {&Fault::IsMisplaced, u"*: does not come first on its line, and so is not a label"},
     {&Fault::IsAddress, u"a jump or call goes to a label, not to an address: put a label there"},
     {&Fault::SimilarLabel, u"there is no label @; is * meant?"},
     {&Fault::Always, u"no line defines it: put *: where it is to go"}};
+
+// For a line whose first words assemble; @ is its mnemonic.
+constexpr Rule surplusRules[] = {{&Fault::IsSecondInstruction, u"a line holds one instruction: * belongs on the next"},
+                                 {&Fault::Always, u"* is too much for @; a comment needs a \";\" before it"}};
 
 // Nothing if no rule applies.
 std::optional<Text> Explain(const Fault& fault, std::span<const Rule> rules) {
@@ -299,29 +346,34 @@ std::optional<Text> Explain(const Fault& fault, std::span<const Rule> rules) {
 
 // The operands are looked at in the order in which the assembler takes them.
 Text ExplainOperands(Fault fault) {
-    if (fault.Row->TakesLabel()) return Text(fullTable);
-    for (fault.Place = 1; fault.Place <= 2; ++fault.Place) {
-        if (fault.IsNumberWanted()) return *Explain(fault, numberRules);
+    for (fault.Place = 1; fault.Place <= 2 && !fault.Row->Operands[fault.Place - 1].empty(); ++fault.Place) {
+        if (fault.Row->TakesLabel()) continue;
+        if (fault.IsNumberWanted()) {
+            if (!fault.IsNumberThatFits()) return *Explain(fault, numberRules);
+            continue;
+        }
         const auto* found = FindInstruction(fault.Words[0], fault.Words[1], fault.Place == 1 ? View() : fault.Word());
         if (fault.Word().empty() || found == nullptr) return *Explain(fault, registerRules);
         fault.Row = found;
     }
-    return {};
+    return *Explain(fault, surplusRules);
 }
 
+// A line is judged by its own first words, though the assembler puts those after the third in their places.
 Text Explain(const CheckedProgram& program, const CheckedLine& line) {
     constexpr View missingLabel = u"Bad label - ";
+    constexpr std::size_t places = 3;
     Fault fault{program, line, {}};
-    const bool isLabel = line.Error.starts_with(missingLabel);
-    if (isLabel)
-        fault.Words[0] = View(line.Error).substr(missingLabel.size());
-    else
-        for (std::size_t place = 0; place < line.Words.size(); ++place)
-            fault.Words[place % fault.Words.size()] = line.Words[place];
-    fault.Row = FindInstruction(fault.Words[0]);
+    std::copy_n(line.Words.begin(), std::min(line.Words.size(), fault.Words.size()), fault.Words.begin());
     if (const auto text = Explain(fault, anywhereRules)) return *text;
-    if (isLabel) return *Explain(fault, labelRules);
-    return fault.Row == nullptr ? *Explain(fault, mnemonicRules) : ExplainOperands(fault);
+    const bool isLong = line.Words.size() > places;
+    if (!isLong && line.Error.starts_with(missingLabel)) {
+        fault.Words = {View(line.Error).substr(missingLabel.size())};
+        return *Explain(fault, labelRules);
+    }
+    fault.Row = FindInstruction(fault.Words[0]);
+    if (fault.Row == nullptr) return *Explain(fault, mnemonicRules);
+    return !isLong && fault.Row->TakesLabel() ? Text(fullTable) : ExplainOperands(fault);
 }
 
 }  // namespace
@@ -338,7 +390,7 @@ std::vector<LineFault> FindFaults(const PreparedProgram& program) {
     const CheckedLine* last = nullptr;  // of those in faults
     for (const CheckedLine& line : checked.Lines) {
         const bool isSameLine = last != nullptr && last->SourceLine == line.SourceLine;
-        if (line.Error.empty() || (isSameLine && last->IsInComment == line.IsInComment)) continue;
+        if (line.Error.empty() || (isSameLine && (last->Comment == line.Comment || line.Comment != u";"))) continue;
         faults.push_back({line.SourceLine, line.Error, Explain(checked, line)});
         last = &line;
     }
