@@ -3,7 +3,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
+#include <algorithm>
 
 namespace platform {
 
@@ -40,18 +42,45 @@ private:
     QString quotedPath_;
 };
 
+QList<QUrl>& AddedPlaces() {
+    static QList<QUrl> places;
+    return places;
+}
+
+// After the dialog's own ones, and wide enough for their names.
+void OfferPlaces(QFileDialog& dialog, QList<QUrl> places) {
+    constexpr int mostPixels = 200;
+    for (const QUrl& added : AddedPlaces())
+        if (!places.contains(added)) places.append(added);
+    dialog.setSidebarUrls(places);
+    auto* const list = dialog.findChild<QListView*>("sidebar");
+    if (list != nullptr)
+        list->setMinimumWidth(std::min(list->sizeHintForColumn(0) + 2 * list->frameWidth(), mostPixels));
+}
+
 }  // namespace
+
+void FileDialog::AddPlace(const QString& folder) {
+    const QUrl place = QUrl::fromLocalFile(QDir::cleanPath(folder));
+    if (QFileInfo(folder).isDir() && !AddedPlaces().contains(place)) AddedPlaces().append(place);
+}
 
 std::optional<QString> FileDialog::Show(QWidget& control, QFileDialog::AcceptMode mode) {
     SingleNameDialog dialog(control.window());
     dialog.setAcceptMode(mode);
     dialog.setFileMode(QFileDialog::AnyFile);
+    const QList<QUrl> ownPlaces = dialog.sidebarUrls();
+    OfferPlaces(dialog, ownPlaces);
     if (!directory_.isEmpty()) dialog.setDirectory(directory_);
     if (!lastName_.isEmpty()) dialog.selectFile(lastName_);
-    if (dialog.exec() != QDialog::Accepted || dialog.Path().isEmpty()) return std::nullopt;
+    const bool isAccepted = dialog.exec() == QDialog::Accepted;
+    // It stores its places for all programs that have such a dialog.
+    dialog.setSidebarUrls(ownPlaces);
+    if (!isAccepted || dialog.Path().isEmpty()) return std::nullopt;
 
     const QString path = dialog.Path();
     directory_ = QFileInfo(path).absolutePath();
+    AddPlace(directory_);
     lastName_ = QFileInfo(path).fileName();
     return path;
 }

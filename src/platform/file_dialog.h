@@ -9,6 +9,9 @@ namespace platform {
 // name is used exactly as the user gave it. Showing it returns the full path, or nothing when it is cancelled.
 class FileDialog {
 public:
+    // Offers a folder at the side of every dialog, if it is there. So are those offered from which a file was chosen.
+    static void AddPlace(const QString& folder);
+
     void SetInitialDirectory(const QString& path) { directory_ = path; }
 
     // The name need not be that of an existing file.

@@ -1,5 +1,6 @@
 #include "shell/workbench.h"
 
+#include "platform/file_dialog.h"
 #include "platform/palette.h"
 
 namespace shell {
@@ -11,6 +12,8 @@ void Prepare(QApplication& application) {
     QApplication::setWindowIcon(QIcon(":/velmora.svg"));
     QApplication::setQuitOnLastWindowClosed(false);
     platform::ApplyFixedAppearance(application);
+    const QString documents = QApplication::applicationDirPath() + "/../share/doc/velmora/";
+    for (const char* const folder : {"examples", "labs"}) platform::FileDialog::AddPlace(documents + folder);
 }
 
 Workbench::Workbench(std::function<void()> endProcess)

@@ -154,6 +154,12 @@ TEST_F(ProgramDocumentTest, AFileNameIsUsedAsGivenAndReplacedOnlyAfterAQuestion)
         document.mnuNew_Click();
     }
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 4);
+    const BoxAnswer<QFileDialog> next([this](QFileDialog& dialog) {
+        EXPECT_TRUE(dialog.sidebarUrls().contains(QUrl::fromLocalFile(folder.path()))) << "where files were chosen";
+        dialog.reject();
+    });
+    document.mnuOpen_Click();
+    EXPECT_TRUE(next.Answered());
 }
 
 TEST_F(ProgramDocumentTest, AFileNamedAtTheStartOpensOrIsSaidWhyNot) {
