@@ -142,7 +142,8 @@ void Invariants::NoteCommand(const QString& name) {
     LookAfterStop();
     if (isAssemble) programIsLost_ = false, textIsAssembled_ = IsEnabled("cmdRun");
     if (isRun) programIsLost_ = std::exchange(programIsLostInRun_, false);
-    if (name == "mnuCompile" || (isLoad && wasToldOfFailure_)) gridMayBeOld_ = true;
+    // A run may have ended before it in the same event, and shown all.
+    if (name == "mnuCompile" || (isLoad && wasToldOfFailure_)) gridMayBeOld_ = true, wasRunning_ = false;
     const bool isFullRun = IsOneOf(name, {"cmdRun", "mnuRun"});
     const bool hasStepped = (isStep || isRun) && !wasHalted_;
     if (isRun) beforeMarked_.reset();
