@@ -11,6 +11,7 @@
 #include "assembler/assembler.h"
 #include "assembler/checked_program.h"
 #include "assembler/instruction_table.h"
+#include "assembler/line_words.h"
 #include "machine/characters.h"
 #include "machine/number_format.h"
 
@@ -59,11 +60,6 @@ void AppendOnce(std::vector<Text>& words, const Text& word) {
 
 Text Wide(std::string_view ascii) {
     return {ascii.begin(), ascii.end()};
-}
-
-Text Shortened(View word) {
-    constexpr std::size_t longest = 30;
-    return word.size() <= longest ? Text(word) : Text(word.substr(0, longest)) + u"...";
 }
 
 // "A", "A or B", "A, B or C"; nothing for no word.

@@ -36,4 +36,9 @@ std::vector<std::u16string> WordsOfLine(std::u16string_view line) {
     return words;
 }
 
+std::u16string Shortened(std::u16string_view word) {
+    constexpr std::size_t longest = 30;
+    return std::u16string(word.substr(0, longest)) + (word.size() > longest ? u"..." : u"");
+}
+
 }  // namespace assembler

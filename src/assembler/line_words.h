@@ -15,4 +15,7 @@ std::vector<std::u16string_view> LinesOf(std::u16string_view text);
 // and so is a ";" that sticks to a word, with the rest of the line. The line must hold no line feed.
 std::vector<std::u16string> WordsOfLine(std::u16string_view line);
 
+// A word as messages show it: cut off after thirty characters.
+std::u16string Shortened(std::u16string_view word);
+
 }  // namespace assembler

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "assembler/assembler.h"
+#include "assembler/checked_program.h"
 #include "assembler/instruction_table.h"
 #include "assembler/line_words.h"
-#include "machine/characters.h"
 
 namespace assembler {
 
@@ -38,33 +38,31 @@ bool MayBeDecimal(View word) {
 
 class Search {
 public:
-    explicit Search(const PreparedProgram& program) : program_(program) {}
+    explicit Search(const CheckedProgram& program) : program_(program) {}
 
     std::vector<Warning> Run() {
-        int line = 0;
-        for (const View text : LinesOf(program_.Text)) LookAt(text, program_.SourceLine(++line));
+        for (const CheckedLine& line : program_.Lines)
+            if (!line.Words.empty() && line.Error.empty()) LookAt(line);
         WarnOfMixedNumbers();
         std::ranges::stable_sort(warnings_, {}, &Warning::Line);
         return std::move(warnings_);
     }
 
 private:
-    void LookAt(View text, int line) {
-        if (line != line_) isBehindComment_ = isWarnedOfComment_ = false;
-        line_ = line;
-        const Words words = WordsOfLine(text);
-        if (!words.empty() && (IsLabel(words[0]) || IsMnemonic(words[0]))) {
-            LookAtComment(words[0]);
-            LookAtLabel(words);
-            LookAtInstructions(words);
-            LookAtNumbers(words);
-        }
-        isBehindComment_ = isBehindComment_ || text.find(u';') != View::npos;
+    void LookAt(const CheckedLine& line) {
+        line_ = line.SourceLine;
+        LookAtLabel(line.Words);
+        if (!line.Comment.empty()) return LookAtComment(line);
+        LookAtInstructions(line.Words);
+        LookAtNumbers(line.Words);
     }
 
-    void LookAtComment(const Text& word) {
-        if (!isBehindComment_ || std::exchange(isWarnedOfComment_, true)) return;
-        Warn(u"the colon in the comment ends it: " + word + u" is part of the program");
+    // Of each line of the source once.
+    void LookAtComment(const CheckedLine& line) {
+        if (std::exchange(lineOfComment_, line_) == line_) return;
+        const Text reason = line.Comment == u";" ? Text(u"the colon in the comment ends it")
+                                                 : u"a comment begins with \";\", not with " + Text(line.Comment);
+        Warn(reason + u": " + Shortened(line.Words[First(line.Words)]) + u" is part of the program");
     }
 
     // The line is taken for what its last word in the first place is.
@@ -75,22 +73,21 @@ private:
         if (!IsLabel(label)) return;
         const auto [earlier, isNew] = labels_.try_emplace(label, line_);
         if (isNew) return;
-        Warn(u"the label " + label.substr(0, label.size() - 1) + u" is defined in line " + Number(earlier->second) +
-             u" already, and jumps and calls go there");
+        Warn(u"the label " + Shortened(View(label).substr(0, label.size() - 1)) + u" is defined in line " +
+             Number(earlier->second) + u" already, and jumps and calls go there");
     }
 
     void LookAtInstructions(const Words& words) {
-        if (IsLabel(words[0])) return;
-        const std::size_t first = First(words);
-        if (first > 0) {
-            if (IsMnemonic(words[first]) || IsLabel(words[first]))
-                Warn(u"only " + words[first] + u" counts on this line: " + words[0] + u" is lost");
-            return;
-        }
+        if (const std::size_t first = First(words); first > 0) return WarnOfLost(words[first], words[0]);
         const InstructionRow* row = FindInstruction(words[0]);
-        for (std::size_t place = 1; place < words.size(); ++place)
-            if (IsMnemonic(words[place]) && row->Operands[place - 1].empty())
-                Warn(u"only " + words[0] + u" counts on this line: " + words[place] + u" is lost");
+        if (row == nullptr) return;  // a label
+        for (std::size_t place = 1; place < words.size() && FindCommentMark(words[place]).empty(); ++place)
+            if (row->Operands[place - 1].empty() && (IsMnemonic(words[place]) || IsLabel(words[place])))
+                return WarnOfLost(words[0], words[place]);
+    }
+
+    void WarnOfLost(View word, View lost) {
+        Warn(u"only " + Shortened(word) + u" counts on this line: " + Shortened(lost) + u" is lost");
     }
 
     void LookAtNumbers(const Words& words) {
@@ -109,17 +106,16 @@ private:
 
     void WarnOfMixedNumbers() {
         if (withFinalH_.Line == 0 || bare_.Line == 0) return;
-        warnings_.push_back({bare_.Line, bare_.Text + u" is hexadecimal too, though line " + Number(withFinalH_.Line) +
-                                             u" has " + withFinalH_.Text});
+        warnings_.push_back({bare_.Line, Shortened(bare_.Text) + u" is hexadecimal too, though line " +
+                                             Number(withFinalH_.Line) + u" has " + Shortened(withFinalH_.Text)});
     }
 
     void Warn(Text text) { warnings_.push_back({line_, std::move(text)}); }
 
-    const PreparedProgram& program_;
+    const CheckedProgram& program_;
     std::vector<Warning> warnings_;
     int line_ = 0;
-    bool isBehindComment_ = false;
-    bool isWarnedOfComment_ = false;
+    int lineOfComment_ = 0;       // that was warned of last
     std::map<Text, int> labels_;  // with their colons, and the lines of their first definitions
     Warning withFinalH_;          // the first number of each kind
     Warning bare_;
@@ -128,7 +124,8 @@ private:
 }  // namespace
 
 std::vector<Warning> FindWarnings(const PreparedProgram& program) {
-    return Search(program).Run();
+    const CheckedProgram checked = CheckProgram(program);
+    return Search(checked).Run();
 }
 
 }  // namespace assembler

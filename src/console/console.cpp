@@ -45,7 +45,7 @@ public:
         for (const std::string& program : options_.Programs) {
             if (options_.Programs.size() > 1 && !options_.Json) PrintHeading(Printable(ShownName(program)) + ":\n");
             const std::unique_ptr<Simulation> simulation = inputs_.Assemble(program);
-            if (options_.CheckOnly) FindAllFaults(*simulation);
+            LookAtLines(*simulation);
             if (simulation->Assembly.Succeeded) {
                 const DeferredSignals deferred;
                 Simulate(*simulation);
@@ -66,6 +66,16 @@ private:
     void PrintHeading(const std::string& heading) {
         if (&report_ != &out_ || !IsMarkingSheet()) out_ << heading;
         if (&report_ != &out_ && !IsMarkingSheet()) report_ << heading;
+    }
+
+    // Warnings come before the run, which may take its time. A sheet has no place for them.
+    void LookAtLines(Simulation& simulation) {
+        const bool isAssembled = simulation.HowItEnded == Outcome::Assembled;
+        if (!(isAssembled || options_.CheckOnly) || (IsMarkingSheet() && !options_.Json)) return;
+        FindRemarks(simulation);
+        if (options_.Json) return;
+        ExpectPrinted(out_.flush());
+        err_ << Remarks(simulation) << std::flush;
     }
 
     void Simulate(Simulation& simulation) {
@@ -117,7 +127,8 @@ private:
         } else {
             report_ << TextReport(simulation, options_);
             report_.flush();
-            err_ << Diagnosis(simulation);
+            if (simulation.Remarks.empty() || simulation.HowItEnded != Outcome::NotAssembled)
+                err_ << Diagnosis(simulation);
         }
     }
 

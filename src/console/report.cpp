@@ -174,19 +174,20 @@ std::string_view OutcomeName(Outcome outcome) {
     return {};
 }
 
-std::string FaultLines(const Simulation& simulation, const Fault& fault) {
+std::string RemarkLines(const Simulation& simulation, const Remark& remark) {
     const std::string place =
-        Printable(simulation.Name) + ':' + (fault.Line == 0 ? "" : std::to_string(fault.Line) + ':');
-    return place + " error: " + fault.Message + '\n' +
-           (fault.Note.empty() ? "" : place + " note: " + fault.Note + '\n');
+        Printable(simulation.Name) + ':' + (remark.Line == 0 ? "" : std::to_string(remark.Line) + ':');
+    return place + (remark.IsWarning ? " warning: " : " error: ") + remark.Message + '\n' +
+           (remark.Note.empty() ? "" : place + " note: " + remark.Note + '\n');
 }
 
-Json FaultsAsJson(const Simulation& simulation) {
+Json RemarksAsJson(const Simulation& simulation, bool areWarnings) {
     Json list = Json::array();
-    for (const auto& [line, message, note] : simulation.AllFaults) {
-        Json& fault = list.emplace_back(Json{{"message", message}});
-        if (!note.empty()) fault["note"] = note;
-        if (line != 0) fault.update({{"line", line}, {"source", simulation.SourceOf(line)}});
+    for (const auto& [line, isWarning, message, note] : simulation.Remarks) {
+        if (isWarning != areWarnings) continue;
+        Json& remark = list.emplace_back(Json{{"message", message}});
+        if (!note.empty()) remark["note"] = note;
+        if (line != 0) remark.update({{"line", line}, {"source", simulation.SourceOf(line)}});
     }
     return list;
 }
@@ -274,14 +275,17 @@ ExitCode ExitCodeOf(const Simulation& simulation, const Options& options) {
     return simulation.HowItEnded == Outcome::Ended ? Success : DoesNotEnd;
 }
 
+std::string Remarks(const Simulation& simulation) {
+    std::string text;
+    for (const Remark& remark : simulation.Remarks) text += RemarkLines(simulation, remark);
+    const auto faults = std::ranges::count(simulation.Remarks, false, &Remark::IsWarning);
+    if (faults == 0) return text;
+    return text + Printable(simulation.Name) + ": " + std::to_string(faults) + (faults == 1 ? " fault\n" : " faults\n");
+}
+
 std::string Diagnosis(const Simulation& simulation) {
     if (simulation.HowItEnded == Outcome::Assembled || simulation.HowItEnded == Outcome::Ended) return {};
-    std::string text;
-    for (const Fault& fault : simulation.AllFaults) text += FaultLines(simulation, fault);
-    if (const auto count = simulation.AllFaults.size(); count > 0)
-        return text + Printable(simulation.Name) + ": " + std::to_string(count) +
-               (count == 1 ? " fault\n" : " faults\n");
-    text = FaultLines(simulation, {simulation.Line, simulation.Message, simulation.Note});
+    std::string text = RemarkLines(simulation, {simulation.Line, false, simulation.Message, simulation.Note});
     if (const auto source = simulation.SourceOf(simulation.Line); WasRun(simulation) && !source.empty())
         text += "    " + std::string(source) + '\n';
     return text;
@@ -337,7 +341,8 @@ std::string JsonReport(const Simulation& simulation, const Options& options) {
         report["line"] = simulation.Line;
         report["source"] = simulation.SourceOf(simulation.Line);
     }
-    if (!simulation.AllFaults.empty()) report["faults"] = FaultsAsJson(simulation);
+    for (const auto& [name, areWarnings] : {std::pair("faults", false), std::pair("warnings", true)})
+        if (Json list = RemarksAsJson(simulation, areWarnings); !list.empty()) report[name] = std::move(list);
     if (simulation.Assembly.Succeeded) {
         report["size"] = simulation.Assembly.End - simulation.Assembly.Origin;
         report["labels"] = LabelsAsJson(simulation.Assembly.Labels);

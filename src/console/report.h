@@ -10,6 +10,9 @@ namespace console {
 
 ExitCode ExitCodeOf(const Simulation& simulation, const Options& options);
 
+// What was found of the lines, as tools write it: "sum.asm:3: warning: ...", and at the end how many faults there are.
+std::string Remarks(const Simulation& simulation);
+
 // What went wrong, as tools write it: "sum.asm:3: error: Bad operand - 3G", with the note or the line of the source.
 // Empty where all went well.
 std::string Diagnosis(const Simulation& simulation);

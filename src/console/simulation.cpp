@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "assembler/explanation.h"
+#include "assembler/warnings.h"
 #include "console/text.h"
 #include "editor/program_file.h"
 
@@ -70,15 +71,18 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file, st
     return simulation;
 }
 
-// A fault that is not one of a line's own, such as that the program is too long, is one more.
-void FindAllFaults(Simulation& simulation) {
-    if (simulation.HowItEnded != Outcome::NotAssembled) return;
-    std::vector<Fault>& faults = simulation.AllFaults;
-    for (const auto& [line, message, cause] : assembler::FindFaults(simulation.Program))
-        faults.push_back({line, Printable(Utf8(message)), Printable(Utf8(cause))});
-    const auto place = std::ranges::lower_bound(faults, simulation.Line, {}, &Fault::Line);
-    if (place == faults.end() || place->Line != simulation.Line)
-        faults.insert(place, {simulation.Line, simulation.Message, simulation.Note});
+// An error that is not one of a line's own, such as that the program is too long, is one more.
+void FindRemarks(Simulation& simulation) {
+    std::vector<Remark>& remarks = simulation.Remarks;
+    if (simulation.HowItEnded == Outcome::NotAssembled) {
+        for (const auto& [line, message, cause] : assembler::FindFaults(simulation.Program))
+            remarks.push_back({line, false, Printable(Utf8(message)), Printable(Utf8(cause))});
+        if (!std::ranges::binary_search(remarks, simulation.Line, {}, &Remark::Line))
+            remarks.push_back({simulation.Line, false, simulation.Message, simulation.Note});
+    }
+    for (const auto& [line, text] : assembler::FindWarnings(simulation.Program))
+        remarks.push_back({line, true, Printable(Utf8(text)), {}});
+    std::ranges::stable_sort(remarks, {}, &Remark::Line);
 }
 
 }  // namespace console

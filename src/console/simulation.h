@@ -34,11 +34,12 @@ struct Transfer {
     std::int32_t TStates = 0;  // since the program's start, those of the instruction among them
 };
 
-// A line of the file that does not assemble, with the likely cause; no cause is empty, and no line is 0.
-struct Fault {
-    int Line = 0;
+// What is said about a line of the file.
+struct Remark {
+    int Line = 0;  // 0 for no line
+    bool IsWarning = false;
     std::string Message;
-    std::string Note;
+    std::string Note;  // the likely cause of an error; empty for none
 };
 
 // One program, the machine of its own that it is assembled into and runs on, and what became of it.
@@ -56,7 +57,7 @@ struct Simulation {
     m8085::CodeMap Code;
     m8085::MachineState Before;  // as it was when the run began
 
-    std::vector<Fault> AllFaults;  // if all were looked for
+    std::vector<Remark> Remarks;  // in the order of the lines, if they were looked for
 
     std::vector<Transfer> Traffic;  // if the run was watched for it
     bool TrafficIsCutOff = false;
@@ -79,7 +80,7 @@ std::unique_ptr<Simulation> Unreadable(std::string name, std::string reason);
 // program's start.
 std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file, std::int32_t origin);
 
-// Looks for all faults of a program that was not assembled.
-void FindAllFaults(Simulation& simulation);
+// Looks for all faults of a program, and for what assembles but may not be meant so.
+void FindRemarks(Simulation& simulation);
 
 }  // namespace console

@@ -19,10 +19,14 @@ TEST(Warnings, NameWhatAssemblesAsSomethingElse) {
     const std::pair<std::u16string_view, std::u16string_view> programs[] = {
         {u"mvi a,5 ; it was: hlt", u"1: the colon in the comment ends it: HLT is part of the program\n"},
         {u"nop\n; a: b: c: nop", u"2: the colon in the comment ends it: B: is part of the program\n"},
+        {u"hlt // a: nop", u"1: a comment begins with \";\", not with //: NOP is part of the program\n"},
+        {u"; a: this is a hlt", u"1: the colon in the comment ends it: HLT is part of the program\n"},
+        {u"this is a hlt", u"1: only HLT counts on this line: THIS is lost\n"},
         {u"l: nop\nhlt\nL: nop", u"3: the label L is defined in line 1 already, and jumps and calls go there\n"},
         {u"mov a,b xra", u"1: only XRA counts on this line: MOV is lost\n"},
         {u"mov a,b l:", u"1: only L: counts on this line: MOV is lost\n"},
         {u"inr a hlt", u"1: only INR counts on this line: HLT is lost\n"},
+        {u"ret l: nop", u"1: only RET counts on this line: L: is lost\n"},
         {u"mvi a,0AH\nnop\nadi 10", u"3: 10 is hexadecimal too, though line 1 has 0AH\n"},
         {u"mvi a,20\nlxi h,9000H", u"1: 20 is hexadecimal too, though line 2 has 9000H\n"},
     };
@@ -32,7 +36,8 @@ TEST(Warnings, NameWhatAssemblesAsSomethingElse) {
 TEST(Warnings, LeaveAloneWhatIsMeantSo) {
     for (const std::u16string_view source :
          {u"mvi a,5 ; it was: nothing", u"; a:\n; b: ; nop", u"l: nop ; l:", u"jmp hlt\nhlt: hlt", u"mvi a cc",
-          u"sta 9000\nmvi a,0AH", u"mvi a,9\nadi 0AH", u"adi 1AH\nadi 1A", u"jmp 10\n10: adi 0AH", u"loop: mvi a,5"})
+          u"sta 9000\nmvi a,0AH", u"mvi a,9\nadi 0AH", u"adi 1AH\nadi 1A", u"jmp 10\n10: adi 0AH", u"loop: mvi a,5",
+          u"nop ; a: mvi a,q\nadi 0AH\nmvi q,10 ; faulty", u"nop ; a: jmp b", u"hlt // ret"})
         EXPECT_EQ(WarningsOf(source), u"");
 }
 
