@@ -21,7 +21,7 @@ void DataFileCommands::mnuLoadData_Click() {
     std::ifstream file;
     if (files::IsFileOrNothing(info.filesystemFilePath())) file.open(info.filesystemFilePath(), std::ios::binary);
     const bool isLoaded = file.is_open() && memedata::LoadDataFile(file, machine_.Memory);
-    runControl_.ForgetChanges();
+    runControl_.NoteOtherChange();
     if (isLoaded) {
         memoryGrid_.RefreshRAMDisplay();
     } else {

@@ -18,12 +18,14 @@ void RunControl::RunProgram() {
     if (IsRunning()) return;
     StartRun();
     before_ = machine_;
+    const Shown shownBefore = shown_;
     while (!machine_.Halted && !StopRequested) {
         ExecuteSlice(machine_, codeMap_, sliceLength_);
         view_.Yield();
         if (WasRefused() || IsAtMark() || codeMap_.LineAt(machine_.PC) == 0) break;
     }
     ShowMachine();
+    if (canTakeRunBack_ && (HasChanged() || !WasRefused())) history_.Add({shown_.Made, shownBefore, true});
     if (WasRefused()) {
         ReportRefusal();
     } else if (IsAtMark() && !StopRequested) {
@@ -49,14 +51,8 @@ void RunControl::SlowRun() {
             break;
         }
         if (StopRequested) break;
-        before_ = machine_;
-        machine_.ExecuteInstruction();
-        ShowMachine();
-        if (WasRefused()) {
-            ReportRefusal();
-            break;
-        }
-        ShowNextLine();
+        ExecuteAndShow();
+        if (WasRefused()) break;
         view_.Yield();
         if (IsAtMark()) break;
     }
@@ -66,19 +62,26 @@ void RunControl::SlowRun() {
 void RunControl::StepProgram() {
     if (IsRunning()) return;
     if (machine_.Halted) {
+        history_.Add({std::make_shared<m8085::Difference>(m8085::Difference{machine_}), shown_});
         view_.ShowEndMessage(EndMessage(machine_.TStates, SingleStepMicroseconds));
         ClearSelection();
         ResetMachine();
         return;
     }
     machine_.Refused = {};
-    before_ = machine_;
-    machine_.ExecuteInstruction();
-    ShowMachine();
-    if (WasRefused())
-        ReportRefusal();
-    else
-        ShowNextLine();
+    ExecuteAndShow();
+}
+
+void RunControl::StepBack() {
+    if (IsRunning() || history_.IsEmpty()) return;
+    const Done done = history_.TakeLast();
+    m8085::TakeBack(*done.Made, machine_);
+    machine_.Refused = {};
+    shown_.Made = done.Before.Made;
+    shown_.After = done.Before.After;
+    MarkChanges();
+    DisplayMachine();
+    if (textIsAssembled_) SelectLine(done.Before.Line);
 }
 
 void RunControl::Stop() {
@@ -87,12 +90,13 @@ void RunControl::Stop() {
 
 void RunControl::Reset() {
     if (IsRunning()) return;
-    ForgetChanges();
+    NoteOtherChange();
     ResetMachine();
 }
 
 void RunControl::LoseText() {
     textIsAssembled_ = false;
+    shown_.Line = 0;
     LoseProgram();
 }
 
@@ -106,7 +110,7 @@ void RunControl::LoseProgram() {
 }
 
 void RunControl::SetAssembled(bool success, std::vector<std::int32_t> instructions) {
-    ForgetChanges();
+    NoteOtherChange();
     instructions_ = std::move(instructions);
     UpdateStops();
     textIsAssembled_ = success;
@@ -130,6 +134,7 @@ bool RunControl::IsAtMark() const {
 void RunControl::StartRun() {
     StopRequested = false;
     programLost_ = false;
+    canTakeRunBack_ = true;
     machine_.Refused = {};
     Enter(CommandState::Running);
 }
@@ -146,7 +151,7 @@ void RunControl::Enter(CommandState newState) {
 
 void RunControl::GotoLine(int line) {
     if (line == 0) machine_.Halted = true;
-    view_.SelectLine(line);
+    SelectLine(line);
 }
 
 void RunControl::ShowNextLine() {
@@ -157,20 +162,57 @@ void RunControl::ShowNextLine() {
         machine_.Halted = true;
 }
 
+void RunControl::ExecuteAndShow() {
+    before_ = machine_;
+    const Shown shownBefore = shown_;
+    machine_.ExecuteInstruction();
+    ShowMachine();
+    if (HasChanged()) history_.Add({shown_.Made, shownBefore});
+    if (WasRefused())
+        ReportRefusal();
+    else
+        ShowNextLine();
+}
+
+void RunControl::SelectLine(int line) {
+    shown_.Line = line;
+    view_.SelectLine(line);
+}
+
 void RunControl::ClearSelection() {
-    if (textIsAssembled_) view_.ClearSelection();
+    if (!textIsAssembled_) return;
+    shown_.Line = 0;
+    view_.ClearSelection();
 }
 
 void RunControl::ForgetChanges() {
-    changesStand_ = false;
-    changes_ = {};
-    view_.MarkChanges(changes_);
+    shown_.Made = nullptr;
+    MarkChanges();
+}
+
+void RunControl::NoteOtherChange() {
+    history_.Clear();
+    canTakeRunBack_ = false;
+    ForgetChanges();
 }
 
 void RunControl::ShowMachine() {
-    changes_ = m8085::Between(before_, machine_);
-    changesStand_ = true;
-    view_.MarkChanges(changes_);
+    shown_.Made = std::make_shared<m8085::Difference>(DifferenceBetween(before_, machine_));
+    shown_.After = machine_;
+    MarkChanges();
+    DisplayMachine();
+}
+
+// Since the moment from which changes are marked.
+bool RunControl::HasChanged() const {
+    return !shown_.Made->Bytes.empty() || shown_.Made->Before != shown_.After;
+}
+
+void RunControl::MarkChanges() {
+    view_.MarkChanges(shown_.Made ? ChangesIn(*shown_.Made, shown_.After) : m8085::Changes());
+}
+
+void RunControl::DisplayMachine() {
     view_.DisplayRegs();
     view_.RefreshRAMDisplay();
     MarkNextAddress();
@@ -189,16 +231,16 @@ bool RunControl::WasRefused() const {
 // The machine stays as it is, so that the user can look; the next command tries again from here.
 void RunControl::ReportRefusal() {
     const int line = codeMap_.LineAt(machine_.PC);
-    if (line != 0 && textIsAssembled_) view_.SelectLine(line);
+    if (line != 0 && textIsAssembled_) SelectLine(line);
     view_.ShowRefusal(RefusalMessage(machine_.Refused));
 }
 
 // The step or run that ends with it is marked by the values after the Reset.
 void RunControl::ResetMachine() {
     SetToProgramStart(machine_);
-    if (changesStand_) {
-        changes_.After = machine_;
-        view_.MarkChanges(changes_);
+    if (shown_.Made) {
+        shown_.After = machine_;
+        MarkChanges();
     }
     view_.DisplayRegs();
     MarkNextAddress();

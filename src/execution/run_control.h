@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "execution/command_state.h"
+#include "execution/history.h"
 #include "machine/changes.h"
 #include "machine/code_map.h"
 #include "machine/machine_state.h"
@@ -45,6 +46,11 @@ public:
     // One instruction, or the end message where the last step found the program's end.
     void StepProgram();
 
+    // Takes back the latest step, or the whole of the latest run, with the Reset at its end, and again the one before
+    // it. What has changed nothing, as where an instruction was refused, is not among them. Nothing happens during a
+    // run, and where there is nothing left.
+    void StepBack();
+
     void Stop();
     void Reset();
 
@@ -63,9 +69,12 @@ public:
     // assembled last. A line without an instruction stands for the next one that has one.
     void SetMarkedLines(std::vector<int> lines);
 
-    // What the latest step or run has changed is marked until the next one. This removes the marks, because something
-    // else has changed the machine since.
+    // What the latest step or run has changed is marked until the next one. This removes the marks.
     void ForgetChanges();
+
+    // Something else has changed the machine: removes the marks, and no step and no run before now can be taken back,
+    // nor the run that is under way.
+    void NoteOtherChange();
 
     // Shows a line of the text, counted from 1. Line 0, that of an address with no instruction, halts the machine.
     void GotoLine(int line);
@@ -80,8 +89,13 @@ private:
     void StartRun();
     void EndRun();
     void Enter(CommandState newState);
+    void ExecuteAndShow();
     void ShowMachine();
+    bool HasChanged() const;
+    void MarkChanges();
+    void DisplayMachine();
     void ShowNextLine();
+    void SelectLine(int line);
     void UpdateStops();
     bool IsAtMark() const;
     void ClearSelection();
@@ -96,8 +110,9 @@ private:
     std::vector<std::int32_t> instructions_;  // of the program that is assembled
     std::vector<int> markedLines_;
     m8085::MachineState before_;  // at the start of the step or run whose changes are marked next
-    m8085::Changes changes_;
-    bool changesStand_ = false;  // they are marked, and not forgotten
+    Shown shown_;
+    History history_;
+    bool canTakeRunBack_ = false;  // nothing else has changed the machine since it began
     CommandState state_ = CommandState::NoProgram;
     int sliceLength_ = DefaultSliceLength;
     bool StopRequested = false;

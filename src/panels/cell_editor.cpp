@@ -101,8 +101,7 @@ void CellEditor::StoreTyped() {
     const QModelIndex target = grid_.currentIndex();
     const std::optional<std::uint8_t> byte = ReadByteText(*cut);
     if (!byte || !MemoryModel::IsDataCell(target) || (isHidden() && target != cell_)) return;
-    const bool isNew = *byte != model_.Byte(target);
-    model_.Store(target, *byte);
+    const bool isNew = model_.Store(target, *byte);
     meant_ = target;
     platform::HideTip();
     Describe();

@@ -104,7 +104,7 @@ void MemoryGrid::cmdAdd_Click() {
             FormatGrid();
             RefreshRAMDisplay();
             ShowNewestPair();
-            emit Edited();
+            emit ColumnsChanged();
             break;
         case AddResult::OutOfRange:
             platform::ShowMessage(*this, "The starting address must be between 0 and FEFF", QMessageBox::Information,
@@ -129,7 +129,7 @@ void MemoryGrid::cmdRemove_Click() {
     if (!columns_.Remove(answer.toStdString())) return;
     FormatGrid();
     RefreshRAMDisplay();
-    emit Edited();
+    emit ColumnsChanged();
 }
 
 // A row of data stays in view above and below the cell that the editor opens over. Above the first row is the header.

@@ -54,8 +54,11 @@ signals:
     // Clear has erased the assembled program from memory.
     void Cleared();
 
-    // The user has changed a byte, or added or removed columns.
+    // The user has changed a byte.
     void Edited();
+
+    // Columns have been added or removed.
+    void ColumnsChanged();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -58,10 +58,11 @@ void MemoryModel::TakeByte(const QModelIndex& cell) {
     emit dataChanged(cell, cell);
 }
 
-void MemoryModel::Store(const QModelIndex& cell, std::uint8_t byte) {
+bool MemoryModel::Store(const QModelIndex& cell, std::uint8_t byte) {
     const Pair& pair = PairOf(cell);
-    PartOf(machine_, pair)[cell.row()] = byte;
+    const bool isNew = std::exchange(PartOf(machine_, pair)[cell.row()], byte) != byte;
     for (const QModelIndex& twin : CellsOf(pair.IsPort, AddressOf(cell), 1)) TakeByte(twin);
+    return isNew;
 }
 
 void MemoryModel::MarkNextAddress(std::optional<std::int32_t> address) {

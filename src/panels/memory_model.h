@@ -41,8 +41,9 @@ public:
     QModelIndexList AddressCellsOf(std::int32_t address) const { return CellsOf(false, address, 0); }
 
     // Puts a byte into the machine, at the address that the data cell shows on its left: into memory, or into the ports
-    // from the last column. All cells that show this address take the byte.
-    void Store(const QModelIndex& cell, std::uint8_t byte);
+    // from the last column. All cells that show this address take the byte. Returns whether another one
+    // was there.
+    bool Store(const QModelIndex& cell, std::uint8_t byte);
 
     // Marks the data cells whose bytes have changed, until the next call.
     void MarkChanges(const m8085::Changes& changes);

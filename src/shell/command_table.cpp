@@ -74,10 +74,13 @@ std::vector<commands::Menu> frmMain::CommandTable() {
 
 // What the editor's context menu has below the entries about its text.
 std::vector<commands::EditorCommand> frmMain::EditorCommands() {
+    using enum execution::Startable;
     platform::ProgramText& txtCode = document_.txtCode();
     return {
         {.Entry = {"mnuStopHere", "Stop &Here", {"F9"}, [&txtCode] { txtCode.ToggleMark(txtCode.LineOfCaret()); }},
          .IsOn = [&txtCode] { return txtCode.Marks().Has(txtCode.LineOfCaret()); }},
+        {.Entry = {"mnuStepBack", "Step &Back", {"Shift+F8"}, [this] { runControl_.StepBack(); }, {}, true},
+         .When = WithProgram},
     };
 }
 // clang-format on

@@ -86,11 +86,12 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
         memoryGrid_.NameInstructionsAt({});
     });
     connect(&memoryGrid_, &panels::MemoryGrid::Cleared, this, [this] {
-        runControl_.ForgetChanges();
+        runControl_.NoteOtherChange();
         runControl_.LoseProgram();
     });
-    connect(&memoryGrid_, &panels::MemoryGrid::Edited, this, [this] { runControl_.ForgetChanges(); });
-    connect(&registerPanel_, &panels::RegisterPanel::Edited, this, [this] { runControl_.ForgetChanges(); });
+    connect(&memoryGrid_, &panels::MemoryGrid::Edited, this, [this] { runControl_.NoteOtherChange(); });
+    connect(&memoryGrid_, &panels::MemoryGrid::ColumnsChanged, this, [this] { runControl_.ForgetChanges(); });
+    connect(&registerPanel_, &panels::RegisterPanel::Edited, this, [this] { runControl_.NoteOtherChange(); });
     connect(&codeAssistant_, &aids::CodeAssistant::CaptionChanged, findChild<platform::Button*>("cmdCodeAssistant"),
             &platform::Button::SetCaption);
     auto* const goRound = new QShortcut(QKeySequence("F6"), this);

@@ -31,6 +31,28 @@ protected:
     std::string SlowRun() { return Told(&RunControl::SlowRun); }
     std::string Step() { return Told(&RunControl::StepProgram); }
 
+    // What Step Back must bring back.
+    struct Moment {
+        m8085::MachineState Machine;
+        int Line;
+        m8085::Changes Marked;
+    };
+    Moment Look() const { return {machine, line, marked}; }
+    void ExpectToBeAt(const Moment& moment) const {
+        EXPECT_TRUE(machine == moment.Machine) << std::hex << machine.PC << " for " << moment.Machine.PC;
+        EXPECT_EQ(line, moment.Line);
+        EXPECT_TRUE(marked.Before == moment.Marked.Before && marked.After == moment.Marked.After);
+        EXPECT_TRUE(marked.Memory == moment.Marked.Memory && marked.Ports == moment.Marked.Ports);
+    }
+    int StepsBack() {
+        int steps = -1;
+        for (m8085::MachineState before; steps < 0 || !(machine == before); ++steps) {
+            before = machine;
+            control.StepBack();
+        }
+        return steps;
+    }
+
     RunView View() {
         RunView view = support::SilentView();
         view.DisplayRegs = [this] { shownPC = machine.PC; };
@@ -247,6 +269,75 @@ TEST_F(RunControlTest, ARefusalIsShownAndTheNextCommandTriesAgain) {
     control.Reset();
     machine.PC = 0xFFFE;  // no source line there
     EXPECT_TRUE(Run().starts_with("The program has come to address FFFE")) << told;
+}
+
+TEST_F(RunControlTest, StepsAndRunsAreTakenBackOneByOneWithAllThatWasShown) {
+    Load(
+        u"lxi sp,9000\r\nlxi h,1234\r\npush h\r\nxthl\r\nout 5\r\nmov m,a\r\ninr m\r\nout 5\r\ncall sub\r\ninr "
+        u"a\r\nhlt\r\n"
+        u"sub:\r\ndcr b\r\nret");
+    control.SetMarkedLines({10});
+    machine.Ports[5] = 7;
+    std::vector<Moment> moments;
+    const auto execute = [&](void (RunControl::*command)()) {
+        moments.push_back(Look());
+        Told(command);
+    };
+    onYield = [this] { control.Stop(); };
+    while (!machine.Halted) execute(moments.size() % 2 == 0 ? &RunControl::StepProgram : &RunControl::SlowRun);
+    execute(&RunControl::StepProgram);  // tells the end
+    onYield = nullptr;
+    for (int run = 0; run < 4; ++run) execute(&RunControl::RunProgram);  // to the mark, and to the end
+    control.ForgetChanges();
+    execute(&RunControl::StepProgram);
+    EXPECT_EQ(moments.size(), 13 + 1 + 4 + 1);
+    for (; !moments.empty(); moments.pop_back()) {
+        control.StepBack();
+        ExpectToBeAt(moments.back());
+    }
+    EXPECT_EQ(StepsBack(), 0);
+}
+
+TEST_F(RunControlTest, TenThousandStepsOrSixteenRunsCanBeTakenBackAndWhatChangedNothingDoesNotCount) {
+    Load(u"inr a\r\nloop:\r\ninr m\r\njmp loop");
+    for (int step = 0; step < 10'001; ++step) Step();
+    machine.Memory[0x8001] = 0x08;  // not an instruction
+    for (int step = 0; step < 9; ++step) Step();
+    EXPECT_EQ(StepsBack(), 10'000);
+    EXPECT_EQ(machine.PC, 0x8001);
+
+    Load(u"inr a\r\nlxi sp,1\r\npush b");
+    for (int run = 0; run < 17; ++run) {
+        Run();
+        if (run < 16) machine.PC = 0x8000;
+    }
+    Run();  // which is refused at once
+    EXPECT_EQ(StepsBack(), 16);
+}
+
+TEST_F(RunControlTest, NothingIsTakenBackInARunNorPastAnotherChangeAndInAChangedTextNothingIsSelected) {
+    Load(u"inr a\r\nmvi b,2\r\nhlt");
+    for (const auto& change : {std::function<void()>([this] { control.SetAssembled(true); }),
+                               {[this] { control.NoteOtherChange(); }},
+                               {[this] { control.Reset(); }}}) {
+        Step();
+        change();
+        EXPECT_EQ(StepsBack(), 0);
+    }
+    Step();
+    onYield = [this] { control.StepBack(); };
+    Run();
+    EXPECT_EQ(StepsBack(), 2);
+    onYield = [this] { control.NoteOtherChange(); };
+    Step();
+    Run();
+    EXPECT_EQ(StepsBack(), 0);
+    onYield = nullptr;
+    Step();
+    control.LoseText();
+    line = -1;
+    EXPECT_EQ(StepsBack(), 1);
+    EXPECT_EQ(line, -1);
 }
 
 TEST_F(RunControlTest, WhatAStepOrARunHasChangedIsMarkedUntilSomethingElseChangesTheMachine) {
