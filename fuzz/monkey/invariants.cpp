@@ -133,8 +133,9 @@ void Invariants::NoteCommand(const QString& name) {
     const bool isClear = IsOneOf(name, {"cmdClear", "mnuMemoryClear"});
     const bool isStep = IsOneOf(name, {"cmdSingleStep", "mnuSingleStep"});
     const bool isRun = IsOneOf(name, {"cmdRun", "mnuRun", "cmdSlowRun", "mnuSlowRun"});
+    const bool isStepBack = name == "mnuStepBack";
 
-    if (isAssemble || isLoad || isClear || isStep || isRun) memoryMayChange_ = true;
+    if (isAssemble || isLoad || isClear || isStep || isRun || isStepBack) memoryMayChange_ = true;
     if (IsOneOf(name, {"cmdHalt", "mnuHalt"}) && IsRunning()) stoppedAt_ = {machine_.PC, machine_.TStates};
     if (isClear) (IsRunning() ? programIsLostInRun_ : programIsLost_) = true;
     if (IsRunning()) return;
@@ -146,7 +147,7 @@ void Invariants::NoteCommand(const QString& name) {
     if (name == "mnuCompile" || (isLoad && wasToldOfFailure_)) gridMayBeOld_ = true, wasRunning_ = false;
     const bool isFullRun = IsOneOf(name, {"cmdRun", "mnuRun"});
     const bool hasStepped = (isStep || isRun) && !wasHalted_;
-    if (isRun) beforeMarked_.reset();
+    if (isRun || isStepBack) beforeMarked_.reset();
     if (isFullRun || (isStep && !before_.Halted)) beforeMarked_ = before_;
     if (isTypingBefore_) beforeMarked_.reset();
     if (hasStepped || isFullRun || isClear || name == "cmdCompile" || (isLoad && !wasToldOfFailure_)) {

@@ -184,6 +184,7 @@ protected:
             const bool canBeUsed = row.Button.isEmpty() || Button(row.Button).isEnabled();
             EXPECT_EQ(canBeUsed, CanStart(row, state)) << qPrintable(row.Button);
         }
+        EXPECT_EQ(Find<QAction>("mnuStepBack").isEnabled(), Button("cmdSingleStep").isEnabled());
     }
 
     static bool CanStart(const CommandRow& row, CommandState state) { return row.When[static_cast<int>(state)] == '1'; }

@@ -223,7 +223,27 @@ TEST_F(FrmMainTest, ALineIsMarkedByKeyOrMenuAndRunsStopThereUntilNew) {
     EXPECT_TRUE(end.Text.contains("20 T-States")) << qPrintable(end.Text);
 }
 
-TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachine) {
+TEST_F(FrmMainTest, AStepBackShowsWhatWasShownBefore) {
+    StartWith(u"mvi a,5\r\nsta 9000\r\nhlt");
+    const auto shown = [this] {
+        return QStringList{QString::fromStdU16String(Editor().SelectedText()), Register("A"), Register("PC"),
+                           Cell(0, 3)};
+    };
+    std::vector<QStringList> before;
+    for (int step = 0; step < 2; ++step) {
+        before.push_back(shown());
+        Click("cmdSingleStep");
+    }
+    const MessageAnswer end;
+    before.push_back(shown());
+    Click("cmdRun");
+    for (; !before.empty(); before.pop_back()) {
+        Find<QAction>("mnuStepBack").trigger();
+        EXPECT_EQ(shown(), before.back());
+    }
+}
+
+TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachineAndOnlyAfterANewColumnTheStepCanBeTakenBack) {
     StartWith(u"nop\r\nnop\r\nnop\r\nnop\r\nnop\r\nnop");
     const auto isMarked = [this] {
         return Find<QLineEdit>("txtPC").palette().color(QPalette::Text) == platform::ChangedText;
@@ -252,6 +272,11 @@ TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachine) {
         EXPECT_TRUE(isMarked());
         change();
         EXPECT_FALSE(isMarked());
+        const std::int32_t before = machine->TStates;
+        auto& stepBack = Find<QAction>("mnuStepBack");
+        stepBack.setEnabled(true);
+        stepBack.trigger();
+        EXPECT_EQ(machine->TStates < before, &change == &changes[2]) << &change - changes;
     }
 }
 
@@ -285,7 +310,7 @@ TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
     }
 }
 
-TEST_F(FrmMainTest, OnlySingleStepRepeatsWhileItsKeyIsHeldAndCountsBothHalvesOfADoubleClick) {
+TEST_F(FrmMainTest, OnlyStepsRepeatWhileTheirKeyIsHeldAndCountBothHalvesOfADoubleClick) {
     StartWith(u"nop\r\nnop\r\nnop\r\nnop\r\nhlt");
     const auto pressAndHold = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = {}, bool isHeld = false) {
         if (!isHeld) QTest::keyPress(window->windowHandle(), key, modifiers);
@@ -299,6 +324,8 @@ TEST_F(FrmMainTest, OnlySingleStepRepeatsWhileItsKeyIsHeldAndCountsBothHalvesOfA
     pressAndHold(Qt::Key_F8);
     clickTwice("cmdSingleStep");
     EXPECT_EQ(machine->TStates, 4 * 4);
+    pressAndHold(Qt::Key_F8, Qt::ShiftModifier);
+    EXPECT_EQ(machine->TStates, 4 * 2);
     pressAndHold(Qt::Key_F3);
     EXPECT_EQ(machine->TStates, 4 * 4 + 5) << "a second run would go on after the HLT";
     Click("cmdReset");
