@@ -4,6 +4,7 @@
 #include <ctime>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "allocation_count.h"
 #include "bounds.h"
@@ -27,12 +28,21 @@ std::int64_t CountInstructions(TestRig& rig) {
     return count;
 }
 
-// The Run command itself, over a window that shows nothing.
-void RunAtFullSpeed(benchmark::State& state, std::u16string_view source) {
+// The Run command itself, over a window that shows nothing. So many instructions after the program's end are marked as
+// places to stop at.
+void RunAtFullSpeed(benchmark::State& state, std::u16string_view source, int marks = 0) {
     TestRig rig;
-    if (!rig.Assemble(source).Succeeded) return state.SkipWithError("the program does not assemble");
+    std::u16string text(source);
+    for (int mark = 0; mark < marks; ++mark) text += u"nop\r\n";
+    const assembler::Assembly assembly = rig.Assemble(text);
+    if (!assembly.Succeeded) return state.SkipWithError("the program does not assemble");
     const std::int64_t instructions = CountInstructions(rig);
     execution::RunControl control(rig.machine, rig.codeMap, support::SilentView());
+    control.SetAssembled(true, assembly.Instructions);
+    std::vector<int> marked;
+    for (auto mark = assembly.Instructions.end() - marks; mark != assembly.Instructions.end(); ++mark)
+        marked.push_back(rig.codeMap.LineAt(*mark));
+    control.SetMarkedLines(marked);
     for (auto _ : state) control.RunProgram();
     BoundItemsPerSecond(state, static_cast<double>(instructions * state.iterations()), 550e6);
 }
@@ -46,6 +56,24 @@ void RunOfAMixedProgram(benchmark::State& state) {
     RunAtFullSpeed(state, bench::MixedProgram);
 }
 BENCHMARK(RunOfAMixedProgram)->Unit(benchmark::kMillisecond);
+
+void RunOfAMixedProgramWith50MarksElsewhere(benchmark::State& state) {
+    RunAtFullSpeed(state, bench::MixedProgram, 50);
+}
+BENCHMARK(RunOfAMixedProgramWith50MarksElsewhere)->Unit(benchmark::kMillisecond);
+
+// Single Step over a window that shows nothing: what a step costs beside its painting, the note with which it can be
+// taken back included.
+void StepWithoutAWindow(benchmark::State& state) {
+    TestRig rig;
+    const assembler::Assembly assembly = rig.Assemble(u"loop:\r\ninr m\r\npush h\r\npop h\r\njmp loop");
+    if (!assembly.Succeeded) return state.SkipWithError("the program does not assemble");
+    execution::RunControl control(rig.machine, rig.codeMap, support::SilentView());
+    control.SetAssembled(true, assembly.Instructions);
+    for (auto _ : state) control.StepProgram();
+    BoundMilliseconds(state, 0.02);
+}
+BENCHMARK(StepWithoutAWindow)->Unit(benchmark::kMillisecond);
 
 // A profile may cost two thirds of the speed that the same program has without one at the same time.
 void ProfileOfAMixedProgram(benchmark::State& state) {
@@ -66,25 +94,25 @@ void ProfileOfAMixedProgram(benchmark::State& state) {
 }
 BENCHMARK(ProfileOfAMixedProgram)->Unit(benchmark::kMillisecond);
 
-// What a run asks of the system between its slices.
+// What a run asks of the system between its slices: from the first to the last of three.
 void AllocationsOfARun(benchmark::State& state) {
     TestRig rig;
     if (!rig.Assemble(u"loop:\r\ninr m\r\npush h\r\npop h\r\njmp loop").Succeeded)
         return state.SkipWithError("the program does not assemble");
     execution::RunControl* running = nullptr;
     int slices = 0;
+    int allocations = 0;
     execution::RunView view = support::SilentView();
     view.Yield = [&] {
-        if (++slices % 3 == 0) running->Stop();
+        ++slices;
+        if (slices % 3 == 1) allocations -= bench::Allocations;
+        if (slices % 3 != 0) return;
+        allocations += bench::Allocations;
+        running->Stop();
     };
     execution::RunControl control(rig.machine, rig.codeMap, view);
     running = &control;
-    int allocations = 0;
-    for (auto _ : state) {
-        const int before = bench::Allocations;
-        control.RunProgram();
-        allocations += bench::Allocations - before;
-    }
+    for (auto _ : state) control.RunProgram();
     BoundAllocations(state, allocations, 0);
 }
 BENCHMARK(AllocationsOfARun)->Unit(benchmark::kMillisecond);
