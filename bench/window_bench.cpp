@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <chrono>
 #include <memory>
+#include <vector>
 
 #include "bounds.h"
 #include "editor/program_file.h"
@@ -59,6 +60,24 @@ void TypeCharacterIn32765(benchmark::State& state) {
     TypeCharacter(state, 32'765, 2);
 }
 BENCHMARK(TypeCharacterIn32765)->Unit(benchmark::kMillisecond);
+
+// The same with a note beside every line, whether in view or not.
+void TypeCharacterAmongNotes(benchmark::State& state) {
+    ShownWorkbench bench;
+    platform::ProgramText& editor = bench.Editor();
+    editor.SetText(ProgramOfLength(32'765));
+    std::vector<platform::LineNote> notes;
+    for (int line = 1; line <= editor.blockCount(); ++line) notes.emplace_back(line, "9000 is 2A");
+    editor.Notes().Show(notes);
+    editor.SetSelectionStart(editor.Length() / 2);
+    QCoreApplication::processEvents();
+    for (auto _ : state) {
+        QTest::keyClick(&editor, Qt::Key_A);
+        QCoreApplication::processEvents();
+    }
+    BoundMilliseconds(state, 2);
+}
+BENCHMARK(TypeCharacterAmongNotes)->Unit(benchmark::kMillisecond);
 
 void TypeCharacterInMegabyte(benchmark::State& state) {
     TypeCharacter(state, 1'000'000, 20);

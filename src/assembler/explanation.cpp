@@ -10,6 +10,7 @@
 
 #include "assembler/assembler.h"
 #include "assembler/checked_program.h"
+#include "assembler/disassembly.h"
 #include "assembler/instruction_table.h"
 #include "assembler/line_words.h"
 #include "machine/characters.h"
@@ -50,6 +51,10 @@ constexpr std::tuple<View, View, int> notations[] = {
 
 constexpr View registerNames[] = {u"A", u"B", u"C", u"D", u"E", u"H", u"L", u"M", u"BC", u"DE", u"HL", u"SP", u"PSW"};
 
+auto PlaceOfRegister(View name) {
+    return std::ranges::find(registerNames, name);
+}
+
 bool Contains(const auto& list, View word) {
     return std::ranges::find(list, word) != std::end(list);
 }
@@ -60,6 +65,12 @@ void AppendOnce(std::vector<Text>& words, const Text& word) {
 
 Text Wide(std::string_view ascii) {
     return {ascii.begin(), ascii.end()};
+}
+
+Text LowerCase(View text) {
+    Text lower(text);
+    std::ranges::transform(lower, lower.begin(), m8085::ToLowerCase);
+    return lower;
 }
 
 // "A", "A or B", "A, B or C"; nothing for no word.
@@ -209,13 +220,13 @@ struct Fault {
         const auto* found = std::ranges::find(twins, Words[0], &Pair::first);
         const bool isFirstOfTwo = Place == 1 && !Row->Operands[1].empty();
         if (found == std::end(twins) || isFirstOfTwo || !IsNumber() || IsRegister()) return {};
-        return Text(found->second);
+        return Text(found->second) + u" takes a number: " + WithMnemonic(found->second);
     }
 
     Answer TwinWithRegister() const {
         const auto* found = std::ranges::find(twins, Words[0], &Pair::second);
         if (found == std::end(twins) || !IsRegister()) return {};
-        return Text(found->first);
+        return Text(found->first) + u" takes a register: " + WithMnemonic(found->first);
     }
 
     // What can stand in the place of the word, as programs write it, and what stands there.
@@ -227,9 +238,30 @@ struct Fault {
             const bool isPair = operand.size() == 2 && operand != "SP";
             AppendOnce(choices, Wide(isPair ? operand.substr(0, 1) : operand));
         }
-        std::ranges::sort(choices, {}, [](View name) { return std::ranges::find(registerNames, name); });
-        return *Choice(choices) + (Place == 2 ? u" as its second operand" : u"") +
+        std::ranges::sort(choices, {}, PlaceOfRegister);
+        constexpr std::size_t allRegisters = 7;
+        const bool isMany = choices.size() >= allRegisters;
+        const View many = choices.size() > allRegisters ? u"a register or M" : u"a register";
+        return (isMany ? Text(many) : *Choice(choices)) + (Place == 2 ? u" as its second operand" : u"") +
                (IsMissing() ? u", which is missing" : u", not " + *Always());
+    }
+
+    // A right line with the mnemonic, and with its first operand where that is right.
+    Text Example() const {
+        const auto order = [this](const InstructionRow& row) {
+            const std::string_view other = row.Operands[1].empty() ? "A" : row.Operands[1];
+            const bool fits = row.Mnemonic == Row->Mnemonic && (Place < 2 || row.Operands[0] == Row->Operands[0]) &&
+                              row.Operands[0] != other;
+            return std::tuple(!fits, PlaceOfRegister(Wide(row.Operands[0])), PlaceOfRegister(Wide(row.Operands[1])));
+        };
+        const InstructionRow& example = *std::ranges::min_element(InstructionRows(), {}, order);
+        return LowerCase(Wide(Disassemble({example.Opcode, 0x05, 0x90})));
+    }
+
+    // The line with the mnemonic in the place of its own.
+    Text WithMnemonic(View mnemonic) const {
+        const Text before = Place == 2 ? Text(Words[1]) + u"," : Text();
+        return LowerCase(Text(mnemonic) + u" " + before + Shortened(Word()));
     }
 
     // What the word is to somebody who does not write it in hexadecimal.
@@ -263,7 +295,8 @@ struct Fault {
     }
 };
 
-// A fault that has the answer is explained by the sentence, in which * is the answer and @ the first word of the line.
+// A fault that has the answer is explained by the sentence, in which * is the answer, @ the first word of the line, and
+// # an example of how to write it.
 struct Rule {
     Fault::Answer (Fault::*Finds)() const;
     View Sentence;
@@ -294,15 +327,15 @@ constexpr Rule mnemonicRules[] = {
     {&Fault::Always, u"there is no mnemonic *; a label needs a colon, and a comment a \";\" before it"}};
 
 constexpr Rule registerRules[] = {{&Fault::HasComma, strayComma},
-                                  {&Fault::TwinWithNumber, u"@ takes a register here; * takes a number"},
-                                  {&Fault::Registers, u"@ takes *"}};
+                                  {&Fault::TwinWithNumber, u"@ takes a register here; *"},
+                                  {&Fault::Registers, u"@ takes *: #"}};
 
 constexpr Rule numberRules[] = {
-    {&Fault::IsMissing, u"the number that @ takes is missing"},
+    {&Fault::IsMissing, u"the number that @ takes is missing: #"},
     {&Fault::HasComma, strayComma},
     {&Fault::HasColon, u"a colon belongs after a label only, first on its line"},
-    {&Fault::TwinWithRegister, u"@ takes a number; * takes a register"},
-    {&Fault::IsRegister, u"@ takes a number here, not a register"},
+    {&Fault::TwinWithRegister, u"@ takes a number; *"},
+    {&Fault::IsRegister, u"@ takes a number here, not a register: #"},
     {&Fault::IsCharacter, u"characters are not numbers: write their codes"},
     {&Fault::IsDefined, u"a label is not a number: write the address that it stands for"},
     {&Fault::OtherMeaning, u"all numbers are hexadecimal: *"},
@@ -312,7 +345,7 @@ constexpr Rule numberRules[] = {
     {&Fault::Always, u"* is not a number: those are hexadecimal digits and nothing else, but for a final H"}};
 
 constexpr Rule labelRules[] = {
-    {&Fault::IsMissing, u"a jump or call needs a label to go to"},
+    {&Fault::IsMissing, u"a jump or call needs a label to go to: jmp loop"},
     {&Fault::HasColon, u"no colon belongs after the label of a jump or call"},
     {&Fault::IsInLastPlace, u"* has the last of the 101 places for labels and jumps, where it cannot be found"},
     {&Fault::IsMisplaced, u"*: does not come first on its line, and so is not a label"},
@@ -332,6 +365,8 @@ std::optional<Text> Explain(const Fault& fault, std::span<const Rule> rules) {
             for (const char16_t character : sentence) {
                 if (character == u'*')
                     text += *answer;
+                else if (character == u'#')
+                    text += fault.Example();
                 else
                     text += character == u'@' ? Shortened(fault.Words[0]) : Text(1, character);
             }

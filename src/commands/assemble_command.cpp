@@ -1,6 +1,6 @@
 #include "commands/assemble_command.h"
 
-#include "assembler/assembler.h"
+#include "assembler/explanation.h"
 #include "assembler/source_preparation.h"
 #include "platform/dialogs.h"
 
@@ -13,7 +13,9 @@ void AssembleCommand::cmdCompile_Click() {
 
 void AssembleCommand::Assemble() {
     if (runControl_.IsRunning()) return;
-    const auto splits = assembler::FindLabelSplits(document_.txtCode().Text());
+    document_.txtCode().Notes().Clear();
+    const std::u16string text = document_.txtCode().Text();
+    const auto splits = assembler::FindLabelSplits(text);
     if (RefuseExcessLength(splits.size())) return;
     // The labels stay on their own lines in the editor, so that line numbers fit what the user sees.
     document_.txtCode().InsertAt(splits, u"\r\n");
@@ -29,6 +31,7 @@ void AssembleCommand::Assemble() {
     if (!assembly.Succeeded) {
         runControl_.GotoLine(assembly.AsmErrorLine);
         Report(QString::fromStdU16String(assembly.AsmErrorText));
+        ShowReason(text, assembly);
         return;
     }
     registerPanel_.DisplayRegs();
@@ -44,9 +47,18 @@ bool AssembleCommand::RefuseExcessLength(std::size_t labelSplits) {
     return true;
 }
 
-void AssembleCommand::Report(const QString& reason) {
-    platform::ShowMessage(document_.txtCode(), reason, QMessageBox::Critical, "Error");
+void AssembleCommand::Report(const QString& message) {
+    platform::ShowMessage(document_.txtCode(), message, QMessageBox::Critical, "Error");
     document_.txtCode().setFocus();
+}
+
+// The line at fault need not be the one that the message is about. The text is the one before its labels were split
+// off: with a colon in a comment the reason is that it was.
+void AssembleCommand::ShowReason(const std::u16string& text, const assembler::Assembly& failed) {
+    const std::u16string reason = assembler::ExplainFailure(assembler::PrepareProgram(text), failed);
+    if (reason.empty()) return;
+    document_.txtCode().Notes().Show({{failed.FaultLine, QString::fromStdU16String(reason)}});
+    document_.txtCode().ScrollToLine(failed.FaultLine);
 }
 
 }  // namespace commands

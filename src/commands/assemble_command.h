@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assembler/assembler.h"
 #include "editor/program_document.h"
 #include "execution/run_control.h"
 #include "machine/code_map.h"
@@ -30,7 +31,8 @@ public:
 
 private:
     bool RefuseExcessLength(std::size_t labelSplits);
-    void Report(const QString& reason);
+    void Report(const QString& message);
+    void ShowReason(const std::u16string& text, const assembler::Assembly& failed);
 
     m8085::MachineState& machine_;
     m8085::CodeMap& codeMap_;

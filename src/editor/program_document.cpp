@@ -92,6 +92,7 @@ void ProgramDocument::Open(const QString& path) {
 
 void ProgramDocument::BeginUnchanged() {
     ProgramChanged = false;
+    txtCode_->Notes().Clear();
     WriteFileName();
     emit Replaced();
 }

@@ -17,6 +17,7 @@
 #include "platform/fonts.h"
 #include "platform/keys.h"
 #include "platform/palette.h"
+#include "platform/tip.h"
 
 namespace platform {
 
@@ -303,6 +304,21 @@ void ProgramText::SelectLine(int line) {
     emit LineShown();
 }
 
+void ProgramText::ScrollToLine(int line) {
+    const int linesInView = verticalScrollBar()->pageStep();
+    const int above = line - 1 - verticalScrollBar()->value();
+    if (above < 0 || above >= linesInView) verticalScrollBar()->setValue(line - 1 - linesInView / 2);
+}
+
+bool ProgramText::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QPlainTextEdit::viewportEvent(event);
+    const QPoint place = static_cast<QHelpEvent*>(event)->pos();
+    const QRect line = cursorRect(cursorForPosition(place));
+    const QRect besidePlace({place.x(), line.top()}, line.size());
+    ShowTip({viewport()->mapToGlobal(besidePlace.topLeft()), besidePlace.size()}, notes_.At(place), *viewport());
+    return true;
+}
+
 void ProgramText::ToggleMark(int line) {
     marks_.Toggle(line);
     ShowMarks();
@@ -347,6 +363,7 @@ void ProgramText::paintEvent(QPaintEvent* event) {
     for (const QRectF& line : VisibleMarkedLines()) painter.fillRect(line, MarkGround);
     painter.end();
     QPlainTextEdit::paintEvent(event);
+    notes_.Paint(event->rect());
 }
 
 void ProgramText::resizeEvent(QResizeEvent* event) {
@@ -371,6 +388,7 @@ void ProgramText::contextMenuEvent(QContextMenuEvent* event) {
 // Enter would type, is not a line end to the program. A letter with Alt is meant for a command, and types nothing where
 // that is disabled.
 void ProgramText::keyPressEvent(QKeyEvent* event) {
+    HideTip();
     const QString typed = event->text();
     const bool isText = !typed.isEmpty() && (typed.front().isPrint() || typed.front().isSpace());
     if (IsAltCharacter(*event)) {

@@ -10,6 +10,7 @@
 
 #include "platform/line_margin.h"
 #include "platform/line_marks.h"
+#include "platform/line_notes.h"
 
 namespace platform {
 
@@ -82,6 +83,12 @@ public:
     // The places of marked lines, as wide as the viewport, that are in view.
     std::vector<QRectF> VisibleMarkedLines() const;
 
+    // Scrolls a line into view, counted from 1, with some lines around it where it was not. The selection stays.
+    void ScrollToLine(int line);
+
+    // What is said beside the lines.
+    LineNotes& Notes() { return notes_; }
+
 signals:
     // SelectLine has selected one.
     void LineShown();
@@ -111,6 +118,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -144,6 +152,7 @@ private:
     TextRules rules_;
     LineMarks marks_;
     LineMargin* margin_;
+    LineNotes notes_{*this};
     static constexpr int nothingChanged = std::numeric_limits<int>::max();
     int firstChanged_ = nothingChanged;  // positions in the document, since the latest change was finished
     int endOfChanged_ = 0;

@@ -7,7 +7,7 @@ class QWidget;
 
 namespace platform {
 
-// Shows a tooltip of the control, below the place, or above it where the screen ends, but not over it. The place is in
+// Shows a tooltip of plain text, below the place, or above it where the screen ends, but not over it. The place is in
 // pixels of the screen.
 void ShowTip(const QRect& place, const QString& text, QWidget& control);
 

@@ -2,6 +2,8 @@
 
 #include "support/window_test.h"
 
+#include <QToolTip>
+
 #include "platform/palette.h"
 
 namespace platform {
@@ -205,6 +207,66 @@ TEST_F(ProgramTextTest, KeepsCharactersThatTheControlMightDrop) {
     const std::u16string odd = std::u16string(u"a\u00A0b") + u'\0' + u"c\t\u2028d";
     text.SetText(odd + u"\u2029\uFDD0\uFDD1");
     EXPECT_EQ(text.Text(), odd + u"\u2029\uFDD0\uFDD1");
+}
+
+TEST_F(ProgramTextTest, ANoteGoesWithItsLineAndIsGoneWhenItChanges) {
+    struct Edit {
+        int At;
+        Qt::Key Key;
+        const char* Told;
+    };
+    const Edit edits[] = {{0, Qt::Key_Return, "Line 2: a; Line 4: b; Line 5: c"},
+                          {3, Qt::Key_Return, "Line 1: a; Line 4: b; Line 5: c"},
+                          {6, Qt::Key_Return, "Line 1: a; Line 4: b; Line 5: c"},
+                          {13, Qt::Key_Return, "Line 1: a; Line 3: b; Line 5: c"},
+                          {5, Qt::Key_Delete, "Line 1: a; Line 3: b; Line 4: c"},
+                          {8, Qt::Key_A, "Line 1: a; Line 4: c"},
+                          {10, Qt::Key_Return, "Line 1: a; Line 5: c"},
+                          {15, Qt::Key_Backspace, "Line 1: a"},
+                          {0, Qt::Key_Delete, "Line 3: b; Line 4: c"}};
+    for (const auto& [at, key, told] : edits) {
+        text.SetText(u"one\r\n2\r\nthree\r\nfour");
+        text.Notes().Show({{1, "a"}, {3, "b"}, {4, "c"}, {5, "no such line"}});
+        text.SetSelectionStart(at);
+        QTest::keyClick(&text, key);
+        EXPECT_EQ(text.accessibleDescription(), told) << at;
+    }
+}
+
+TEST_F(ProgramTextTest, ANoteIsPaintedAfterItsLineAndATooltipHasAllOfIt) {
+    text.resize(400, 200);
+    const QString words = QString("<b> is not a register, ").repeated(9);
+    text.SetText(u"mvi <b>,5\r\n" + std::u16string(200, u'x') + u"\r\nhlt");
+    text.Notes().Show({{1, words}, {2, words}, {3, "held", LineNote::Kind::Good}});
+    // Where its ground begins and ends, as far from the end of its line.
+    const auto extent = [this](int line, const QColor& ground) {
+        QCoreApplication::processEvents();
+        const QTextBlock block = text.document()->findBlockByNumber(line - 1);
+        QTextCursor end(block);
+        end.movePosition(QTextCursor::EndOfBlock);
+        const QRect caret = text.cursorRect(end);
+        const QImage picture = text.viewport()->grab().toImage();
+        int first = -1;
+        int last = -1;
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixelColor(x, caret.top() + 1) == ground) (first < 0 ? first : last) = x;
+        return std::tuple(first - caret.right(), last, picture.width() - 1);
+    };
+    const auto [gap, end, edge] = extent(1, BadNoteGround);
+    EXPECT_GT(gap, 0);
+    EXPECT_EQ(end, edge) << "it is cut off";
+    EXPECT_LT(std::get<0>(extent(2, BadNoteGround)), 0) << "what is out of view anyway is covered";
+    EXPECT_LT(std::get<1>(extent(3, GoodNoteGround)), edge);
+    text.horizontalScrollBar()->setValue(text.horizontalScrollBar()->maximum());
+    EXPECT_GT(std::get<0>(extent(2, BadNoteGround)), 0);
+
+    QHelpEvent rest(QEvent::ToolTip, {edge - 9, 24}, text.viewport()->mapToGlobal(QPoint(edge - 9, 24)));
+    QApplication::sendEvent(text.viewport(), &rest);
+    EXPECT_TRUE(QToolTip::text().contains("&lt;b&gt;")) << "markup in a program is text";
+    QTest::keyClick(&text, Qt::Key_A);
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    text.Notes().Clear();
+    EXPECT_LT(text.horizontalScrollBar()->maximum() + text.viewport()->width(), 201 * 10);
 }
 
 }  // namespace platform

@@ -42,12 +42,37 @@ TEST_F(FrmMainTest, AFailedAssemblyShowsItsLineAndKeepsWhatWasTypedIntoABox) {
         EXPECT_EQ(State(), CommandState::NoProgram);
     });
     Press(Qt::Key_F4);
+    EXPECT_EQ(Editor().accessibleDescription(), "Line 4: if FOO is a label, it needs a colon: FOO:");
     EXPECT_EQ(error.Caption, "Error");
     EXPECT_EQ(error.Text, "Bad opcode - FOO");
     EXPECT_EQ(Editor().Text(), u"start: \r\nnop\r\na:\r\nfoo\r\nhlt");
     EXPECT_EQ(window->focusWidget(), &Editor());
     window->activateWindow();
     EXPECT_TRUE(QTest::qWaitFor([this] { return machine->B == 0x77; }));
+}
+
+TEST_F(FrmMainTest, TheReasonStandsAtTheLineOfTheFaultUntilTheNextText) {
+    Start();
+    const std::u16string program = u"mvi a,5\r\nadi 3 ; note: three\r\n" + std::u16string(99, u'\n') + u"toolong a";
+    const std::function<void()> ends[] = {[this] { Find<QAction>("mnuNew").trigger(); },
+                                          [this] {
+                                              Editor().SetText(u"hlt");
+                                              Click("cmdCompile");
+                                          }};
+    for (const auto& end : ends) {
+        Editor().SetText(program);
+        const MessageAnswer error;
+        Click("cmdCompile");
+        EXPECT_EQ(Editor().accessibleDescription(), "Line 3: a colon in a comment breaks the line there: leave it out");
+        Editor().SetText(QString::fromStdU16String(program).remove(':').toStdU16String());
+        const MessageAnswer noLine;
+        Click("cmdCompile");
+        EXPECT_TRUE(Editor().accessibleDescription().startsWith("Line 102: "));
+        EXPECT_GT(Editor().verticalScrollBar()->value(), 50) << "the message names no line, but the reason is in view";
+        const MessageAnswer save(QMessageBox::No);
+        end();
+        EXPECT_EQ(Editor().accessibleDescription(), "");
+    }
 }
 
 TEST_F(FrmMainTest, AssemblingOverTheCellEditorKeepsTheProgramAndTheMenuLeavesTheGrid) {

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <vector>
+
+class QPlainTextEdit;
+
+namespace platform {
+
+// Something to say about a line of a text that is not part of the text.
+struct LineNote {
+    enum class Kind { Good, Bad };
+
+    int Line = 0;  // counted from 1
+    QString Text;
+    Kind What = Kind::Bad;
+};
+
+// Notes that are painted after the ends of an editor's lines, and told to those who hear and do not see them. A note
+// goes with its line, and is gone when the line changes.
+class LineNotes : public QObject {
+public:
+    explicit LineNotes(QPlainTextEdit& editor);
+
+    // Shows these, in the order of their lines, and no others. A line that the text does not have gets none.
+    void Show(const std::vector<LineNote>& notes);
+    void Clear() { Show({}); }
+
+    // To be called when the editor has painted its text in a part of its viewport.
+    void Paint(const QRect& part) const;
+
+    // The whole text of the note at a place of the viewport; empty where there is none.
+    QString At(const QPoint& place) const;
+
+private:
+    struct Shown {
+        int Line;  // counted from 0
+        QString TextOfLine;
+        QString Text;
+        LineNote::Kind What;
+        int Width;  // in pixels, where it is not cut off
+    };
+
+    void NoteChange(int position, int added);
+    bool IsAt(int line, const Shown& note) const;
+    void Describe();
+    void WidenScrolling(int textMaximum);
+    QRect EndOfLine(const Shown& note) const;
+    QRect Place(const Shown& note) const;
+    auto Between(int top, int bottom) const;
+
+    QPlainTextEdit& editor_;
+    const QFont font_;
+    std::vector<Shown> notes_;  // in ascending order
+    int lines_ = 0;             // of the text
+    int extent_ = 0;            // of lines and notes from the text's left edge, in pixels
+    int textMaximum_ = 0;       // of the horizontal scroll bar, for the text alone
+    bool isWidening_ = false;
+};
+
+}  // namespace platform
