@@ -111,6 +111,7 @@ void Invariants::NoteTypedByte() {
 
 void Invariants::EndEvent() {
     --depth_;
+    LookBeforeCommand();
     selection_ = SelectionNow();
 }
 
