@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "console/converting.h"
 #include "console/inputs.h"
 #include "console/interruption.h"
 #include "console/listing.h"
@@ -214,6 +215,11 @@ int Main(std::vector<std::string> arguments, std::istream& in, std::ostream& out
         }
         const Options& options = *commandLine.Wanted;
         CheckOutputs(options);
+        if (options.Convert) {
+            const int exitCode = Convert(options, Inputs(options, in), out, err);
+            ExpectPrinted(out.flush());
+            return exitCode;
+        }
         return options.RunsCases() ? MarkingSession(options, in, out).Run() : Session(options, in, out, err).Run();
     } catch (const Interruption&) {
         out.flush();

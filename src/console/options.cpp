@@ -65,10 +65,18 @@ public:
                 options_.Programs.push_back(word);
         }
         if (!answer_.empty()) return {std::nullopt, answer_};
+        if (options_.Convert) CheckConversion();
         return {std::move(options_), {}};
     }
 
 private:
+    void CheckConversion() const {
+        for (const std::string& name : taken_)
+            if (name != "--convert" && name != "--data" && name != "--decimal")
+                throw UsageError("--convert only prints a program, and goes without " + name);
+        if (options_.Programs.size() > 1) throw UsageError("--convert takes one program");
+    }
+
     // What follows an option: a word, nothing, or "=" and a word if the user wants.
     enum class Takes { Nothing, Word, WordOrNothing };
 
@@ -86,7 +94,8 @@ private:
         const std::string name = word == "-h" ? "--help" : word.substr(0, sign);
         const auto row = std::ranges::find(rows_, name, &Row::Name);
         if (row == rows_.end()) throw UsageError("there is no option " + name);
-        if (!row->CanRepeat && !taken_.insert(name).second) throw UsageError(name + " is given twice");
+        const bool isNew = taken_.insert(name).second;
+        if (!row->CanRepeat && !isNew) throw UsageError(name + " is given twice");
         if (sign < word.size()) {
             if (row->What == Takes::Nothing) throw UsageError(name + " takes nothing after it");
             return row->Take(word.substr(sign + 1));
@@ -156,6 +165,10 @@ private:
          [this](auto& path) { options_.Cases = path; }},
         {"--junit", Takes::Word, "FILE", "Write what came of them for a build server",
          [this](auto& path) { options_.JUnit = path; }},
+        {"--convert", Takes::Nothing, "", "Print a program from elsewhere in this language",
+         [this](auto&) { options_.Convert = true; }},
+        {"--data", Takes::Word, "FILE", "Write its data to a data file", [this](auto& path) { options_.Data = path; }},
+        {"--decimal", Takes::Nothing, "", "Take its numbers for decimal", [this](auto&) { options_.Decimal = true; }},
         {"--json", Takes::Nothing, "", "Print one JSON object for each program",
          [this](auto&) { options_.Json = true; }},
         {"--save", Takes::Word, "FILE [RANGE...]", "Write memory after the run to a data file",
@@ -200,6 +213,8 @@ void CheckTogether(const Options& options) {
     if (options.JUnit && !options.RunsCases()) throw UsageError("--junit goes with --test or --cases");
     if (options.RunsCases() && (needsOneRun || options.CheckOnly || options.Listing || !options.MemoryFiles.empty()))
         throw UsageError("--test and --cases run a program more than once, and go without what is about one run");
+    if ((options.Data || options.Decimal) && !options.Convert)
+        throw UsageError("--data and --decimal go with --convert");
     const std::vector<std::string> inputs = options.Inputs();
     if (std::ranges::count(inputs, "-") > 1) throw UsageError("standard input can be read only once");
     if (std::ranges::any_of(options.Settings, &cases::Claim::IsOfTStates))

@@ -47,6 +47,10 @@ struct Options {
     std::optional<std::string> Cases;  // the file that says those of all programs
     std::optional<std::string> JUnit;
 
+    bool Convert = false;             // into this language, instead of anything else
+    bool Decimal = false;             // digits alone are decimal there
+    std::optional<std::string> Data;  // the file for what the program defines in memory
+
     bool RunsCases() const { return Test || Cases; }
 
     bool ShowsTraffic() const;

@@ -74,7 +74,7 @@ void KeepFromInput(const std::string& path, const std::string& input) {
 
 void CheckOutputs(const Options& options) {
     std::vector<std::string> paths;
-    for (const auto& path : {options.Listing, options.Trace, options.JUnit})
+    for (const auto& path : {options.Listing, options.Trace, options.JUnit, options.Data})
         if (path && !path->empty()) paths.push_back(*path);
     for (const MemoryFile& file : options.MemoryFiles) paths.push_back(file.Path);
     for (auto path = paths.begin(); path != paths.end(); ++path) {

@@ -9,7 +9,6 @@
 
 #include "assembler/assembler.h"
 #include "assembler/explanation.h"
-#include "assembler/line_words.h"
 #include "assembler/source_preparation.h"
 #include "assembler/warnings.h"
 #include "conversion/expression.h"
@@ -48,32 +47,45 @@ Text NewPlace(const Place& place) {
     return Address(place.NewAddress) + (isSame ? Text() : u", not at " + Address(place.Address));
 }
 
-// Assembles for what comes of it only.
-class Trial {
-public:
-    assembler::Assembly Assemble(const assembler::PreparedProgram& program) {
-        return assembler::AssembleProgram(program.Text, *machine_, *code_);
-    }
+bool Assembles(const assembler::PreparedProgram& program) {
+    const auto machine = std::make_unique<m8085::MachineState>();
+    const auto code = std::make_unique<m8085::CodeMap>();
+    return assembler::AssembleProgram(program.Text, *machine, *code).Succeeded;
+}
 
-private:
-    std::unique_ptr<m8085::MachineState> machine_ = std::make_unique<m8085::MachineState>();
-    std::unique_ptr<m8085::CodeMap> code_ = std::make_unique<m8085::CodeMap>();
-};
+// Whether other assemblers compute with it.
+bool IsOperator(View word) {
+    constexpr View operators[] = {u"AND", u"OR", u"XOR", u"MOD", u"SHL", u"SHR"};
+    return std::ranges::find(operators, UpperCase(word)) != std::end(operators);
+}
+
+// 0 where it takes no number.
+std::int32_t LargestNumber(const Statement& statement) {
+    if (statement.What == Kind::Bytes) return 0xFF;
+    if (statement.What == Kind::Words || statement.What == Kind::Equal || statement.IsOrigin()) return 0xFFFF;
+    if (statement.Row == nullptr || statement.Row->TakesLabel()) return 0;
+    for (const std::string_view column : statement.Row->Operands)
+        if (column.starts_with('I')) return column == "I8" ? 0xFF : 0xFFFF;
+    return 0;
+}
 
 class Converter {
 public:
-    Converter(View source, bool allDecimal)
-        : source_(UpperCase(source)), allDecimal_(allDecimal), lines_(ReadProgram(source)) {}
+    Converter(View source, bool allDecimal) : source_(UpperCase(source)), lines_(ReadProgram(source)) {
+        notation_.AllDecimal = allDecimal;
+    }
 
     Conversion Run();
 
 private:
     void ChooseOrigin();
-    void ChooseFinalH();
+    void FindNotation();
     void PlaceStatements();
 
     void ConvertLine();
-    void ConvertLabelsOfData();
+    void ConvertLabelsAlone();
+    bool LabelsGo() const;
+    void MakeComment(bool ofLabels);
     void ConvertOrigin();
     void ConvertEnd();
     void ConvertDefinition();
@@ -84,19 +96,20 @@ private:
     void ConvertBranch(const Operand& operand);
     Text LabelOf(std::size_t line);
     bool ConvertRest();
+    bool HasReadableNumber() const;
     void ConvertLabels();
-    void NoteReading(const Operand& operand, std::int32_t largest, const Value& value, const Choice& choice);
+    void NoteReading(const Operand& operand, const Value& value, const Choice& choice);
 
     std::string ComposeData() const;
     void SayWhatIsLeft();
-    void SayFaults(assembler::PreparedProgram program);
+    void SayFaults(const assembler::PreparedProgram& program);
 
     Line& Here() { return lines_[line_]; }
     const Statement& Parsed() const { return lines_[line_].Parsed; }
     const Place& PlaceHere() const { return layout_->PlaceOf(line_); }
 
     Text source_;  // in upper case
-    bool allDecimal_;
+    Notation notation_;
     std::vector<Line> lines_;
     std::vector<Statement> statements_;
     std::set<Text> labels_;  // that jumps and calls can go to
@@ -112,7 +125,7 @@ private:
 
 Conversion Converter::Run() {
     ChooseOrigin();
-    ChooseFinalH();
+    FindNotation();
     PlaceStatements();
     for (line_ = 0; line_ < lines_.size(); ++line_) ConvertLine();
     for (const Line& line : lines_) result_.Program += line.Converted();
@@ -130,22 +143,25 @@ void Converter::ChooseOrigin() {
     }
 }
 
-// A program with numbers such as 0F and none with an H gets numbers without an H.
-void Converter::ChooseFinalH() {
-    bool hasFinalH = allDecimal_;
+// A final D or B says the base where some number with it has no room as a hexadecimal one. A program with numbers and
+// none with a final H gets such without it.
+void Converter::FindNotation() {
+    bool hasFinalH = notation_.AllDecimal;
     bool hasBare = false;
     for (const Line& line : lines_) {
-        if (line.Parsed.What != Kind::Instruction || line.Parsed.Row->TakesLabel()) continue;
+        const std::int32_t largest = LargestNumber(line.Parsed);
         for (const Operand& operand : line.Parsed.Operands) {
             const Text upper = UpperCase(operand.Text);
-            const auto value = ReadNumber(upper, false);
-            const bool isOurs = upper[0] <= u'9' && value && value->Number == assembler::ReadNumber(upper);
-            if (!isOurs || value->IfDecimal != value->Number) continue;
-            hasFinalH = hasFinalH || upper.ends_with(u'H');
-            hasBare = hasBare || upper.find_first_of(u"ABCDEF") != Text::npos;
+            const auto value = ReadNumber(upper);
+            if (largest == 0 || upper[0] > u'9' || !value) continue;
+            const bool isOurs = value->Number <= largest && value->Number == assembler::ReadNumber(upper);
+            if (isOurs) (upper.ends_with(u'H') ? hasFinalH : hasBare) = true;
+            notation_.HasD = notation_.HasD || (!isOurs && upper.ends_with(u'D'));
+            notation_.HasB = notation_.HasB || (!isOurs && upper.ends_with(u'B'));
         }
     }
-    withFinalH_ = hasFinalH || !hasBare;
+    withFinalH_ = hasFinalH || !hasBare || notation_.HasD || notation_.HasB;
+    hasDecimal_ = notation_.HasD;
 }
 
 void Converter::PlaceStatements() {
@@ -154,7 +170,7 @@ void Converter::PlaceStatements() {
         statements_.push_back(line.Parsed);
         areAddressesLost = areAddressesLost || IsFormerPlacement(line.Source.Comment);
     }
-    layout_.emplace(statements_, areAddressesLost, allDecimal_);
+    layout_.emplace(statements_, areAddressesLost, notation_);
     for (std::size_t line = 0; line < lines_.size(); ++line)
         for (const Label& label : statements_[line].Labels)
             if (!layout_->PlaceOf(line).IsOfData && statements_[line].What != Kind::Equal) labels_.insert(label.Name);
@@ -172,29 +188,39 @@ void Converter::ConvertLine() {
         case Kind::Space:
         case Kind::Equal: return ConvertDefinition();
         case Kind::Heading:
-            Here().MakeComment(Parsed().At);
+            MakeComment(LabelsGo());
             Here().Say(IsComment(Parsed().Operation));
             break;
-        case Kind::Nothing:
-            if (!Parsed().Labels.empty() && PlaceHere().IsOfData) return ConvertLabelsOfData();
-            break;
-        case Kind::Unknown: break;
+        case Kind::Nothing: return ConvertLabelsAlone();
+        case Kind::Unknown: return;
     }
     ConvertLabels();
 }
 
-// No jump can go there any more.
-void Converter::ConvertLabelsOfData() {
+// Labels of data, to which no jump can go, do not stay in the program.
+bool Converter::LabelsGo() const {
+    const auto isAmbiguous = [this](const Label& label) { return layout_->IsAmbiguous(label.Name); };
+    return PlaceHere().IsOfData && PlaceHere().IsKnown && std::ranges::none_of(Parsed().Labels, isAmbiguous);
+}
+
+// In the comment they are without their colons.
+void Converter::MakeComment(bool ofLabels) {
+    if (!ofLabels) return Here().MakeComment(Parsed().At);
     for (const Label& label : Parsed().Labels)
-        if (layout_->IsAmbiguous(label.Name)) return Here().SayFault(HasMoreValues(label));
-    if (!PlaceHere().IsKnown) return;
+        if (label.ColonAt) Here().Source.Code[*label.ColonAt] = u' ';
     Here().MakeComment();
+    Here().Parsed.Labels.clear();
+}
+
+void Converter::ConvertLabelsAlone() {
+    if (Parsed().Labels.empty() || !LabelsGo()) return ConvertLabels();
     Here().Say(IsComment(u"the label " + Parsed().Labels[0].Name) + u", for " + NewPlace(PlaceHere()));
+    MakeComment(true);
 }
 
 void Converter::ConvertOrigin() {
     if (!layout_->ReadOnly(line_)) return;
-    Here().MakeComment(Parsed().At);
+    MakeComment(LabelsGo());
     std::size_t first = line_ + 1;  // instruction
     while (first < lines_.size() && !lines_[first].Parsed.IsInstruction() && lines_[first].Parsed.What != Kind::Origin)
         ++first;
@@ -209,7 +235,7 @@ void Converter::ConvertEnd() {
     const auto& operands = Parsed().Operands;
     const auto value = operands.empty() ? std::nullopt : layout_->Read(operands[0].Text, line_);
     if (Parsed().What == Kind::Begin && (!value || Parsed().RestAt)) return;
-    Here().MakeComment(Parsed().At);
+    MakeComment(LabelsGo());
     Here().Say(IsComment(Parsed().Operation));
     if (operands.empty() || (value && value->Addresses == 1 && value->Moved == m8085::ProgramOrigin)) return;
     const auto line = value ? layout_->InstructionAt(static_cast<std::int32_t>(value->Number)) : std::nullopt;
@@ -217,7 +243,6 @@ void Converter::ConvertEnd() {
         Here().SayFault(u"the program began at " + operands[0].Text + u", and begins with its first instruction now");
 }
 
-// The names stay in the comment, without their colons.
 void Converter::ConvertDefinition() {
     const bool isEqual = Parsed().What == Kind::Equal;
     for (const Label& label : Parsed().Labels)
@@ -227,9 +252,7 @@ void Converter::ConvertDefinition() {
     if (isNameless || Parsed().Operands.empty() || Parsed().RestAt || !CollectBytes())
         return Here().SayFault(u"what follows " + Parsed().Operation + u" cannot be read" +
                                (isEqual ? Text() : u"; it belongs to " + NewPlace(PlaceHere())));
-    for (const Label& label : Parsed().Labels)
-        if (label.ColonAt) Here().Source.Code[*label.ColonAt] = u' ';
-    Here().MakeComment();
+    MakeComment(true);
     const std::int32_t size = PlaceHere().Size;
     const Text count = Wide(std::to_string(size)) + (size == 1 ? u" byte at " : u" bytes at ");
     Here().Say(IsComment(Parsed().Operation) + (isEqual ? Text() : u", for " + count + NewPlace(PlaceHere())));
@@ -253,7 +276,7 @@ bool Converter::CollectBytes() {
         const auto value = layout_->Read(operand.Text, line_);
         const auto choice = value ? Choose(*value, largest) : std::nullopt;
         if (!choice) return false;
-        NoteReading(operand, largest, *value, *choice);
+        NoteReading(operand, *value, *choice);
         bytes.push_back(choice->Number & 0xFF);
         if (Parsed().What == Kind::Words) bytes.push_back(choice->Number >> 8);
     }
@@ -269,7 +292,7 @@ void Converter::ConvertInterrupt() {
     if (Parsed().Operation != u"RST" || Parsed().Operands.size() != 1 || Parsed().RestAt) return;
     if (std::any_of(rest, lines_.end(), isInstruction)) return;
     const Operand& operand = Parsed().Operands[0];
-    const auto number = ReadNumber(operand.Text, false);
+    const auto number = ReadNumber(operand.Text);
     if (!number || (number->Number != 1 && number->Number != 5)) return;
     const std::size_t length = operand.At + operand.Text.size() - Parsed().At;
     const bool isLower = Here().Source.Code[Parsed().At] == u'r';
@@ -289,12 +312,10 @@ void Converter::ConvertInstruction() {
     }
 }
 
-// Four digits are an address, and addresses are hexadecimal in all programs.
-void Converter::NoteReading(const Operand& operand, std::int32_t largest, const Value& value, const Choice& choice) {
-    constexpr std::size_t addressDigits = 4;
-    const bool isAddress = largest > 0xFF && (operand.Text.size() >= addressDigits || choice.Number > 0xFFF);
-    hasDecimal_ = hasDecimal_ || choice.IsSurelyDecimal;
-    if (!choice.IsSurelyDecimal && !isAddress && value.IfDecimal != value.Number)
+void Converter::NoteReading(const Operand& operand, const Value& value, const Choice& choice) {
+    if (choice.IsSurelyDecimal)
+        hasDecimal_ = true;
+    else if (value.IfDecimal != value.Number)
         bare_.emplace_back(line_, operand.Text);
 }
 
@@ -302,7 +323,7 @@ void Converter::ConvertNumber(const Operand& operand, std::int32_t largest) {
     const auto value = layout_->Read(operand.Text, line_);
     const auto choice = value ? Choose(*value, largest) : std::nullopt;
     if (!choice) return;
-    NoteReading(operand, largest, *value, *choice);
+    NoteReading(operand, *value, *choice);
     const bool isByte = largest == 0xFF;
     if (!isByte && value->Addresses == 0 && layout_->HasChanged(choice->Number)) {
         const Text text = Address(choice->Number) + u" lies inside the program, where something else stands now";
@@ -352,13 +373,19 @@ Text Converter::LabelOf(std::size_t line) {
     return label;
 }
 
+bool Converter::HasReadableNumber() const {
+    const auto number = static_cast<std::size_t>(Parsed().Operands.size() - 1);
+    return LargestNumber(Parsed()) == 0 || layout_->Read(Parsed().Operands[number].Text, line_);
+}
+
 // Words that no operand can be are a comment. False where they may be something else.
 bool Converter::ConvertRest() {
     const View rest = View(Here().Source.Code).substr(*Parsed().RestAt);
     const View word = rest.substr(0, rest.find_first_of(u" \t,.;()-"));
     const bool hasSum = std::ranges::any_of(
         Parsed().Operands, [](const Operand& operand) { return operand.Text.find_first_of(u"+-", 1) != Text::npos; });
-    if (!IsWord(word) || hasSum || !Parsed().IsWholeInstruction() || ReadStatement(rest).IsWholeInstruction()) {
+    const bool mayBeComment = IsWord(word) && !IsOperator(word) && !ReadStatement(rest).IsWholeInstruction();
+    if (!mayBeComment || hasSum || !Parsed().IsWholeInstruction() || !HasReadableNumber()) {
         Here().SayFault(Text(Trimmed(rest)) + u" does not belong to " + Parsed().Operation +
                         u", and may be a comment or not");
         return false;
@@ -408,34 +435,44 @@ void Converter::SayWhatIsLeft() {
     SayFaults(program);
 }
 
-// Takes each line at fault away to find the next one.
-void Converter::SayFaults(assembler::PreparedProgram program) {
-    constexpr int most = 100;
-    Trial trial;
-    for (int count = 0; count < most; ++count) {
-        const assembler::Assembly assembly = trial.Assemble(program);
-        if (assembly.Succeeded) return;
-        if (assembly.FaultLine == 0) {
-            result_.Notes.push_back({0, true, assembly.AsmErrorText});
-            return;
-        }
-        line_ = static_cast<std::size_t>(program.SourceLine(assembly.FaultLine) - 1);
-        const Text reason = assembler::ExplainFailure(program, assembly);
-        if (!Here().IsFaulty())
-            Here().SayFault(assembly.AsmErrorText + (reason.empty() ? reason : u" (" + reason + u")"));
-        const View line = assembler::LinesOf(program.Text)[static_cast<std::size_t>(assembly.FaultLine - 1)];
-        program.Text.replace(static_cast<std::size_t>(line.data() - program.Text.data()), line.size(), line.size(),
-                             u' ');
+void Converter::SayFaults(const assembler::PreparedProgram& program) {
+    for (const auto& [number, message, cause] : assembler::FindFaults(program)) {
+        Line& line = lines_[static_cast<std::size_t>(number - 1)];
+        Text text = message;
+        if (!cause.empty()) text.append(u" (").append(cause).append(u")");
+        if (!line.IsFaulty()) line.SayFault(std::move(text));
     }
+    if (const auto excess = assembler::ExplainExcessLength(program.Length, program.LabelSplits))
+        result_.Notes.push_back({0, true, Wide(*excess)});
 }
 
 }  // namespace
 
 Conversion ConvertProgram(View source, bool allDecimal) {
     const assembler::PreparedProgram program = assembler::PrepareProgram(source);
-    const bool isFine = Trial().Assemble(program).Succeeded && assembler::FindWarnings(program).empty();
+    const bool isFine = Assembles(program) && assembler::FindWarnings(program).empty();
     if (isFine && !allDecimal) return {Text(source), {}, {}};
     return Converter(source, allDecimal).Run();
+}
+
+std::u16string Summarize(const Conversion& conversion, std::size_t mostNotes) {
+    if (conversion.Notes.empty()) return u"Nothing had to be changed.";
+    Text text;
+    std::size_t count = 0;
+    for (const bool isFault : {true, false}) {
+        if (std::ranges::count(conversion.Notes, isFault, &Note::IsFault) == 0) continue;
+        if (count > 0) text += u"\n";
+        text += isFault ? u"Left to you:\n" : u"Changed and noticed:\n";
+        for (const Note& note : conversion.Notes) {
+            if (note.IsFault != isFault || count++ >= mostNotes) continue;
+            if (note.Line > 0) text += u"Line " + Wide(std::to_string(note.Line)) + u": ";
+            text += note.Text + u"\n";
+        }
+    }
+    if (count > mostNotes) text += u"and " + Wide(std::to_string(count - mostNotes)) + u" more\n";
+    if (!conversion.Data.empty())
+        text += u"\nThe data need a data file: choose its name next, and load it before a run.";
+    return text;
 }
 
 }  // namespace conversion

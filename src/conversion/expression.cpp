@@ -44,16 +44,26 @@ std::optional<std::int64_t> ReadWithSuffix(View word) {
     return {};
 }
 
+// Whether a number that could be hexadecimal is not. Four digits may be an address in any program, but nobody writes an
+// address or a byte with so many zeros and ones in front of a B.
+bool IsOther(View word, const Notation& notation) {
+    constexpr std::size_t addressDigits = 4;
+    const bool isAddress = word.size() == addressDigits;
+    if (notation.AllDecimal) return true;
+    if (word.ends_with(u'B')) return word.size() > addressDigits || (notation.HasB && !isAddress);
+    return word.ends_with(u'D') && notation.HasD && !isAddress;
+}
+
 std::size_t EndOfTerm(View text) {
     const bool isQuoted = text.size() > 2 && text[0] == text[2] && (text[0] == u'\'' || text[0] == u'"');
     return std::min(isQuoted ? 3 : text.find_first_of(u"+-"), text.size());
 }
 
-std::optional<Value> ReadTerm(View term, const ValueOfName& valueOf, bool allDecimal) {
+std::optional<Value> ReadTerm(View term, const ValueOfName& valueOf, const Notation& notation) {
     const bool isNumber = term.empty() || (term[0] >= u'0' && term[0] <= u'9');
     if (!isNumber)
         if (const auto value = valueOf(UpperCase(term))) return value;
-    return ReadNumber(term, allDecimal);
+    return ReadNumber(term, notation);
 }
 
 // False where the sum grows without bounds.
@@ -68,7 +78,7 @@ bool Add(Value& sum, const Value& value, int sign) {
 
 }  // namespace
 
-std::optional<Value> ReadNumber(View word, bool allDecimal) {
+std::optional<Value> ReadNumber(View word, const Notation& notation) {
     if (word.starts_with(u'#')) word.remove_prefix(1);
     if (const auto character = ReadCharacter(word)) return character;
     Text upper = UpperCase(word);
@@ -77,14 +87,11 @@ std::optional<Value> ReadNumber(View word, bool allDecimal) {
     const auto hexadecimal = assembler::ReadNumber(upper);
     const auto other = ReadWithSuffix(upper);
     if (!hexadecimal && !other) return {};
-    // Nobody writes a hexadecimal number with so many zeros and ones in front of a B.
-    constexpr std::size_t shortestBinary = 5;
-    const bool isSurelyBinary = upper.ends_with(u'B') && upper.size() >= shortestBinary;
-    if (!hexadecimal || (other && (allDecimal || isSurelyBinary))) return Constant(*other);
+    if (!hexadecimal || (other && IsOther(upper, notation))) return Constant(*other);
     return Value{*hexadecimal, other.value_or(*hexadecimal), *hexadecimal, 0};
 }
 
-std::optional<Value> ReadExpression(View text, const ValueOfName& valueOf, bool allDecimal) {
+std::optional<Value> ReadExpression(View text, const ValueOfName& valueOf, const Notation& notation) {
     Value sum;
     text = Trimmed(text);
     for (int sign = 1;;) {
@@ -93,7 +100,7 @@ std::optional<Value> ReadExpression(View text, const ValueOfName& valueOf, bool 
             text = Trimmed(text.substr(1));
         }
         const std::size_t end = EndOfTerm(text);
-        const auto value = ReadTerm(Trimmed(text.substr(0, end)), valueOf, allDecimal);
+        const auto value = ReadTerm(Trimmed(text.substr(0, end)), valueOf, notation);
         if (!value || !Add(sum, *value, sign)) return {};
         text = Trimmed(text.substr(end));
         if (text.empty()) return sum;

@@ -18,17 +18,24 @@ struct Value {
     bool operator==(const Value&) const = default;
 };
 
+// How a program writes its numbers, as far as hexadecimal ones could be written so as well.
+struct Notation {
+    bool AllDecimal = false;  // whatever could be decimal or binary is
+    bool HasD = false;        // decimal ones have a final D
+    bool HasB = false;        // binary ones have a final B
+};
+
 // A number as programs for other assemblers write it: what this language takes, and 10D, 1010B, 17Q, 0x1F, $1F, &H1F,
-// "05 H", 'A', and any of them after a "#". With allDecimal digits alone are decimal in all readings. Nothing for any
-// other text. What is far above FFFF reads as some number above FFFF.
-std::optional<Value> ReadNumber(std::u16string_view word, bool allDecimal);
+// "05 H", 'A', and any of them after a "#". Nothing for any other text. What is far above FFFF reads as some number
+// above FFFF.
+std::optional<Value> ReadNumber(std::u16string_view word, const Notation& notation = {});
 
 // The value of a name in upper case, or of $ for the current address.
 using ValueOfName = std::function<std::optional<Value>(std::u16string_view)>;
 
 // The value of names and numbers with + and - between them or in front. Names come before numbers, which they are not
 // taken for if they begin with a digit. Nothing for any other text.
-std::optional<Value> ReadExpression(std::u16string_view text, const ValueOfName& valueOf, bool allDecimal);
+std::optional<Value> ReadExpression(std::u16string_view text, const ValueOfName& valueOf, const Notation& notation);
 
 // The number to be used where there is room for one up to `largest`, FF or FFFF.
 struct Choice {

@@ -24,11 +24,8 @@ void Mark(std::bitset<256>& pages, std::int32_t first, std::int32_t end) {
 
 }  // namespace
 
-Layout::Layout(const std::vector<Statement>& statements, bool areAddressesLost, bool allDecimal)
-    : statements_(statements),
-      areAddressesLost_(areAddressesLost),
-      allDecimal_(allDecimal),
-      places_(statements.size()) {
+Layout::Layout(const std::vector<Statement>& statements, bool areAddressesLost, const Notation& notation)
+    : statements_(statements), areAddressesLost_(areAddressesLost), notation_(notation), places_(statements.size()) {
     // Twice, since a name may stand in front of its line, also where a size or an origin depends on it.
     for (int pass = 0; pass < 2; ++pass) {
         PlaceStatements();
@@ -52,7 +49,7 @@ std::optional<Value> Layout::Read(View text, std::size_t line) const {
         const bool isUnclear = ambiguous_.contains(key) || (value && value->Addresses != 0 && isSum && areSumsUnclear_);
         return isUnclear ? std::nullopt : value;
     };
-    return ReadExpression(text, valueOf, allDecimal_);
+    return ReadExpression(text, valueOf, notation_);
 }
 
 std::optional<std::int32_t> Layout::ReadOnly(std::size_t line) const {

@@ -32,7 +32,7 @@ class Layout {
 public:
     // One statement for each line. An earlier conversion may have taken away what gave the statements their addresses:
     // then only those of the instructions and their labels are known. The statements must outlive this.
-    Layout(const std::vector<Statement>& statements, bool areAddressesLost, bool allDecimal);
+    Layout(const std::vector<Statement>& statements, bool areAddressesLost, const Notation& notation);
 
     const Place& PlaceOf(std::size_t line) const { return places_[line]; }
 
@@ -69,7 +69,7 @@ private:
     const std::vector<Statement>& statements_;
     bool areAddressesLost_;
     bool areSumsUnclear_ = false;  // since some address is not known
-    bool allDecimal_;
+    Notation notation_;
     std::vector<Place> places_;
     std::map<std::u16string, std::optional<Value>> names_;
     std::map<std::u16string, std::optional<Value>> earlier_;  // for names that are used before their lines

@@ -82,7 +82,7 @@ private:
             Take(2);
             if (!line.Code.empty()) line.Code += u' ';
         }
-        if (isOther) line.Changes.emplace_back(u"the comment begins with \";\" now");
+        if (isOther) line.Changes.emplace_back(u"the comment has the form of this language now");
     }
 
     static void TidyComment(SourceLine& line) {

@@ -5,6 +5,7 @@
 
 #include "conversion/expression.h"
 #include "machine/characters.h"
+#include "machine/number_format.h"
 
 namespace conversion {
 
@@ -75,7 +76,7 @@ private:
         const auto& operands = statement_.Operands;
         if (statement_.What == Kind::End) return operands.size() > 1 || statement_.RestAt;
         if (statement_.What != Kind::Begin) return false;
-        return operands.empty() || !ReadNumber(operands[0].Text, false);
+        return operands.empty() || !ReadNumber(operands[0].Text);
     }
 
     void SkipBlanks() {
@@ -115,8 +116,8 @@ private:
         Statement first = statement_;
         const std::size_t afterFirst = at_;
         TakeOperation();
-        if (statement_.DefinesNames() ||
-            (statement_.IsInstruction() && first.What != Kind::Origin && first.What != Kind::Begin)) {
+        const bool mayFollow = statement_.IsInstruction() || statement_.IsOrigin();
+        if (statement_.DefinesNames() || (mayFollow && !first.IsOrigin())) {
             statement_.Labels.push_back({first.Operation, first.At, {}});
             return;
         }
@@ -249,10 +250,14 @@ bool IsName(View word) {
 }
 
 bool IsFormerPlacement(View comment) {
-    const View text = comment.substr(std::min(comment.find_first_not_of(u"; \t"), comment.size()));
-    const Statement statement = ReadStatement(text.substr(0, text.find(u';')));
-    const bool isPlacement = statement.IsData() || statement.What == Kind::Origin || statement.What == Kind::Begin;
-    return isPlacement && !statement.Operands.empty() && !statement.RestAt;
+    while (!comment.empty()) {
+        const View part = comment.substr(0, comment.find(u';'));
+        const Statement statement = ReadStatement(part);
+        if ((statement.IsData() || statement.IsOrigin()) && !statement.Operands.empty() && !statement.RestAt)
+            return true;
+        comment.remove_prefix(std::min(part.size() + 1, comment.size()));
+    }
+    return false;
 }
 
 bool IsProse(const Statement& statement, View code) {
@@ -260,7 +265,10 @@ bool IsProse(const Statement& statement, View code) {
     const bool hasOpenLabel = !statement.Labels.empty() && !statement.Labels.back().ColonAt;
     const std::vector<View> words = WordsOf(code.substr(hasOpenLabel ? statement.Labels.back().At : statement.At));
     if (statement.IsWholeInstruction() || words.empty()) return false;
-    if (!statement.Labels.empty() && !IsWord(statement.Operation.substr(0, 1))) return true;  // "Date: 1 May"
+    const auto isLetter = [](View word) { return IsWord(word.substr(0, 1)); };
+    const auto isSign = [=](View word) { return !isLetter(word) && m8085::HexDigitValue(word[0]) < 0; };
+    const bool isSubject = !statement.Labels.empty() || (words.size() > 1 && isSign(words[1]));
+    if (!isLetter(statement.Operation) && isSubject) return true;  // "Date: 1 May" and "9000 - the result"
     if (words.size() > 2) {
         const Text second = UpperCase(words[1].substr(0, words[1].find_last_not_of(u",.:") + 1));
         const bool isEnglish = IsWord(second) && second.size() > 1 && !Contains(registerNames, second);

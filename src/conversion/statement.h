@@ -53,6 +53,7 @@ struct Statement {
     const assembler::InstructionRow* Row = nullptr;  // some row of the mnemonic
 
     bool IsInstruction() const { return What == Kind::Instruction || What == Kind::Interrupt; }
+    bool IsOrigin() const { return What == Kind::Origin || What == Kind::Begin; }
     bool IsData() const { return What == Kind::Bytes || What == Kind::Words || What == Kind::Space; }
     bool DefinesNames() const { return IsData() || What == Kind::Equal; }
 
@@ -68,7 +69,7 @@ struct Statement {
 
 Statement ReadStatement(std::u16string_view code);
 
-// Whether such a comment was a statement that gives others their addresses.
+// Whether a comment holds what may have been a statement that gives others their addresses.
 bool IsFormerPlacement(std::u16string_view comment);
 
 // Whether it can be a name without a colon, or a word of English.

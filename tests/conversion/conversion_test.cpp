@@ -88,6 +88,8 @@ TEST(Conversion, NumbersAreBroughtToHexadecimal) {
         {"mvi a,0100", "mvi a,64H"},
         {"mvi a,200d\nlxi h,65535", "mvi a,0C8H\nlxi h,0FFFFH"},
         {"mvi a,00001010b\nadi 1010B", "mvi a,0AH\nadi 0AH"},
+        {"mvi a,10d\nadi 5d\nlda 205d\nmvi a,10b\nadi 111b\nadi 1b",
+         "mvi a,0AH\nadi 05H\nlda 205d\nmvi a,02H\nadi 07H\nadi 01H"},
         {"mvi a,17q\nori 17O", "mvi a,0FH\nori 0FH"},
         {"mvi a,0x1f\nlxi h,$1F\nlda &h9000", "mvi a,1FH\nlxi h,001FH\nlda 9000H"},
         {"mvi a,#5\nadi #05h", "mvi a,05H\nadi 05H"},
@@ -101,7 +103,8 @@ TEST(Conversion, NumbersAreBroughtToHexadecimal) {
                      {"mvi a,9\nadi 0AH\nadi 0FF", "mvi a,9\nadi 0AH\nadi 0FF"}},
                     true);
     EXPECT_EQ(NotesOf(Convert("mvi b,10\nmvi a,100\nlda 2050\nadi 9\nout 5D")),
-              "1 10 is taken as hexadecimal\n2 100 became 64H\n5 5D is taken as hexadecimal\n");
+              "1 10 is taken as hexadecimal\n2 100 became 64H\n3 2050 is taken as hexadecimal\n5 5D is taken as "
+              "hexadecimal\n");
     EXPECT_EQ(NotesOf(Convert("mvi a,0AH\nadi 10")), "2 10 is hexadecimal too, though line 1 has 0AH\n");
 }
 
@@ -127,9 +130,9 @@ TEST(Conversion, NamesBecomeTheNumbersThatTheyStandFor) {
     ExpectConverted({
         {"n equ 5\nm = n+1\nk: set 0ffh\nmvi a,n\nadi M\ncpi k-m",
          "; n equ 5\n; m = n+1\n; k  set 0ffh\nmvi a,05H\nadi 06H\ncpi 0F9H"},
-        {"mvi a,n\nn equ m\nm=3", "mvi a,03H\n; n equ m\n; m=3"},
+        {"mvi a,n\nn equ m\nm=3", "mvi a,03\n; n equ m\n; m=3"},
         {"lxi h,l\nl: lxi d,$\nl2 equ $\nlxi b,l2-l", "lxi h,8003H\nl: lxi d,8003H\n; l2 equ $\nlxi b,0003H"},
-        {"org 2000\nlxi h,l\nl: hlt", "; org 2000\nlxi h,8003H\nl: hlt"},
+        {"org 2000\nlxi h,l\nl: hlt", "; org 2000\nlxi h,8003\nl: hlt"},
         {"n equ 100\nmvi a,n", "; n equ 100\nmvi a,64H"},
     });
     ExpectFaults({
@@ -153,10 +156,10 @@ TEST(Conversion, DataGoToAFile) {
     // What the program needs the room of moves as a whole, past what else is used.
     expectData(
         "jmp go\nlist: db 1,2\nbuf ds 2\nlast: defb -1\ngo: lda last\nsta 8100\nlxi b,last-list\norg 8180\ndb 7",
-        "jmp go\n; list  db 1,2\n; buf ds 2\n; last  defb -1\ngo: lda 8204H\nsta 8100\nlxi b,0004H\n; org 8180\n; db 7",
+        "jmp go\n; list  db 1,2\n; buf ds 2\n; last  defb -1\ngo: lda 8204\nsta 8100\nlxi b,0004\n; org 8180\n; db 7",
         "8180 : 07\r\n8200 : 01 02\r\n8204 : FF\r\n");
-    expectData("org 9000\nres:\norg 2000h\nsta res\nlda n\nhlt\nn: db 17 dup\nlxi h,n",
-               "; org 9000\n; res:\n; org 2000h\nsta 9000H\nlda 2007H\nhlt\nn: db 17 dup\nlxi h,2007H", "");
+    expectData("org 9000\nres:\norg 2000h\nsta res\nlda n\nhlt\nn: db 17h dup\nlxi h,n",
+               "; org 9000\n; res \n; org 2000h\nsta 9000H\nlda 2007H\nhlt\nn: db 17h dup\nlxi h,2007H", "");
     expectData("db 0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\norg 0ffffh\ndb 1,2",
                "; db 0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\n; org 0ffffh\n; db 1,2",
                "0000 : 02\r\n8000 : 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00\r\n8010 : 00\r\nFFFF : 01\r\n");
@@ -207,6 +210,8 @@ TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
         {"mov a,b add c", "add c does not belong to MOV"},
         {"ei\ninr a,b", ",b does not belong to INR"},
         {"lxi h,9000+1 or so", "or so does not belong to LXI"},
+        {"ei\nmvi a,3 or 4", "or 4 does not belong to MVI"},
+        {"ei\nmvi a,low x", "x does not belong to MVI"},
         {"mvi a,0 5", "5 does not belong to MVI"},
         {"org 2000\nnop\nlda 2000", "2000 lies inside the program"},
         {"org 2000\nnop\nlxi h,8000", "8000 lies inside the program"},
