@@ -29,9 +29,10 @@ void PlaceOver(const QWidget& control, QDialog& box) {
 }
 
 QMessageBox::StandardButton Ask(QWidget& control, const QString& text, QMessageBox::Icon icon, const QString& caption,
-                                QMessageBox::StandardButtons buttons) {
+                                QMessageBox::StandardButtons buttons, const QString& details = {}) {
     QMessageBox box(icon, caption, text, buttons, control.window());
     box.setTextFormat(Qt::PlainText);
+    box.setDetailedText(details);
     GiveRoom(*box.findChild<QLabel*>("qt_msgbox_label"));
     PlaceOver(control, box);
     return static_cast<QMessageBox::StandardButton>(box.exec());
@@ -39,8 +40,9 @@ QMessageBox::StandardButton Ask(QWidget& control, const QString& text, QMessageB
 
 }  // namespace
 
-void ShowMessage(QWidget& control, const QString& text, QMessageBox::Icon icon, const QString& caption) {
-    Ask(control, text, icon, caption, QMessageBox::Ok);
+void ShowMessage(QWidget& control, const QString& text, QMessageBox::Icon icon, const QString& caption,
+                 const QString& details) {
+    Ask(control, text, icon, caption, QMessageBox::Ok, details);
 }
 
 QMessageBox::StandardButton AskYesNoCancel(QWidget& control, const QString& text, const QString& caption) {

@@ -275,6 +275,23 @@ void ProgramText::InsertAt(const std::vector<std::size_t>& positions, std::u16st
     SetSelectionStart(static_cast<int>(positions.back() + positions.size() * text.size()));
 }
 
+void ProgramText::ReplaceLines(std::u16string_view text) {
+    BeginStep();
+    std::size_t inserted = 0;
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    for (const QString& line : ToDocumentText(text).split("\r\n")) {
+        if (cursor.block().text() != line) {
+            cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+            cursor.insertText(line);
+            inserted += static_cast<std::size_t>(line.size());
+        }
+        if (!cursor.movePosition(QTextCursor::NextBlock)) break;
+    }
+    cursor.endEditBlock();
+    EndStep(inserted);
+}
+
 void ProgramText::ClearSelection() {
     QTextCursor cursor = textCursor();
     if (!cursor.hasSelection()) return;

@@ -59,6 +59,10 @@ public:
     // change, and one step to undo like the other. The caret is left after the last one.
     void InsertAt(const std::vector<std::size_t>& positions, std::u16string_view text);
 
+    // Makes the lines those of the text, which must have as many. Marks stay on their lines. One change, and one step
+    // to undo like the others.
+    void ReplaceLines(std::u16string_view text);
+
     // Makes the selection empty. The caret stays where the selection began, and nothing scrolls.
     void ClearSelection();
 

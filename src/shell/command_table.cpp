@@ -81,6 +81,7 @@ std::vector<commands::EditorCommand> frmMain::EditorCommands() {
          .IsOn = [&txtCode] { return txtCode.Marks().Has(txtCode.LineOfCaret()); }},
         {.Entry = {"mnuStepBack", "Step &Back", {"Shift+F8"}, [this] { runControl_.StepBack(); }, {}, true},
          .When = WithProgram},
+        {.Entry = {"mnuConvert", "Convert from &Elsewhere", {}, [this] { convertCommand_.Convert(); }}},
     };
 }
 // clang-format on

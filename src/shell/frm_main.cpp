@@ -70,6 +70,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
       memoryGrid_(machine, columns_, client_),
       runControl_(machine, codeMap, commands::ViewOn(buttons_, document_, registerPanel_, memoryGrid_)),
       assembleCommand_(machine, codeMap, document_, runControl_, registerPanel_, memoryGrid_),
+      convertCommand_(document_),
       dataFileCommands_(machine, document_.cDialog(), runControl_, memoryGrid_),
       codeAssistant_(document_.txtCode(), registerPanel_, memoryGrid_, client_),
       delayDesigner_(document_.txtCode()) {

@@ -8,6 +8,7 @@
 #include "aids/delay_designer.h"
 #include "commands/assemble_command.h"
 #include "commands/command_buttons.h"
+#include "commands/convert_command.h"
 #include "commands/data_file_commands.h"
 #include "editor/program_document.h"
 #include "execution/run_control.h"
@@ -64,6 +65,7 @@ private:
     panels::MemoryGrid memoryGrid_;
     execution::RunControl runControl_;
     commands::AssembleCommand assembleCommand_;
+    commands::ConvertCommand convertCommand_;
     commands::DataFileCommands dataFileCommands_;
     aids::CodeAssistant codeAssistant_;
     aids::DelayDesigner delayDesigner_;

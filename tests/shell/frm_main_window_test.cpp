@@ -216,7 +216,7 @@ TEST_F(FrmMainTest, ALineIsMarkedByKeyOrMenuAndRunsStopThereUntilNew) {
         QContextMenuEvent open(QContextMenuEvent::Mouse, place, Editor().viewport()->mapToGlobal(place));
         QApplication::sendEvent(Editor().viewport(), &open);
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        EXPECT_TRUE(menu->actions().contains(&menuEntry));
+        EXPECT_TRUE(menu->actions().contains(&menuEntry) && menu->actions().contains(&Find<QAction>("mnuConvert")));
         menu->close();
         window->activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window));
@@ -266,6 +266,39 @@ TEST_F(FrmMainTest, AStepBackShowsWhatWasShownBefore) {
         Find<QAction>("mnuStepBack").trigger();
         EXPECT_EQ(shown(), before.back());
     }
+}
+
+TEST_F(FrmMainTest, AProgramFromElsewhereIsConvertedInOneStepOfUndo) {
+    Start();
+    const std::u16string_view source = u"\tORG 2000H\r\nloop: inr a\r\n; \u2029 x\r\nlda list;x\r\nei\r\nlist: db 1,2";
+    Editor().SetText(source);
+    Editor().SetSelectionStart(15);
+    Editor().ToggleMark(2);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("x.dat");
+    const auto convert = [this, &path](const char* expected) {
+        const FileAnswer file(path);
+        const MessageAnswer said;
+        Find<QAction>("mnuConvert").trigger();
+        EXPECT_EQ(said.Text, expected);
+        return file.Answered();
+    };
+    EXPECT_TRUE(
+        convert("Left to you:\nLine 5: Bad opcode - EI (this machine has no interrupts, and so no EI)\n\n"
+                "Changed and noticed:\nLine 1: ORG is a comment now; the program goes on at 8000, not at 2000\n"
+                "Line 4: a blank stands before the comment now\nLine 4: list became 2005H\n"
+                "Line 6: DB is a comment now, for 2 bytes at 2005\n\n"
+                "The data need a data file: choose its name next, and load it before a run."));
+    EXPECT_EQ(Editor().Text(), u"\t; ORG 2000H\r\nloop: inr a\r\n; \u2029 x\r\nlda 2005H ;x\r\nei\r\n; list  db 1,2");
+    EXPECT_TRUE(Editor().Marks().Has(2) && Editor().LineOfCaret() == 2);
+    QFile data(path);
+    EXPECT_TRUE(data.open(QIODevice::ReadOnly) && data.readAll() == "2005 : 01 02\r\n");
+    Editor().undo();
+    EXPECT_EQ(Editor().Text(), source);
+    Editor().SetText(u"mvi a,10");
+    EXPECT_FALSE(convert("Nothing had to be changed."));
+    EXPECT_EQ(Editor().Text(), u"mvi a,10");
+    EXPECT_FALSE(Editor().document()->isUndoAvailable());
 }
 
 TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachineAndOnlyAfterANewColumnTheStepCanBeTakenBack) {
