@@ -39,6 +39,7 @@ int Convert(const Options& options, const Inputs& inputs, std::ostream& out, std
     const conversion::Conversion conversion = conversion::ConvertProgram(source.Text, options.Decimal);
     const bool isSame = conversion.Program == source.Text;
     out << (isSame ? file.Bytes : editor::EncodeProgramFile(conversion.Program, source.ReadAs).Bytes);
+    if (conversion.Notes.empty()) err << name << ": note: nothing had to be changed\n";
     bool isWhole = WriteData(options, name, conversion.Data, err);
     for (const auto& [line, isFault, text] : conversion.Notes) {
         const std::string place = line > 0 ? name + ':' + std::to_string(line) : name;
