@@ -65,6 +65,7 @@ public:
             ReadOperands();
         else if (statement_.What != Kind::Unknown && statement_.What != Kind::Heading)
             ReadList();
+        if (statement_.What == Kind::Equal) TakeNameFromList();
         if (at_ < code_.size() && statement_.What != Kind::Nothing) statement_.RestAt = at_;
         if (IsEnglish()) statement_.What = Kind::Unknown;
         return std::move(statement_);
@@ -166,6 +167,14 @@ private:
             ++at_;
             SkipBlanks();
         }
+    }
+
+    // "EQU NAME, 5".
+    void TakeNameFromList() {
+        std::vector<Operand>& operands = statement_.Operands;
+        if (!statement_.Labels.empty() || operands.size() != 2 || !IsName(operands[0].Text)) return;
+        statement_.Labels.push_back({UpperCase(operands[0].Text), operands[0].At, {}});
+        operands.erase(operands.begin());
     }
 
     void TakeOperand(std::size_t start) {

@@ -133,6 +133,7 @@ TEST(Conversion, NamesBecomeTheNumbersThatTheyStandFor) {
         {"mvi a,n\nn equ m\nm=3", "mvi a,03\n; n equ m\n; m=3"},
         {"lxi h,l\nl: lxi d,$\nl2 equ $\nlxi b,l2-l", "lxi h,8003H\nl: lxi d,8003H\n; l2 equ $\nlxi b,0003H"},
         {"org 2000\nlxi h,l\nl: hlt", "; org 2000\nlxi h,8003\nl: hlt"},
+        {".equ n, 6\nset m,1\nmvi a,n+m", "; .equ n, 6\n; set m,1\nmvi a,07"},
         {"n equ 100\nmvi a,n", "; n equ 100\nmvi a,64H"},
     });
     ExpectFaults({
