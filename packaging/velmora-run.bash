@@ -6,7 +6,7 @@ _velmora_run() {
   [ "$word" != = ] || word=
   [ "$before" != = ] || before=${COMP_WORDS[COMP_CWORD - 2]}
   local options="--help --version --check --listing --load --set --feed --origin --limit --trace --trace-lines --profile
-    --show --expect --test --cases --junit --convert --data --decimal --json --save --binary --hex"
+    --show --expect --test --cases --junit --convert --data --decimal --disassemble --json --save --binary --hex"
   local answers=
   case $before in
     --show) answers="registers ports changed traffic" ;;

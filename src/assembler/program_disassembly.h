@@ -1,9 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
+
+#include "machine/address_space.h"
 
 namespace assembler {
 
@@ -12,9 +13,10 @@ struct DisassembledProgram {
     std::vector<std::string> Obstacles;  // why Text does not assemble to the same bytes; empty if it does
 };
 
-// Writes the bytes as a program whose first byte stands at `origin`, 0 to FFFF, and which assembles to the same bytes
-// there. Jumps and calls go to labels named by their addresses, "L8003". What has no place in a program is marked in
-// the text, too. Bytes beyond FFFF are left out, which is an obstacle.
-DisassembledProgram DisassembleProgram(std::span<const std::uint8_t> bytes, std::int32_t origin);
+// Writes the bytes as a program that assembles to the same bytes at the same address, which a comment names if it is
+// not 8000. Jumps and calls go to labels named by their addresses, "L8003". What has no place in a program, such as a
+// gap, is marked in the text, too. The stretches are in the order of their addresses, and do not meet. Bytes beyond
+// FFFF are left out, which is an obstacle.
+DisassembledProgram DisassembleProgram(std::span<const m8085::MemoryStretch> stretches);
 
 }  // namespace assembler

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "console/converting.h"
+#include "console/disassembling.h"
 #include "console/inputs.h"
 #include "console/interruption.h"
 #include "console/listing.h"
@@ -215,8 +216,9 @@ int Main(std::vector<std::string> arguments, std::istream& in, std::ostream& out
         }
         const Options& options = *commandLine.Wanted;
         CheckOutputs(options);
-        if (options.Convert) {
-            const int exitCode = Convert(options, Inputs(options, in), out, err);
+        if (options.Convert || options.Disassemble) {
+            const Inputs inputs(options, in);
+            const int exitCode = (options.Convert ? Convert : Disassemble)(options, inputs, out, err);
             ExpectPrinted(out.flush());
             return exitCode;
         }

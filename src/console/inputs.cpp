@@ -35,7 +35,8 @@ files::Content Inputs::Read(const std::string& path, std::size_t largest) const 
 std::unique_ptr<Simulation> Inputs::Assemble(const std::string& program) const {
     const files::Content file = Read(program, editor::LargestProgramFile);
     const std::string name = ShownName(program);
-    return file.Problem.empty() ? console::Assemble(name, file.Bytes, options_.Origin) : Unreadable(name, file.Problem);
+    return file.Problem.empty() ? console::Assemble(name, file.Bytes, options_.Origin.value_or(m8085::ProgramOrigin))
+                                : Unreadable(name, file.Problem);
 }
 
 void Inputs::Prepare(m8085::MachineState& machine) const {

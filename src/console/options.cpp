@@ -65,16 +65,19 @@ public:
                 options_.Programs.push_back(word);
         }
         if (!answer_.empty()) return {std::nullopt, answer_};
-        if (options_.Convert) CheckConversion();
+        CheckPrinting("--convert", {"--data", "--decimal"});
+        CheckPrinting("--disassemble", {"--origin"});
         return {std::move(options_), {}};
     }
 
 private:
-    void CheckConversion() const {
+    // An option that only prints a program goes with few others.
+    void CheckPrinting(const std::string& option, std::initializer_list<std::string_view> others) const {
+        if (!taken_.contains(option)) return;
         for (const std::string& name : taken_)
-            if (name != "--convert" && name != "--data" && name != "--decimal")
-                throw UsageError("--convert only prints a program, and goes without " + name);
-        if (options_.Programs.size() > 1) throw UsageError("--convert takes one program");
+            if (name != option && std::ranges::find(others, name) == others.end())
+                throw UsageError(option + " only prints a program, and goes without " + name);
+        if (options_.Programs.size() > 1) throw UsageError(option + " takes one file");
     }
 
     // What follows an option: a word, nothing, or "=" and a word if the user wants.
@@ -169,6 +172,8 @@ private:
          [this](auto&) { options_.Convert = true; }},
         {"--data", Takes::Word, "FILE", "Write its data to a data file", [this](auto& path) { options_.Data = path; }},
         {"--decimal", Takes::Nothing, "", "Take its numbers for decimal", [this](auto&) { options_.Decimal = true; }},
+        {"--disassemble", Takes::Nothing, "", "Print the bytes of a HEX or data file as a program",
+         [this](auto&) { options_.Disassemble = true; }},
         {"--json", Takes::Nothing, "", "Print one JSON object for each program",
          [this](auto&) { options_.Json = true; }},
         {"--save", Takes::Word, "FILE [RANGE...]", "Write memory after the run to a data file",

@@ -34,7 +34,7 @@ struct Options {
     std::optional<std::string> Listing;
     std::optional<std::string> Trace;
     std::optional<std::uint64_t> TraceLines;  // of traffic, too; 0 for all
-    std::int32_t Origin = m8085::ProgramOrigin;
+    std::optional<std::int32_t> Origin;       // nothing for that of all programs
     bool Profile = false;
     std::vector<cases::Feed> Feeds;
     std::vector<std::string> DataFiles;
@@ -50,6 +50,7 @@ struct Options {
     bool Convert = false;             // into this language, instead of anything else
     bool Decimal = false;             // digits alone are decimal there
     std::optional<std::string> Data;  // the file for what the program defines in memory
+    bool Disassemble = false;         // bytes into a program, instead of anything else
 
     bool RunsCases() const { return Test || Cases; }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 namespace m8085 {
 
@@ -10,6 +11,12 @@ inline constexpr int PortCount = 256;
 
 using MemoryBytes = std::array<std::uint8_t, MemorySize>;
 using PortBytes = std::array<std::uint8_t, PortCount>;
+
+// Bytes that follow each other in memory.
+struct MemoryStretch {
+    std::int32_t Address = 0;  // of the first
+    std::vector<std::uint8_t> Bytes;
+};
 
 // Every fetch covers three bytes.
 inline constexpr std::int32_t LastFetchAddress = MemorySize - 3;
