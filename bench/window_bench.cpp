@@ -3,10 +3,12 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QHelpEvent>
 #include <QProcess>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 #include <algorithm>
 #include <chrono>
 #include <memory>
@@ -78,6 +80,25 @@ void TypeCharacterAmongNotes(benchmark::State& state) {
     BoundMilliseconds(state, 2);
 }
 BENCHMARK(TypeCharacterAmongNotes)->Unit(benchmark::kMillisecond);
+
+// The mouse rests near the end of the longest line that can be assembled.
+void TooltipInLongestLine(benchmark::State& state) {
+    ShownWorkbench bench;
+    platform::ProgramText& editor = bench.Editor();
+    std::u16string line;
+    while (line.size() < 32'750) line += u"mov a,b ";
+    editor.SetText(line);
+    QTest::keyClick(&editor, Qt::Key_End);
+    QCoreApplication::processEvents();
+    const QPoint place = editor.cursorRect().center() - QPoint(13, 0);
+    for (auto _ : state) {
+        QHelpEvent rest(QEvent::ToolTip, place, editor.viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(editor.viewport(), &rest);
+    }
+    if (QToolTip::text().isEmpty()) state.SkipWithError("there is no tooltip");
+    BoundMilliseconds(state, 2);
+}
+BENCHMARK(TooltipInLongestLine)->Unit(benchmark::kMillisecond);
 
 void TypeCharacterInMegabyte(benchmark::State& state) {
     TypeCharacter(state, 1'000'000, 20);

@@ -137,7 +137,8 @@ bool Translation::ProcessLine() {
 
 bool Translation::DefineLabel() {
     const std::u16string_view name = W1.substr(0, W1.size() - 1);
-    return result_.Labels.Append({std::u16string(name), LocationCounter, LabelKind::Definition, 0}) || FailGenerally();
+    return result_.Labels.Append({std::u16string(name), LocationCounter, LabelKind::Definition, LineCounter}) ||
+           FailGenerally();
 }
 
 bool Translation::TranslateInstruction() {

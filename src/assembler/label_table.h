@@ -12,7 +12,7 @@ struct LabelEntry {
     std::u16string Name;       // in upper case, without a colon
     std::int32_t Address = 0;  // of a definition its value, of a reference the address of the operand's low byte
     LabelKind Kind = LabelKind::Definition;
-    std::int16_t Line = 0;  // of a reference the source line of the branch; not set for a definition
+    std::int16_t Line = 0;  // of the source, counted from 1
 };
 
 // Definitions and references of one assembly, in the order of the source. Slots 0 to 100; a definition in slot 100 is

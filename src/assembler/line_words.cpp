@@ -1,6 +1,7 @@
 #include "assembler/line_words.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "machine/characters.h"
 
@@ -13,14 +14,14 @@ std::vector<std::u16string_view> LinesOf(std::u16string_view text) {
     return lines;
 }
 
-std::vector<std::u16string> WordsOfLine(std::u16string_view line) {
+std::vector<PlacedWord> PlacedWordsOfLine(std::u16string_view line) {
     enum Place { Mnemonic, FirstOperand, SecondOperand, Places };
-    std::vector<std::u16string> words;
+    std::vector<PlacedWord> words;
     bool isInWord = false;
     for (std::size_t at = 0; at < line.size(); ++at) {
         if (line[at] == u';') {
             if (isInWord)
-                for (const char16_t character : line.substr(at)) words.back() += m8085::ToUpperCase(character);
+                for (const char16_t character : line.substr(at)) words.back().Text += m8085::ToUpperCase(character);
             break;
         }
         const std::size_t place = (isInWord ? words.size() - 1 : words.size()) % Places;
@@ -29,10 +30,16 @@ std::vector<std::u16string> WordsOfLine(std::u16string_view line) {
             isInWord = false;
             continue;
         }
-        if (!isInWord) words.emplace_back();
+        if (!isInWord) words.push_back({at, {}});
         isInWord = true;
-        words.back() += m8085::ToUpperCase(line[at]);
+        words.back().Text += m8085::ToUpperCase(line[at]);
     }
+    return words;
+}
+
+std::vector<std::u16string> WordsOfLine(std::u16string_view line) {
+    std::vector<std::u16string> words;
+    for (PlacedWord& word : PlacedWordsOfLine(line)) words.push_back(std::move(word.Text));
     return words;
 }
 

@@ -15,6 +15,13 @@ std::vector<std::u16string_view> LinesOf(std::u16string_view text);
 // and so is a ";" that sticks to a word, with the rest of the line. The line must hold no line feed.
 std::vector<std::u16string> WordsOfLine(std::u16string_view line);
 
+// The same with the places where the words begin, counted from 0.
+struct PlacedWord {
+    std::size_t Start = 0;
+    std::u16string Text;
+};
+std::vector<PlacedWord> PlacedWordsOfLine(std::u16string_view line);
+
 // A word as messages show it: cut off after thirty characters.
 std::u16string Shortened(std::u16string_view word);
 

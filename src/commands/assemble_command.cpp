@@ -14,6 +14,7 @@ void AssembleCommand::cmdCompile_Click() {
 void AssembleCommand::Assemble() {
     if (runControl_.IsRunning()) return;
     document_.txtCode().Notes().Clear();
+    assembled_.reset();
     const std::u16string text = document_.txtCode().Text();
     const auto splits = assembler::FindLabelSplits(text);
     if (RefuseExcessLength(splits.size())) return;
@@ -28,6 +29,7 @@ void AssembleCommand::Assemble() {
     runControl_.SetAssembled(assembly.Succeeded, instructions);
     if (assembly.Succeeded) document_.txtCode().KeepLineNumbers();
     memoryGrid_.NameInstructionsAt(instructions);
+    if (assembly.Succeeded) assembled_ = assembly;
     if (!assembly.Succeeded) {
         runControl_.GotoLine(assembly.AsmErrorLine);
         Report(QString::fromStdU16String(assembly.AsmErrorText));
@@ -35,6 +37,11 @@ void AssembleCommand::Assemble() {
         return;
     }
     registerPanel_.DisplayRegs();
+}
+
+void AssembleCommand::Forget() {
+    assembled_.reset();
+    memoryGrid_.NameInstructionsAt({});
 }
 
 // Reports a text that is too long. The run commands are disabled then, and the text stays as it is.

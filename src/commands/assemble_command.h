@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "assembler/assembler.h"
 #include "editor/program_document.h"
 #include "execution/run_control.h"
@@ -29,6 +31,11 @@ public:
     // The menu's command, which leaves the grid as it is. Does nothing during a run.
     void Assemble();
 
+    // The latest assembly, if it succeeded and has not been forgotten: because the text is no longer what was
+    // assembled, or the program is no longer in memory.
+    const assembler::Assembly* Assembled() const { return assembled_ ? &*assembled_ : nullptr; }
+    void Forget();
+
 private:
     bool RefuseExcessLength(std::size_t labelSplits);
     void Report(const QString& message);
@@ -40,6 +47,7 @@ private:
     execution::RunControl& runControl_;
     panels::RegisterPanel& registerPanel_;
     panels::MemoryGrid& memoryGrid_;
+    std::optional<assembler::Assembly> assembled_;
 };
 
 }  // namespace commands

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "machine/bytes.h"
 #include "machine/number_format.h"
 
 namespace panels {
@@ -25,6 +26,11 @@ std::string Binary(std::uint8_t value) {
         if (bit == 4) digits += ' ';
     }
     return digits;
+}
+
+// Nothing for what cannot be seen.
+std::string Character(std::uint8_t byte) {
+    return byte > ' ' && byte < 0x7F ? std::string(", character ") + static_cast<char>(byte) : std::string();
 }
 
 void Append(std::string& list, const std::string& item) {
@@ -79,6 +85,12 @@ std::string ByteTip(std::uint8_t value) {
     return tip;
 }
 
+std::string NumberTip(std::int32_t number, int bits) {
+    const std::uint8_t low = m8085::Low(number);
+    if (bits == 8) return ByteTip(low) + Character(low);
+    return "Binary " + Binary(m8085::High(number)) + ' ' + Binary(low) + ", decimal " + std::to_string(number);
+}
+
 std::string AddressTip(std::int32_t address) {
     return "Decimal " + std::to_string(address);
 }
@@ -117,9 +129,8 @@ std::string TimeTip(std::int32_t tStates) {
 }
 
 std::string StoredByteTip(std::uint8_t byte) {
-    std::string tip = "Byte " + FormatHexByte(byte) + ", binary " + Binary(byte) + ", decimal " + std::to_string(byte);
-    if (byte > ' ' && byte < 0x7F) tip += std::string(", character ") + static_cast<char>(byte);
-    return tip;
+    return "Byte " + FormatHexByte(byte) + ", binary " + Binary(byte) + ", decimal " + std::to_string(byte) +
+           Character(byte);
 }
 
 std::string DescribeChanges(const Changes& changes, const m8085::MachineState& machine) {

@@ -15,6 +15,10 @@ std::string ByteTip(std::uint8_t value);
 // An address in decimal: "Decimal 32768". Takes 0 and more.
 std::string AddressTip(std::int32_t address);
 
+// A number of a program in the other bases; one of 8 bits also as a signed number and as a character, where it is one.
+// Takes 0 to FFFF (hexadecimal).
+std::string NumberTip(std::int32_t number, int bits);
+
 // The four words on top of the stack, a line for each with its address; fewer where memory ends.
 std::string StackTip(const m8085::MachineState& machine);
 

@@ -332,8 +332,17 @@ bool ProgramText::viewportEvent(QEvent* event) {
     const QPoint place = static_cast<QHelpEvent*>(event)->pos();
     const QRect line = cursorRect(cursorForPosition(place));
     const QRect besidePlace({place.x(), line.top()}, line.size());
-    ShowTip({viewport()->mapToGlobal(besidePlace.topLeft()), besidePlace.size()}, notes_.At(place), *viewport());
+    ShowTip({viewport()->mapToGlobal(besidePlace.topLeft()), besidePlace.size()}, TipAt(place), *viewport());
     return true;
+}
+
+// The caret that Qt finds stands before or after the character at the place, whichever end is nearer.
+QString ProgramText::TipAt(const QPoint& place) const {
+    const QString note = notes_.At(place);
+    if (!note.isEmpty() || !tips_ || LineAt(place.y()) == 0) return note;
+    const QTextCursor caret = cursorForPosition(place);
+    const bool isAfter = cursorRect(caret).left() > place.x();
+    return tips_(caret.blockNumber() + 1, caret.block().text(), std::max(0, caret.positionInBlock() - isAfter));
 }
 
 void ProgramText::ToggleMark(int line) {

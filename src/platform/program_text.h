@@ -90,8 +90,13 @@ public:
     // Scrolls a line into view, counted from 1, with some lines around it where it was not. The selection stays.
     void ScrollToLine(int line);
 
-    // What is said beside the lines.
+    // What is said beside the lines. The tooltip of a note has all of it.
     LineNotes& Notes() { return notes_; }
+
+    // What a tooltip says about a place elsewhere: in this line, counted from 1, with this text, at this column,
+    // counted from 0 and at the end of the line for all that is right of it. Nothing is shown for an empty text.
+    using Tips = std::function<QString(int line, const QString& text, int column)>;
+    void SetTips(Tips tips) { tips_ = std::move(tips); }
 
 signals:
     // SelectLine has selected one.
@@ -144,6 +149,7 @@ private:
     void TakeBack();
     void ForgetChange();
     void ShowMarks();
+    QString TipAt(const QPoint& place) const;
     bool IsInSelection(const QPoint& place) const;
     bool MayDrag(const QMouseEvent& press) const;
     void DragSelection();
@@ -157,6 +163,7 @@ private:
     LineMarks marks_;
     LineMargin* margin_;
     LineNotes notes_{*this};
+    Tips tips_;
     static constexpr int nothingChanged = std::numeric_limits<int>::max();
     int firstChanged_ = nothingChanged;  // positions in the document, since the latest change was finished
     int endOfChanged_ = 0;

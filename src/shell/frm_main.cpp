@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "aids/program_tip.h"
 #include "commands/run_view.h"
 #include "platform/fonts.h"
 #include "platform/held_keys.h"
@@ -84,11 +85,12 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     connect(&document_, &editor::ProgramDocument::TitleChanged, this, &frmMain::SetTitle);
     connect(&document_, &editor::ProgramDocument::TextChanged, this, [this] {
         runControl_.LoseText();
-        memoryGrid_.NameInstructionsAt({});
+        assembleCommand_.Forget();
     });
     connect(&memoryGrid_, &panels::MemoryGrid::Cleared, this, [this] {
         runControl_.NoteOtherChange();
         runControl_.LoseProgram();
+        assembleCommand_.Forget();
     });
     connect(&memoryGrid_, &panels::MemoryGrid::Edited, this, [this] { runControl_.NoteOtherChange(); });
     connect(&memoryGrid_, &panels::MemoryGrid::ColumnsChanged, this, [this] { runControl_.ForgetChanges(); });
@@ -105,6 +107,11 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     });
     connect(&document_.txtCode(), &platform::ProgramText::MarksChanged, this,
             [this] { runControl_.SetMarkedLines(document_.txtCode().Marks().KeptNumbers()); });
+    document_.txtCode().SetTips([this, &machine, &codeMap](int line, const QString& text, int column) {
+        const std::u16string characters = text.toStdU16String();
+        return QString::fromStdU16String(aids::ProgramTip({characters, line, static_cast<std::size_t>(column)}, machine,
+                                                          codeMap, assembleCommand_.Assembled()));
+    });
     AddUndoKeys();
     FollowTheEye();
 

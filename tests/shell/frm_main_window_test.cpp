@@ -75,6 +75,37 @@ TEST_F(FrmMainTest, TheReasonStandsAtTheLineOfTheFaultUntilTheNextText) {
     }
 }
 
+TEST_F(FrmMainTest, TheTooltipsOfTheEditorAreAboutTheCharacterUnderTheMouse) {
+    StartWith(u"first:\r\nmvi a,5\r\njmp first");
+    // Right of the left edge of a character, in pixels.
+    const auto tipAt = [this](int line, int column, int pixels) {
+        QTextCursor caret(Editor().document()->findBlockByNumber(line - 1));
+        caret.movePosition(QTextCursor::Right, QTextCursor::MoveAnchor, column);
+        const QPoint place = Editor().cursorRect(caret).center() + QPoint(pixels, 0);
+        QHelpEvent rest(QEvent::ToolTip, place, Editor().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(Editor().viewport(), &rest);
+        return QToolTip::text();
+    };
+    const auto isHidden = [] { return QTest::qWaitFor([] { return !QToolTip::isVisible(); }); };
+    const QString label = "FIRST is 8000, defined in line 1";
+    for (const int pixels : {2, 7}) {
+        EXPECT_EQ(tipAt(3, 4, pixels), label);
+        EXPECT_EQ(tipAt(3, 8, pixels), label);
+        EXPECT_EQ(tipAt(3, 3, pixels), "8002: C3 00 80");
+    }
+    EXPECT_EQ(tipAt(2, 7, 90), "8000: 3E 05");
+    Click("cmdClear");
+    tipAt(3, 4, 2);
+    EXPECT_TRUE(isHidden()) << "the program is not in memory any more";
+    Click("cmdCompile");
+    EXPECT_EQ(tipAt(3, 4, 2), label);
+    QTest::keyClick(&Editor(), Qt::Key_Space);
+    EXPECT_TRUE(isHidden());
+    tipAt(3, 4, 2);
+    EXPECT_FALSE(QToolTip::isVisible()) << "the text is not what was assembled";
+    EXPECT_EQ(tipAt(3, 0, 2).section(' ', 0, 0), "Jumps");
+}
+
 TEST_F(FrmMainTest, AssemblingOverTheCellEditorKeepsTheProgramAndTheMenuLeavesTheGrid) {
     Start();
     Editor().SetText(u"mvi a,5");
