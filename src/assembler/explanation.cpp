@@ -10,6 +10,7 @@
 
 #include "assembler/assembler.h"
 #include "assembler/checked_program.h"
+#include "assembler/directives.h"
 #include "assembler/disassembly.h"
 #include "assembler/instruction_table.h"
 #include "assembler/line_words.h"
@@ -23,21 +24,6 @@ namespace {
 using Text = std::u16string;
 using View = std::u16string_view;
 using Pair = std::pair<View, View>;
-
-constexpr View atOrigin = u"a program begins at 8000, and elsewhere by the --origin of velmora-run";
-constexpr View numberItself = u"write the number itself";
-constexpr View dataOtherwise = u"put data into memory by instructions or by a data file";
-constexpr View leaveOut = u"leave it out";
-// Their names, and what to do without them.
-constexpr Pair directives[] = {
-    {u"ORG", atOrigin},       {u"BEGIN", atOrigin},        {u"END", leaveOut},       {u"EQU", numberItself},
-    {u"SET", numberItself},   {u"DB", dataOtherwise},      {u"DW", dataOtherwise},   {u"DS", dataOtherwise},
-    {u"DEFB", dataOtherwise}, {u"DEFW", dataOtherwise},    {u"DEFS", dataOtherwise}, {u"MACRO", dataOtherwise},
-    {u"ENDM", dataOtherwise}, {u"INCLUDE", dataOtherwise}, {u"CPU", leaveOut},       {u"HOF", leaveOut}};
-
-// Those that are plain words where nothing marks them.
-constexpr Pair markedDirectives[] = {
-    {u"WORD", dataOtherwise}, {u"BYTE", dataOtherwise}, {u"ASCII", dataOtherwise}, {u"DEFINE", numberItself}};
 
 constexpr View interruptMnemonics[] = {u"RST", u"RIM", u"SIM", u"EI", u"DI"};
 
@@ -97,30 +83,8 @@ bool IsMnemonic(View word) {
     return FindInstruction(word) != nullptr;
 }
 
-bool IsLetter(char16_t character) {
-    return m8085::ToUpperCase(character) != m8085::ToLowerCase(character);
-}
-
 bool IsDecimalDigit(char16_t character) {
     return character >= u'0' && character <= u'9';
-}
-
-// nullptr for none.
-const Pair* FindPair(std::span<const Pair> list, View first) {
-    const auto found = std::ranges::find(list, first, &Pair::first);
-    return found == list.end() ? nullptr : &*found;
-}
-
-// Nothing for another word. A name that is marked is always that of a directive.
-std::optional<Text> ExplainDirective(View word) {
-    word = word.substr(0, word.find(u';'));
-    const bool isMarked = word.size() > 1 && (word[0] == u'.' || word[0] == u'#') && IsLetter(word[1]);
-    const View name = word.substr(isMarked ? 1 : 0);
-    const Pair* found = FindPair(directives, name);
-    if (isMarked && found == nullptr) found = FindPair(markedDirectives, name);
-    if (!isMarked && found == nullptr) return {};
-    return Shortened(name) + u" is a directive, and there are none here: " +
-           Text(found == nullptr ? leaveOut : found->second);
 }
 
 // One line that cannot be assembled, or one label that no line defines, and what can be asked about it. Each answer is
@@ -159,7 +123,7 @@ struct Fault {
 
     Answer BeginsWithSign() const {
         const char16_t first = Word()[0];
-        return If(first < 0x80 && !IsLetter(first) && !IsDecimalDigit(first) && first != u'_');
+        return If(first < 0x80 && !m8085::IsLetter(first) && !IsDecimalDigit(first) && first != u'_');
     }
 
     // An address rather than a name: "2000", "C010", "FE00H", but not "FACE".

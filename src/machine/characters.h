@@ -17,4 +17,9 @@ constexpr char16_t ToLowerCase(char16_t character) {
     return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character - u'A' + u'a') : character;
 }
 
+// Of the Latin alphabet without accents.
+constexpr bool IsLetter(char16_t character) {
+    return ToUpperCase(character) != ToLowerCase(character);
+}
+
 }  // namespace m8085
