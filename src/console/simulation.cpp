@@ -51,6 +51,7 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file, st
     simulation->Name = std::move(name);
     simulation->SourceLines = LinesOf(source.Text);
     simulation->Program = assembler::PrepareProgram(source.Text);
+    simulation->Source = std::move(source.Text);
     const assembler::PreparedProgram& program = simulation->Program;
     const auto excess = assembler::ExplainExcessLength(program.Length, program.LabelSplits);
     assembler::Assembly& assembly = simulation->Assembly;

@@ -50,7 +50,8 @@ struct Simulation {
     std::string Note;     // the likely cause of a failed assembly; empty for none
     int Line = 0;         // of the file, where something went wrong; 0 for no line
 
-    std::vector<std::string> SourceLines;  // of the file, in UTF-8
+    std::u16string Source;                 // the text of the file
+    std::vector<std::string> SourceLines;  // of it, in UTF-8
     assembler::PreparedProgram Program;
     assembler::Assembly Assembly;
     m8085::MachineState Machine;
