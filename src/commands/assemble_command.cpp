@@ -1,7 +1,9 @@
 #include "commands/assemble_command.h"
 
 #include "assembler/explanation.h"
+#include "assembler/listing.h"
 #include "assembler/source_preparation.h"
+#include "platform/clipboard.h"
 #include "platform/dialogs.h"
 
 namespace commands {
@@ -27,6 +29,7 @@ void AssembleCommand::Assemble() {
     if (assembly.Succeeded) m8085::SetToProgramStart(machine_);
     const auto instructions = assembly.Succeeded ? assembly.Instructions : std::vector<std::int32_t>();
     runControl_.SetAssembled(assembly.Succeeded, instructions);
+    listedText_ = assembly.Succeeded ? document_.txtCode().Text() : std::u16string();
     if (assembly.Succeeded) document_.txtCode().KeepLineNumbers();
     memoryGrid_.NameInstructionsAt(instructions);
     if (assembly.Succeeded) assembled_ = assembly;
@@ -44,12 +47,20 @@ void AssembleCommand::Forget() {
     memoryGrid_.NameInstructionsAt({});
 }
 
+void AssembleCommand::mnuCopyListing_Click() {
+    if (!HasListing()) return;
+    std::u16string listing;
+    for (const std::u16string& line : assembler::ListingOf(listedText_)) listing += line + u"\r\n";
+    platform::PutRichText(listing);
+}
+
 // Reports a text that is too long. The run commands are disabled then, and the text stays as it is.
 bool AssembleCommand::RefuseExcessLength(std::size_t labelSplits) {
     const auto length = static_cast<std::size_t>(document_.txtCode().Length());
     const auto explanation = assembler::ExplainExcessLength(length, labelSplits);
     if (!explanation) return false;
     runControl_.SetAssembled(false);
+    listedText_.clear();
     Report(QString::fromStdString(*explanation));
     return true;
 }

@@ -36,6 +36,11 @@ public:
     const assembler::Assembly* Assembled() const { return assembled_ ? &*assembled_ : nullptr; }
     void Forget();
 
+    // Puts the listing of the latest assembly on the clipboard, as velmora-run prints it, whatever has become of text
+    // and memory since. There is none where that assembly failed.
+    void mnuCopyListing_Click();
+    bool HasListing() const { return !listedText_.empty(); }
+
 private:
     bool RefuseExcessLength(std::size_t labelSplits);
     void Report(const QString& message);
@@ -48,6 +53,7 @@ private:
     panels::RegisterPanel& registerPanel_;
     panels::MemoryGrid& memoryGrid_;
     std::optional<assembler::Assembly> assembled_;
+    std::u16string listedText_;  // the text of the latest assembly; empty where that failed
 };
 
 }  // namespace commands

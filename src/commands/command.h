@@ -36,11 +36,12 @@ struct Command {
     bool Repeats = false;  // while its key is held; and a double click on its button counts as two
 };
 
-// An entry of the editor's context menu. Its key works wherever the focus is.
-struct EditorCommand {
+// An entry of a control's context menu. Its key works wherever the focus is.
+struct ContextCommand {
     Command Entry;
     execution::Startable When = execution::Startable::Always;
-    std::function<bool()> IsOn = {};  // where the entry has a tick
+    std::function<bool()> IsPossible = {};  // where that is known only when the menu opens
+    std::function<bool()> IsOn = {};        // where the entry has a tick
 };
 
 // A menu of the menu bar, or, without entries, a command that stands on the bar itself.

@@ -5,6 +5,7 @@
 
 #include "datafiles/data_file.h"
 #include "files/file_reader.h"
+#include "platform/clipboard.h"
 #include "platform/dialogs.h"
 
 namespace commands {
@@ -30,6 +31,29 @@ void DataFileCommands::mnuLoadData_Click() {
             memoryGrid_, "There was some problem with opening the data file. It is probably not in the right format.",
             QMessageBox::NoIcon, "Error!");
     }
+}
+
+void DataFileCommands::mnuCopyByte_Click() {
+    const auto [isPort, number] = memoryGrid_.CurrentPlace();
+    const auto address = static_cast<std::uint16_t>(number);
+    Copy(isPort ? memedata::ComposePortLine(m8085::Low(number), machine_.Ports[address])
+                : memedata::ComposeLines({address, address}, machine_.Memory));
+}
+
+void DataFileCommands::mnuCopyRows_Click() {
+    constexpr auto title = "Copy Rows";
+    const QString answer =
+        platform::AskText(memoryGrid_, "Enter the addresses of the first and the last row, such as 8000-800F", title);
+    if (answer.isEmpty()) return;
+    if (const auto range = memedata::ReadRange(answer.toStdU16String()))
+        Copy(memedata::ComposeLines(*range, machine_.Memory));
+    else
+        platform::ShowMessage(memoryGrid_, "Enter two addresses (0000 - FFFF) with a - between them, or one.",
+                              QMessageBox::Information, title);
+}
+
+void DataFileCommands::Copy(const std::string& lines) {
+    platform::PutRichText(QString::fromStdString(lines).toStdU16String());
 }
 
 void DataFileCommands::mnuSaveData_Click() {

@@ -19,7 +19,13 @@ public:
     void mnuLoadData_Click();
     void mnuSaveData_Click();
 
+    // Put bytes on the clipboard as a data file has them: that of the current cell, or those that a box asks for.
+    void mnuCopyByte_Click();
+    void mnuCopyRows_Click();
+
 private:
+    static void Copy(const std::string& lines);
+
     m8085::MachineState& machine_;
     platform::FileDialog& cDialog_;
     execution::RunControl& runControl_;

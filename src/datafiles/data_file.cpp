@@ -122,11 +122,37 @@ std::string ComposeDataFile(std::span<const AddressRange> ranges, const MemoryBy
     return text;
 }
 
+std::string ComposeLines(AddressRange range, const MemoryBytes& memory) {
+    constexpr std::size_t bytesInLine = 16;
+    std::string text;
+    for (std::size_t address = range.First; address <= range.Last; ++address) {
+        if ((address - range.First) % bytesInLine == 0) {
+            if (!text.empty()) text.replace(text.size() - 1, 1, "\r\n");
+            text += m8085::FormatHexShort(static_cast<std::int32_t>(address)) + " : ";
+        }
+        AppendByte(text, memory[address]);
+    }
+    if (!text.empty()) text.pop_back();
+    return text;
+}
+
+std::string ComposePortLine(std::uint8_t port, std::uint8_t byte) {
+    return "; port " + m8085::FormatHexByte(port) + " : " + m8085::FormatHexShort(byte);
+}
+
 std::optional<std::uint16_t> ReadAddress(std::u16string_view text) {
     constexpr std::int32_t last = m8085::MemorySize - 1;
     const std::optional<std::int32_t> address = m8085::ReadHexNumber(text, last);
     if (!address || *address > last) return std::nullopt;
     return static_cast<std::uint16_t>(*address);
+}
+
+std::optional<AddressRange> ReadRange(std::u16string_view text) {
+    const std::size_t sign = std::min(text.find(u'-'), text.size());
+    const auto first = ReadAddress(text.substr(0, sign));
+    const auto last = sign < text.size() ? ReadAddress(text.substr(sign + 1)) : first;
+    if (!first || !last || *first > *last) return std::nullopt;
+    return AddressRange{*first, *last};
 }
 
 }  // namespace memedata

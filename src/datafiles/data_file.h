@@ -31,8 +31,17 @@ struct AddressRange {
 std::string ComposeDataFile(std::span<const AddressRange> ranges, const m8085::MemoryBytes& memory,
                             std::string_view date, std::string_view time);
 
+// Bytes of memory as a data file has them, sixteen in a line: "8000 : 3E 5 76". Lines end in CR LF, but for the last.
+std::string ComposeLines(AddressRange range, const m8085::MemoryBytes& memory);
+
+// A port with its byte, as a comment: data files have no ports.
+std::string ComposePortLine(std::uint8_t port, std::uint8_t byte);
+
 // The address that the user typed: hexadecimal digits in either case, with any number of leading zeros, and nothing
 // else around them. Nothing for any other text and for an address above FFFF.
 std::optional<std::uint16_t> ReadAddress(std::u16string_view text);
+
+// One such address, or two with "-" between them of which the first is not the higher one. Nothing for any other text.
+std::optional<AddressRange> ReadRange(std::u16string_view text);
 
 }  // namespace memedata

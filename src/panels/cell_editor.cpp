@@ -1,7 +1,9 @@
 #include "panels/cell_editor.h"
 
+#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 #include <algorithm>
 
@@ -173,6 +175,14 @@ bool CellEditor::event(QEvent* event) {
         default: break;
     }
     return TextBox::event(event);
+}
+
+void CellEditor::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu* menu = createStandardContextMenu();
+    menu->addSeparator();
+    menu->addActions(grid_.actions());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
 }
 
 // A thin edge shows that it is open.

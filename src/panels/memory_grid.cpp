@@ -4,6 +4,7 @@
 #include <QStylePainter>
 #include <algorithm>
 
+#include "machine/number_format.h"
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/tip.h"
@@ -82,10 +83,36 @@ void MemoryGrid::BringNextIntoView() {
 void MemoryGrid::TakeFocus() {
     const QModelIndex current = grdRAM_->currentIndex();
     const bool canOpen = MemoryModel::IsDataCell(current) && current.row() + 1 < MemoryModel::Rows;
-    const QModelIndex cell = canOpen ? current : model_->index(grdRAM_->TopRow(), 1);
+    GoTo(canOpen ? current : model_->index(grdRAM_->TopRow(), 1));
+}
+
+void MemoryGrid::GoTo(const QModelIndex& cell) {
     grdRAM_->setCurrentIndex(cell);
     grdRAM_->scrollTo(cell);
     txtEdit_->GoTo(cell);
+}
+
+MemoryGrid::PlaceInMachine MemoryGrid::CurrentPlace() const {
+    const QModelIndex cell = grdRAM_->currentIndex();
+    return {model_->IsPort(cell.column()), model_->AddressOf(cell)};
+}
+
+void MemoryGrid::mnuGoTo_Click() {
+    constexpr auto title = "Go to Address";
+    constexpr std::int32_t last = m8085::MemorySize - 1;
+    const auto tell = [this](const QString& text) {
+        platform::ShowMessage(*this, text, QMessageBox::Information, title);
+    };
+    const QString answer = platform::AskText(*this, "Enter an address", title);
+    if (answer.isEmpty()) return;
+    const std::optional<std::int32_t> address = m8085::ReadHexNumber(answer.toStdU16String(), last);
+    if (!address || *address > last) return tell("Enter an address from 0000 to FFFF.");
+    const QModelIndexList cells = model_->AddressCellsOf(*address);
+    if (cells.empty())
+        return tell("No column shows " + QString::fromStdString(m8085::FormatHexLong(*address)) +
+                    ". Add Column shows 256 bytes from any address up to FEFF.");
+    grdRAM_->setFocus();
+    GoTo(cells.front().siblingAtColumn(cells.front().column() + 1));
 }
 
 void MemoryGrid::cmdClear_Click() {

@@ -41,6 +41,13 @@ public:
     // Gives the focus to the current byte, opened for typing; to the first one in view where that cannot be opened.
     void TakeFocus();
 
+    // What the row of the current cell is about: an address of memory, or a port.
+    struct PlaceInMachine {
+        bool IsPort;
+        std::int32_t Number;
+    };
+    PlaceInMachine CurrentPlace() const;
+
     // The tooltips of these addresses, in ascending order, name the instruction there: those of the program that is
     // assembled. Clear removes them.
     void NameInstructionsAt(std::vector<std::int32_t> addresses);
@@ -49,6 +56,9 @@ public:
     void cmdClear_Click();
     void cmdAdd_Click();
     void cmdRemove_Click();
+
+    // Asks for an address and makes its byte the current cell.
+    void mnuGoTo_Click();
 
 signals:
     // Clear has erased the assembled program from memory.
@@ -66,6 +76,7 @@ protected:
 private:
     void grdRAM_RowColChange(const QModelIndex& cell);
     void ShowNewestPair();
+    void GoTo(const QModelIndex& cell);
     void ShowTip(const QModelIndex& cell);
 
     m8085::MachineState& machine_;

@@ -26,6 +26,11 @@ public:
     static bool IsDataColumn(int column) { return column % 2 == 1; }
     static bool IsDataCell(const QModelIndex& cell) { return cell.isValid() && IsDataColumn(cell.column()); }
 
+    // Whether a column is one of the two of the ports, and the address of memory, or the number of the port, that the
+    // row of the cell is about.
+    bool IsPort(int column) const { return column >= columnCount() - 2; }
+    std::int32_t AddressOf(const QModelIndex& cell) const { return PairOf(cell).Start + cell.row(); }
+
     // The byte that the data cell shows, and whether it has changed.
     std::uint8_t Byte(const QModelIndex& cell) const { return PairOf(cell).Bytes[RowOf(cell)]; }
     bool HasChanged(const QModelIndex& cell) const { return PairOf(cell).Changed[RowOf(cell)]; }
@@ -77,10 +82,7 @@ private:
     static std::size_t RowOf(const QModelIndex& cell) { return static_cast<std::size_t>(cell.row()); }
     const Pair& PairOf(const QModelIndex& cell) const { return pairs_[static_cast<std::size_t>(cell.column() / 2)]; }
     Pair& PairOf(const QModelIndex& cell) { return pairs_[static_cast<std::size_t>(cell.column() / 2)]; }
-    bool IsPort(int column) const { return column >= columnCount() - 2; }
 
-    // The address of memory, or the number of the port, that the row of the cell is about.
-    std::int32_t AddressOf(const QModelIndex& cell) const { return PairOf(cell).Start + cell.row(); }
     bool IsNext(const QModelIndex& cell) const { return !IsPort(cell.column()) && AddressOf(cell) == next_; }
 
     // The cells of this address, in the address columns or in the data columns.

@@ -29,6 +29,7 @@ Grid::Grid(const QString& name, QWidget* parent) : QTableView(parent) {
     setEditTriggers(NoEditTriggers);
     setSelectionMode(NoSelection);
     setTabKeyNavigation(false);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
     setVerticalScrollMode(ScrollPerItem);
     setHorizontalScrollMode(ScrollPerItem);
     setWordWrap(false);

@@ -73,7 +73,7 @@ std::vector<commands::Menu> frmMain::CommandTable() {
 }
 
 // What the editor's context menu has below the entries about its text.
-std::vector<commands::EditorCommand> frmMain::EditorCommands() {
+std::vector<commands::ContextCommand> frmMain::EditorCommands() {
     using enum execution::Startable;
     platform::ProgramText& txtCode = document_.txtCode();
     return {
@@ -81,7 +81,18 @@ std::vector<commands::EditorCommand> frmMain::EditorCommands() {
          .IsOn = [&txtCode] { return txtCode.Marks().Has(txtCode.LineOfCaret()); }},
         {.Entry = {"mnuStepBack", "Step &Back", {"Shift+F8"}, [this] { runControl_.StepBack(); }, {}, true},
          .When = WithProgram},
+        {.Entry = {"mnuCopyListing", "Copy &Listing", {}, [this] { assembleCommand_.mnuCopyListing_Click(); }},
+         .IsPossible = [this] { return assembleCommand_.HasListing(); }},
         {.Entry = {"mnuConvert", "Convert from &Elsewhere", {}, [this] { convertCommand_.Convert(); }}},
+    };
+}
+
+// The context menu of the memory grid, and what that of an open cell has below the entries about its text.
+std::vector<commands::ContextCommand> frmMain::GridCommands() {
+    return {
+        {.Entry = {"mnuCopyByte", "Copy with &Address", {}, [this] { dataFileCommands_.mnuCopyByte_Click(); }}},
+        {.Entry = {"mnuCopyRows", "Copy R&ows...", {}, [this] { dataFileCommands_.mnuCopyRows_Click(); }}},
+        {.Entry = {"mnuGoTo", "&Go to Address...", {}, [this] { memoryGrid_.mnuGoTo_Click(); }}},
     };
 }
 // clang-format on

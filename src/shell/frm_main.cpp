@@ -78,7 +78,9 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     setObjectName("frmMain");
     menuBar()->setFont(platform::SansSerif(9));
     BuildCommands(*this, CommandTable(), buttons_);
-    AddEditorCommands(*this, document_.txtCode(), EditorCommands(), buttons_);
+    connect(&document_.txtCode(), &platform::ProgramText::MenuOpening, this,
+            AddContextCommands(*this, document_.txtCode(), EditorCommands(), buttons_));
+    AddContextCommands(*this, *memoryGrid_.findChild<platform::Grid*>(), GridCommands(), buttons_);
     PlaceControls();
     resize(client_->size().grownBy({0, 0, 0, menuBar()->sizeHint().height()}));
 

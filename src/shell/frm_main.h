@@ -45,7 +45,8 @@ protected:
 
 private:
     std::vector<commands::Menu> CommandTable();
-    std::vector<commands::EditorCommand> EditorCommands();
+    std::vector<commands::ContextCommand> EditorCommands();
+    std::vector<commands::ContextCommand> GridCommands();
     void PlaceControls();
     void SetTitle(QString title);
     void SingleStep();

@@ -2,6 +2,7 @@
 
 #include <QMenuBar>
 #include <QSet>
+#include <utility>
 
 #include "platform/menu.h"
 
@@ -66,18 +67,22 @@ void BuildCommands(QMainWindow& window, const std::vector<commands::Menu>& table
     KeepMenuAccessKeys(window);
 }
 
-void AddEditorCommands(QMainWindow& window, platform::ProgramText& txtCode,
-                       const std::vector<commands::EditorCommand>& table, CommandButtons& buttons) {
-    for (const commands::EditorCommand& row : table) {
+std::function<void()> AddContextCommands(QMainWindow& window, QWidget& control,
+                                         std::vector<commands::ContextCommand> table, CommandButtons& buttons) {
+    for (const commands::ContextCommand& row : table) {
         QAction* entry = MakeEntry(window, row.Entry);
-        txtCode.addAction(entry);
+        control.addAction(entry);
         buttons.Follow(entry, row.When);
+        entry->setCheckable(row.IsOn != nullptr);
         QObject::connect(entry, &QAction::triggered, &window, [start = row.Entry.Start] { start(); });
-        if (!row.IsOn) continue;
-        entry->setCheckable(true);
-        QObject::connect(&txtCode, &platform::ProgramText::MenuOpening, entry,
-                         [entry, isOn = row.IsOn] { entry->setChecked(isOn()); });
     }
+    return [&control, table = std::move(table)] {
+        for (qsizetype i = 0; const commands::ContextCommand& row : table) {
+            QAction* entry = control.actions()[i++];
+            if (row.IsPossible) entry->setEnabled(row.IsPossible());
+            if (row.IsOn) entry->setChecked(row.IsOn());
+        }
+    };
 }
 
 }  // namespace shell

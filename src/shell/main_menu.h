@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
 
 #include "commands/command_buttons.h"
-#include "platform/program_text.h"
 
 namespace shell {
 
@@ -12,8 +12,9 @@ namespace shell {
 // presses no button.
 void BuildCommands(QMainWindow& window, const std::vector<commands::Menu>& table, commands::CommandButtons& buttons);
 
-// Adds entries to the editor's context menu. Ticks are set when the menu opens.
-void AddEditorCommands(QMainWindow& window, platform::ProgramText& txtCode,
-                       const std::vector<commands::EditorCommand>& table, commands::CommandButtons& buttons);
+// Adds entries to a control's context menu. What it returns is to be called when the menu opens.
+std::function<void()> AddContextCommands(QMainWindow& window, QWidget& control,
+                                         std::vector<commands::ContextCommand> table,
+                                         commands::CommandButtons& buttons);
 
 }  // namespace shell

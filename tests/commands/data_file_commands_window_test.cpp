@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "files/file_writer.h"
+#include "platform/clipboard.h"
 #include "shell/main_window.h"
 
 namespace commands {
@@ -84,6 +85,39 @@ TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrSaysWhyNot) {
     ::alarm(20);  // ends the test where it waits for somebody to write
     EXPECT_TRUE(load(directory.filePath("pipe")).startsWith("There was some problem with opening the data file."));
     ::alarm(0);
+}
+
+TEST_F(DataFileCommandsTest, BytesAreCopiedAsADataFileHasThem) {
+    machine->Memory[0x8002] = 5;
+    machine->Memory[0x8010] = machine->Ports[0x10] = 0x3E;
+    auto& grid = Find<QTableView>("grdRAM");
+    for (const auto& [cell, expected] : {std::pair{Cells().index(2, 0), u"8002 : 5"},
+                                         {Cells().index(0x10, 1), u"8010 : 3E"},
+                                         {Cells().index(0x10, 7), u"; port 10 : 3E"}}) {
+        grid.setCurrentIndex(cell);
+        Choose("mnuCopyByte");
+        EXPECT_EQ(platform::ReadRichText(), expected);
+    }
+    for (const auto& [rows, expected] : {std::pair{"8001-8011", u"8001 : 0 5 0 0 0 0 0 0 0 0 0 0 0 0 0 3E\r\n8011 : 0"},
+                                         {"ffff", u"FFFF : 0"},
+                                         {"", u""},
+                                         {"8002-8001", nullptr},
+                                         {"8000-", nullptr},
+                                         {"10000", nullptr}}) {
+        platform::PutRichText(u"");
+        const InputAnswer input(rows);
+        const MessageAnswer message;
+        Choose("mnuCopyRows");
+        EXPECT_EQ(message.Text.isEmpty(), expected != nullptr);
+        EXPECT_EQ(platform::ReadRichText(), expected == nullptr ? u"" : expected) << rows;
+    }
+
+    auto& editor = Find<QLineEdit>("txtEdit");
+    QContextMenuEvent open(QContextMenuEvent::Mouse, {5, 5}, editor.mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(&editor, &open);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    EXPECT_TRUE(menu->actions().contains(&Find<QAction>("mnuCopyByte")));
+    menu->close();
 }
 
 TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) {

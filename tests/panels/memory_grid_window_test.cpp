@@ -221,6 +221,19 @@ TEST_F(MemoryGridTest, PairsComeAndGoBeforeThePortsAndTheEditorIsNeverOverAForei
     EXPECT_EQ(edits, 1) << "the 0 is what the byte was";
 }
 
+TEST_F(MemoryGridTest, GoToBringsAnAddressIntoViewOpenForTypingOrSaysWhyNot) {
+    for (const auto& [address, row, column] : {std::tuple{"91F0", 0xF0, 5}, {"9005", 5, 3}, {"9005", 5, 3}}) {
+        EXPECT_EQ(Do(&MemoryGrid::mnuGoTo_Click, address), "Go to Address|Enter an address");
+        EXPECT_TRUE(IsEditorOver(row, column) && grid.IsVisible(Cell(row, column))) << address;
+    }
+    for (const char* address : {"5000", "10000", "x"})
+        EXPECT_NE(Do(&MemoryGrid::mnuGoTo_Click, address), "Go to Address|Enter an address");
+    Do(&MemoryGrid::mnuGoTo_Click);
+    EXPECT_EQ(grid.currentIndex(), Cell(5, 3));
+    Do(&MemoryGrid::mnuGoTo_Click, "80ff");
+    EXPECT_TRUE(grid.currentIndex() == Cell(0xFF, 1) && grid.IsVisible(Cell(0xFF, 1)));
+}
+
 TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
     Do(&MemoryGrid::cmdAdd_Click, "8000");
     EXPECT_TRUE(grid.IsVisible(Cell(0, 6)) && grid.IsVisible(Cell(0, 7))) << "the new pair is to be seen";

@@ -2,6 +2,7 @@
 
 #include <thread>
 
+#include "platform/clipboard.h"
 #include "platform/palette.h"
 #include "shell/main_window.h"
 
@@ -277,6 +278,24 @@ TEST_F(FrmMainTest, ALineIsMarkedByKeyOrMenuAndRunsStopThereUntilNew) {
     const MessageAnswer end;
     Click("cmdRun");
     EXPECT_TRUE(end.Text.contains("20 T-States")) << qPrintable(end.Text);
+}
+
+TEST_F(FrmMainTest, TheListingIsThatOfTheLatestAssemblyAsItWas) {
+    auto copyListing = [this] {
+        platform::PutRichText(u"");
+        emit Editor().MenuOpening();
+        Find<QAction>("mnuCopyListing").trigger();
+        return platform::ReadRichText();
+    };
+    StartWith(u"b: mvi a,5 ; \u00E4\r\nhlt");
+    machine->Memory[0x8000] = 0;
+    Editor().ReplaceSelection(u"x");
+    EXPECT_EQ(copyListing(),
+              u"                    1  b:\r\n8000  3E 05         2  mvi a,5 ; \u00E4\r\n"
+              u"8002  76            3  hlt\r\n\r\n8000  B\r\n");
+    const MessageAnswer error;
+    Click("cmdCompile");
+    EXPECT_EQ(copyListing(), u"");
 }
 
 TEST_F(FrmMainTest, AStepBackShowsWhatWasShownBefore) {
