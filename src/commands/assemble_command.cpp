@@ -17,6 +17,7 @@ void AssembleCommand::Assemble() {
     if (runControl_.IsRunning()) return;
     document_.txtCode().Notes().Clear();
     assembled_.reset();
+    listedText_.clear();
     const std::u16string text = document_.txtCode().Text();
     const auto splits = assembler::FindLabelSplits(text);
     if (RefuseExcessLength(splits.size())) return;
@@ -29,16 +30,16 @@ void AssembleCommand::Assemble() {
     if (assembly.Succeeded) m8085::SetToProgramStart(machine_);
     const auto instructions = assembly.Succeeded ? assembly.Instructions : std::vector<std::int32_t>();
     runControl_.SetAssembled(assembly.Succeeded, instructions);
-    listedText_ = assembly.Succeeded ? document_.txtCode().Text() : std::u16string();
-    if (assembly.Succeeded) document_.txtCode().KeepLineNumbers();
     memoryGrid_.NameInstructionsAt(instructions);
-    if (assembly.Succeeded) assembled_ = assembly;
     if (!assembly.Succeeded) {
         runControl_.GotoLine(assembly.AsmErrorLine);
         Report(QString::fromStdU16String(assembly.AsmErrorText));
         ShowReason(text, assembly);
         return;
     }
+    assembled_ = assembly;
+    listedText_ = document_.txtCode().Text();
+    document_.txtCode().KeepLineNumbers();
     registerPanel_.DisplayRegs();
 }
 
@@ -60,7 +61,6 @@ bool AssembleCommand::RefuseExcessLength(std::size_t labelSplits) {
     const auto explanation = assembler::ExplainExcessLength(length, labelSplits);
     if (!explanation) return false;
     runControl_.SetAssembled(false);
-    listedText_.clear();
     Report(QString::fromStdString(*explanation));
     return true;
 }
