@@ -63,14 +63,15 @@ void TypeCharacterIn32765(benchmark::State& state) {
 }
 BENCHMARK(TypeCharacterIn32765)->Unit(benchmark::kMillisecond);
 
-// The same with a note beside every line, whether in view or not.
-void TypeCharacterAmongNotes(benchmark::State& state) {
+// The same with a note beside every line, whether in view or not, and with 50 lines marked.
+void TypeCharacterAmongNotesAndMarks(benchmark::State& state) {
     ShownWorkbench bench;
     platform::ProgramText& editor = bench.Editor();
     editor.SetText(ProgramOfLength(32'765));
     std::vector<platform::LineNote> notes;
     for (int line = 1; line <= editor.blockCount(); ++line) notes.emplace_back(line, "9000 is 2A");
     editor.Notes().Show(notes);
+    for (int mark = 1; mark <= 50; ++mark) editor.ToggleMark(mark * editor.blockCount() / 50);
     editor.SetSelectionStart(editor.Length() / 2);
     QCoreApplication::processEvents();
     for (auto _ : state) {
@@ -79,7 +80,7 @@ void TypeCharacterAmongNotes(benchmark::State& state) {
     }
     BoundMilliseconds(state, 2);
 }
-BENCHMARK(TypeCharacterAmongNotes)->Unit(benchmark::kMillisecond);
+BENCHMARK(TypeCharacterAmongNotesAndMarks)->Unit(benchmark::kMillisecond);
 
 // The mouse rests near the end of the longest line that can be assembled.
 void TooltipInLongestLine(benchmark::State& state) {

@@ -12,8 +12,17 @@ namespace platform {
 
 LineMargin::LineMargin(ProgramText& text) : QWidget(&text), text_(text) {
     setObjectName("margin");
+    setAccessibleName("Marks of lines");
     setCursor(Qt::ArrowCursor);
     setToolTip("Click to stop runs at a line, or no longer (F9)");
+}
+
+void LineMargin::ShowMarks() {
+    QStringList lines;
+    for (const int line : text_.Marks().Lines()) lines += QString::number(line);
+    const QString description = lines.isEmpty() ? QString() : "Runs stop at line " + lines.join(", ");
+    if (accessibleDescription() != description) setAccessibleDescription(description);
+    update();
 }
 
 void LineMargin::paintEvent(QPaintEvent* event) {

@@ -16,6 +16,9 @@ public:
 
     explicit LineMargin(ProgramText& text);
 
+    // Shows the marks as they are now, and tells their lines to those who hear them.
+    void ShowMarks();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

@@ -20,6 +20,12 @@ bool LineMarks::Has(int line) const {
     return std::ranges::binary_search(marks_, line, {}, &Mark::Line);
 }
 
+std::vector<int> LineMarks::Lines() const {
+    std::vector<int> lines;
+    for (const Mark& mark : marks_) lines.push_back(mark.Line);
+    return lines;
+}
+
 void LineMarks::KeepNumbers() {
     numbersAreKept_ = true;
     for (Mark& mark : marks_) mark.KeptNumber = mark.Line;

@@ -17,6 +17,7 @@ public:
     void Toggle(int line);
     void Clear() { marks_.clear(); }
     bool Has(int line) const;
+    std::vector<int> Lines() const;  // in ascending order
 
     // From KeepNumbers on, the numbers that the marked lines had in the text as it was then, in ascending order. What
     // is marked after the text has changed has none.

@@ -196,7 +196,9 @@ void ProgramText::FinishChange() {
         TakeBack();
         emit Refused(QString::fromStdString(problem));
     } else if (lines == plain) {
-        if (marks_.Follow()) ShowMarks();
+        const bool isMarkGone = marks_.Follow();
+        margin_->ShowMarks();
+        if (isMarkGone) emit MarksChanged();
         emit TextChanged();
     } else if (document()->isRedoAvailable()) {
         isUndone ? undo() : redo();
@@ -361,7 +363,7 @@ void ProgramText::KeepLineNumbers() {
 }
 
 void ProgramText::ShowMarks() {
-    margin_->update();
+    margin_->ShowMarks();
     viewport()->update();
     emit MarksChanged();
 }
