@@ -13,8 +13,18 @@ namespace platform {
 LineMargin::LineMargin(ProgramText& text) : QWidget(&text), text_(text) {
     setObjectName("margin");
     setAccessibleName("Marks of lines");
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setCursor(Qt::ArrowCursor);
     setToolTip("Click to stop runs at a line, or no longer (F9)");
+}
+
+// Without a mark it always looks the same, and each painting would make a Slow Run slower.
+void LineMargin::Follow(const QRect& part, int scrolled) {
+    if (text_.Marks().IsEmpty()) return;
+    if (scrolled != 0)
+        update();
+    else
+        update(0, part.top(), width(), part.height());
 }
 
 void LineMargin::ShowMarks() {

@@ -16,6 +16,9 @@ public:
 
     explicit LineMargin(ProgramText& text);
 
+    // To be called when the text has scrolled by so many pixels, or is to be painted anew in a part of its viewport.
+    void Follow(const QRect& part, int scrolled);
+
     // Shows the marks as they are now, and tells their lines to those who hear them.
     void ShowMarks();
 

@@ -16,6 +16,7 @@ public:
     // Marks a line, or takes its mark away. Nothing happens if the text has no such line.
     void Toggle(int line);
     void Clear() { marks_.clear(); }
+    bool IsEmpty() const { return marks_.empty(); }
     bool Has(int line) const;
     std::vector<int> Lines() const;  // in ascending order
 

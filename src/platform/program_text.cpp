@@ -88,7 +88,7 @@ ProgramText::ProgramText(QWidget* parent)
     setViewportMargins(LineMargin::Width, 0, 0, 0);
     connect(document(), &QTextDocument::contentsChange, this, &ProgramText::NoteChange);
     connect(this, &QPlainTextEdit::textChanged, this, &ProgramText::FinishChange);
-    connect(this, &QPlainTextEdit::updateRequest, margin_, qOverload<>(&QWidget::update));
+    connect(this, &QPlainTextEdit::updateRequest, margin_, &LineMargin::Follow);
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { selectionIsForTheEye_ = false; });
 }
 
@@ -376,6 +376,7 @@ int ProgramText::LineAt(int y) const {
 
 std::vector<QRectF> ProgramText::VisibleMarkedLines() const {
     std::vector<QRectF> places;
+    if (marks_.IsEmpty()) return places;
     for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
         QRectF place = blockBoundingGeometry(block).translated(contentOffset());
         if (place.top() > viewport()->height()) break;
