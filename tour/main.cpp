@@ -121,6 +121,13 @@ QWidget& StepThrough(Tour& tour) {
     return tour.Window;
 }
 
+QWidget& StopAtMark(Tour& tour) {
+    tour.Press("cmdCompile");
+    tour.Editor().ToggleMark(44);
+    tour.Press("cmdRun");
+    return tour.Window;
+}
+
 QWidget& TypeByte(Tour& tour) {
     tour.Press("cmdCompile");
     auto& grid = tour.Find<QTableView>("grdRAM");
@@ -173,6 +180,7 @@ bool TakeGuidePictures(const QString& program, const QString& folder) {
     const Picture pictures[] = {
         {"window", [](Tour& tour) -> QWidget& { return tour.Press("cmdCompile"), tour.Window; }},
         {"stepping", StepThrough},
+        {"stopping", StopAtMark},
         {"memory-edit", TypeByte},
         {"error", MakeMistake},
         {"code-assistant", StartAssistant},
