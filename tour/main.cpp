@@ -142,6 +142,18 @@ QWidget& MakeMistake(Tour& tour) {
     return tour.Window;
 }
 
+// Of two cases the first one is given, and the program has a mistake.
+QWidget& JudgeRun(Tour& tour) {
+    tour.Editor().SetText(
+        u"; the sum of two numbers\r\nlda 9000\r\nmov b,a\r\nlda 9001\r\nsub b\r\nhlt\r\n; given 9000=0A,05\r\n"
+        u"; gives A=0F, 39 T-states\r\n; given 9000=F0,20\r\n; gives A=10, CY=1\r\n");
+    tour.Press("cmdCompile");
+    tour.Machine->Memory[0x9000] = 0x0A;
+    tour.Machine->Memory[0x9001] = 0x05;
+    tour.Press("cmdRun");
+    return tour.Window;
+}
+
 QWidget& StartAssistant(Tour& tour) {
     tour.Editor().SetText(u"mvi b,12\r\n");
     tour.Editor().SetSelectionStart(tour.Editor().Length());
@@ -183,6 +195,7 @@ bool TakeGuidePictures(const QString& program, const QString& folder) {
         {"stopping", StopAtMark},
         {"memory-edit", TypeByte},
         {"error", MakeMistake},
+        {"verdicts", JudgeRun},
         {"code-assistant", StartAssistant},
         {"register-keypad", ChooseMnemonic},
         {"hex-keypad", ChooseRegister},

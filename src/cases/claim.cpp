@@ -132,6 +132,16 @@ std::string Claim::Found(const m8085::MachineState& machine) const {
     return Count() > mostShown ? text + ",..." : text;
 }
 
+std::string Claim::Contradiction(const m8085::MachineState& machine, std::string_view verb) const {
+    if (isOfTStates_) return std::to_string(machine.TStates) + " T-states";
+    int index = 0;
+    while (index + 1 < Count() && where_.Value(machine, where_.First + index) == ValueFor(index)) ++index;
+    Place differing = where_;
+    if (where_.IsMany()) differing.First += index;
+    return differing.Name() + ' ' + std::string(verb) + ' ' +
+           differing.Format(differing.Value(machine, differing.First));
+}
+
 bool IsAboutTStates(std::string_view text) {
     return FindTStates(text).Start != text.npos;
 }

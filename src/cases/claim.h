@@ -32,6 +32,10 @@ public:
     // What stands there instead of its values, written in the same way; of many the first sixteen.
     std::string Found(const m8085::MachineState& machine) const;
 
+    // What stands in the first place that has another value than it says, in words: "A is 0E", "9003 was 2B",
+    // "128 T-states". It must not hold.
+    std::string Contradiction(const m8085::MachineState& machine, std::string_view verb) const;
+
 private:
     bool ReadTStates();
     void ReadValues(std::string_view values);

@@ -10,6 +10,13 @@
 
 namespace commands {
 
+bool LoadDataFile(const QString& path, m8085::MemoryBytes& memory) {
+    const std::filesystem::path name = QFileInfo(path).filesystemFilePath();
+    std::ifstream file;
+    if (files::IsFileOrNothing(name)) file.open(name, std::ios::binary);
+    return file.is_open() && memedata::LoadDataFile(file, memory);
+}
+
 void DataFileCommands::mnuLoadData_Click() {
     const std::optional<QString> path = cDialog_.ShowOpen(memoryGrid_);
     if (!path) return;
@@ -19,9 +26,7 @@ void DataFileCommands::mnuLoadData_Click() {
                               QMessageBox::NoIcon);
         return;
     }
-    std::ifstream file;
-    if (files::IsFileOrNothing(info.filesystemFilePath())) file.open(info.filesystemFilePath(), std::ios::binary);
-    const bool isLoaded = file.is_open() && memedata::LoadDataFile(file, machine_.Memory);
+    const bool isLoaded = LoadDataFile(*path, machine_.Memory);
     runControl_.NoteOtherChange();
     if (isLoaded) {
         memoryGrid_.RefreshRAMDisplay();

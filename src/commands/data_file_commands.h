@@ -8,6 +8,10 @@
 
 namespace commands {
 
+// Loads a data file into memory. False if it cannot be read, is not an ordinary file or not a data file; what stands
+// before the place that is at fault has been loaded then.
+bool LoadDataFile(const QString& path, m8085::MemoryBytes& memory);
+
 // The commands that move memory contents between the machine and data files. Their boxes appear over the window of
 // the memory grid.
 class DataFileCommands {

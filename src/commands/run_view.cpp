@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 
+#include "commands/verdicts.h"
 #include "platform/dialogs.h"
 
 namespace commands {
@@ -25,7 +26,10 @@ execution::RunView ViewOn(CommandButtons& buttons, editor::ProgramDocument& docu
                 registerPanel.MarkChanges(changes);
                 memoryGrid.MarkChanges(changes);
             },
-        .MarkNextAddress = [&memoryGrid](std::optional<std::int32_t> address) { memoryGrid.MarkNextAddress(address); }};
+        .MarkNextAddress = [&memoryGrid](std::optional<std::int32_t> address) { memoryGrid.MarkNextAddress(address); },
+        .ShowOutcome = [&document](const m8085::MachineState& before,
+                                   const m8085::MachineState& after) { ShowVerdicts(document, before, after); },
+        .ForgetOutcome = [&document] { document.txtCode().Notes().Clear(); }};
 }
 
 }  // namespace commands

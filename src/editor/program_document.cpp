@@ -44,6 +44,10 @@ ProgramDocument::ProgramDocument(QWidget* parent)
     connect(txtCode_, &platform::ProgramText::FileDropped, this, &ProgramDocument::OpenDropped, Qt::QueuedConnection);
 }
 
+QString ProgramDocument::Folder() const {
+    return ProgramFileName == untitled ? QString() : QFileInfo(ProgramFileName).absolutePath();
+}
+
 QMessageBox::StandardButton ProgramDocument::OfferToSave() {
     if (!ProgramChanged) return QMessageBox::No;
     const auto answer = platform::AskYesNoCancel(*txtCode_, "Program has changed. Save changes?", "Save?");

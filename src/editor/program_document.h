@@ -24,6 +24,9 @@ public:
     platform::ProgramText& txtCode() { return *txtCode_; }
     platform::FileDialog& cDialog() { return fileDialog_; }
 
+    // The folder of the program's file; empty while it has none.
+    QString Folder() const;
+
     void mnuNew_Click();
     void mnuOpen_Click();
     void mnuSave_Click();

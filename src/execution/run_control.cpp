@@ -32,6 +32,7 @@ void RunControl::RunProgram() {
         ShowNextLine();
     } else {
         if (!StopRequested) {
+            ShowOutcome();
             view_.ShowEndMessage(EndMessage(machine_.TStates, RunMicroseconds));
             ResetMachine();
         }
@@ -46,6 +47,7 @@ void RunControl::SlowRun() {
     StartRun();
     while (true) {
         if (machine_.Halted) {
+            ShowOutcome();
             ClearSelection();
             machine_.Halted = false;
             break;
@@ -136,7 +138,14 @@ void RunControl::StartRun() {
     programLost_ = false;
     canTakeRunBack_ = true;
     machine_.Refused = {};
+    const bool isAtBeginning = machine_.PC == m8085::ProgramOrigin && machine_.TStates == 0;
+    beginning_ = textIsAssembled_ && isAtBeginning ? std::make_unique<m8085::MachineState>(machine_) : nullptr;
+    if (textIsAssembled_) view_.ForgetOutcome();
     Enter(CommandState::Running);
+}
+
+void RunControl::ShowOutcome() {
+    if (beginning_ && textIsAssembled_ && !programLost_) view_.ShowOutcome(*beginning_, machine_);
 }
 
 void RunControl::EndRun() {

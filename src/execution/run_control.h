@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,11 @@ struct RunView {
     std::function<void(CommandState)> ShowCommandState;
     std::function<void(const m8085::Changes& changes)> MarkChanges;            // marks what has changed
     std::function<void(std::optional<std::int32_t> address)> MarkNextAddress;  // and the next instruction
+
+    // A run of the assembled text has come from the beginning of the program to its end: the machine as it was before
+    // and after. ForgetOutcome comes before the next run.
+    std::function<void(const m8085::MachineState& before, const m8085::MachineState& after)> ShowOutcome;
+    std::function<void()> ForgetOutcome;
 };
 
 // The execution commands: Run, Slow Run, Single Step, Stop and Reset. While a run is under way its other commands do
@@ -103,6 +109,7 @@ private:
     bool WasRefused() const;
     void ReportRefusal();
     void ResetMachine();
+    void ShowOutcome();
 
     m8085::MachineState& machine_;
     m8085::CodeMap& codeMap_;
@@ -112,7 +119,8 @@ private:
     m8085::MachineState before_;  // at the start of the step or run whose changes are marked next
     Shown shown_;
     History history_;
-    bool canTakeRunBack_ = false;  // nothing else has changed the machine since it began
+    std::unique_ptr<m8085::MachineState> beginning_;  // of a run that has begun with the program
+    bool canTakeRunBack_ = false;                     // nothing else has changed the machine since it began
     CommandState state_ = CommandState::NoProgram;
     int sliceLength_ = DefaultSliceLength;
     bool StopRequested = false;

@@ -18,10 +18,21 @@ namespace platform {
 namespace {
 
 constexpr int gap = 12;  // between a line and its note
+constexpr int leastGap = 2;
+constexpr int sliver = 8;  // what is left at least of a neutral note, in its colour alone
 constexpr int padding = 4;
 constexpr int leastWidth = 200;  // of a note that is cut off
 
 constexpr int gone = -1;  // in the place of a line
+
+QColor GroundOf(LineNote::Kind kind) {
+    switch (kind) {
+        case LineNote::Kind::Good: return GoodNoteGround;
+        case LineNote::Kind::Neutral: return NeutralNoteGround;
+        case LineNote::Kind::Bad: break;
+    }
+    return BadNoteGround;
+}
 
 }  // namespace
 
@@ -104,11 +115,14 @@ QRect LineNotes::EndOfLine(const Shown& note) const {
     return editor_.cursorRect(end);
 }
 
-// After the line, or at the right edge where that leaves too little room.
+// After the line. Where that leaves too little room it covers the end of the line, but for a neutral one, which is not
+// worth that.
 QRect LineNotes::Place(const Shown& note) const {
     const QRect end = EndOfLine(note);
     const int right = editor_.viewport()->width();
-    const int left = std::min(end.right() + gap, right - std::min(leastWidth, note.Width));
+    const int tightest = note.What == LineNote::Kind::Neutral ? std::min(end.right() + leastGap, right - sliver)
+                                                              : right - std::min(leastWidth, note.Width);
+    const int left = std::min(end.right() + gap, std::max(tightest, right - note.Width));
     return {left, end.top(), std::min(note.Width, right - left), end.height()};
 }
 
@@ -126,14 +140,20 @@ void LineNotes::Paint(const QRect& part) const {
     painter.setPen(Qt::black);
     for (const Shown& note : Between(part.top(), part.bottom())) {
         const QRect place = Place(note);
-        painter.fillRect(place, note.What == LineNote::Kind::Good ? GoodNoteGround : BadNoteGround);
+        painter.fillRect(place, GroundOf(note.What));
         const QRect inside = place.adjusted(padding, 0, -padding, 0);
-        painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                         painter.fontMetrics().elidedText(note.Text, Qt::ElideRight, inside.width()));
+        const bool isCutOff = place.width() < note.Width;
+        constexpr int flags = Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine;
+        if (isCutOff)
+            painter.drawText(inside, flags,
+                             painter.fontMetrics().elidedText(note.Text, Qt::ElideRight, inside.width()));
+        else
+            painter.drawText(inside, flags | Qt::TextDontClip, note.Text);
     }
 }
 
 QString LineNotes::At(const QPoint& place) const {
+    if (notes_.empty()) return {};
     for (const Shown& note : Between(place.y(), place.y()))
         if (Place(note).contains(place)) return note.Text;
     return {};

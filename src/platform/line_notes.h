@@ -10,7 +10,7 @@ namespace platform {
 
 // Something to say about a line of a text that is not part of the text.
 struct LineNote {
-    enum class Kind { Good, Bad };
+    enum class Kind { Good, Neutral, Bad };
 
     int Line = 0;  // counted from 1
     QString Text;

@@ -18,6 +18,7 @@ inline constexpr QColor MarkDot(200, 30, 30);
 
 // The grounds of notes beside the lines of the program, under black text.
 inline constexpr QColor GoodNoteGround(222, 242, 222);
+inline constexpr QColor NeutralNoteGround(232, 232, 232);
 inline constexpr QColor BadNoteGround(255, 240, 190);
 
 // Fixes style and colours, so that the program looks the same under every desktop theme, a dark one included.

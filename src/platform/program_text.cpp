@@ -329,22 +329,20 @@ void ProgramText::ScrollToLine(int line) {
     if (above < 0 || above >= linesInView) verticalScrollBar()->setValue(line - 1 - linesInView / 2);
 }
 
+// The caret that Qt finds stands before or after the character under the mouse, whichever end is nearer.
 bool ProgramText::viewportEvent(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QPlainTextEdit::viewportEvent(event);
-    const QPoint place = static_cast<QHelpEvent*>(event)->pos();
-    const QRect line = cursorRect(cursorForPosition(place));
-    const QRect besidePlace({place.x(), line.top()}, line.size());
-    ShowTip({viewport()->mapToGlobal(besidePlace.topLeft()), besidePlace.size()}, TipAt(place), *viewport());
+    const QPoint mouse = static_cast<QHelpEvent*>(event)->pos();
+    const QTextCursor caret = cursorForPosition(mouse);
+    const QRect place = cursorRect(caret);
+    QString tip = notes_.At(mouse);
+    if (tip.isEmpty() && tips_ && mouse.y() <= place.bottom()) {
+        const int column = caret.positionInBlock() - (place.left() > mouse.x() ? 1 : 0);
+        tip = tips_(caret.blockNumber() + 1, caret.block().text(), std::max(0, column));
+    }
+    const QPoint besideMouse(mouse.x(), place.top());
+    ShowTip({viewport()->mapToGlobal(besideMouse), place.size()}, tip, *viewport());
     return true;
-}
-
-// The caret that Qt finds stands before or after the character at the place, whichever end is nearer.
-QString ProgramText::TipAt(const QPoint& place) const {
-    const QString note = notes_.At(place);
-    if (!note.isEmpty() || !tips_ || LineAt(place.y()) == 0) return note;
-    const QTextCursor caret = cursorForPosition(place);
-    const bool isAfter = cursorRect(caret).left() > place.x();
-    return tips_(caret.blockNumber() + 1, caret.block().text(), std::max(0, caret.positionInBlock() - isAfter));
 }
 
 void ProgramText::ToggleMark(int line) {

@@ -149,7 +149,6 @@ private:
     void TakeBack();
     void ForgetChange();
     void ShowMarks();
-    QString TipAt(const QPoint& place) const;
     bool IsInSelection(const QPoint& place) const;
     bool MayDrag(const QMouseEvent& press) const;
     void DragSelection();

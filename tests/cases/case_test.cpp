@@ -1,6 +1,10 @@
 #include "cases/case.h"
 
+#include <algorithm>
+#include <array>
 #include <memory>
+
+#include "cases/verdict.h"
 
 namespace {
 
@@ -73,6 +77,42 @@ TEST(Cases, WhatDoesNotHoldIsFoundWithItsLine) {
               "2 9000=00,2B: 00,2A\n3 107 T-states: 108\n3 9000-9001=2A: 00,2A\n3 T-states <= 107: 108\n4 "
               "tstates>=109: 108\n");
     EXPECT_EQ(machine->H, 0x90);
+}
+
+TEST(Cases, AreJudgedWhereWhatIsGivenWasThere) {
+    constexpr std::string_view program =
+        "; gives SP=FFF0, 12 T-states\n"
+        "; given [list] list.dat, 9000=05, B=1\n; gives A=05, 9000-9003=05,06,07,08, CY=1, port 10=00, hl=0\n; gives "
+        "A=3\n"
+        "; given [another] list.dat\n; gives A=05\n"
+        "; given B=01, port 10=07\n; gives A=04\n"
+        "; given none.dat\n; gives A=04\n"
+        "; given [no place] X=01\n; gives A=04\n"
+        "; given B=1\n; gives A=3\n; gives Y=1\n";
+    const auto load = [](const std::string& name, m8085::MemoryBytes& memory) {
+        std::ranges::copy(std::array{4, 6, 7}, memory.begin() + 0x9000);
+        return name == "list.dat";
+    };
+    const auto before = std::make_unique<m8085::MachineState>();
+    load({}, before->Memory);
+    before->Memory[0x9000] = 5;
+    before->B = 1;
+    const auto after = std::make_unique<m8085::MachineState>(*before);
+    after->A = 3;
+    after->L = 2;
+    after->SP = 0xFFF0;
+    after->TStates = 13;
+    std::string text;
+    for (const cases::Verdict& verdict : cases::VerdictsOf(program, *before, *after, load))
+        text += std::to_string(verdict.Line) + "+~-"[int(verdict.What)] + verdict.Text.substr(0, 60) + '\n';
+    EXPECT_EQ(text,
+              "1-13 T-states\n"
+              "2+held\n3-A is 03, 9003 is 00, CY is 0, HL is 0002\n4+held\n"
+              "5~did not hold: 9000 was 05\n"
+              "7~did not hold: port 10 was 00\n"
+              "9~there is no data file none.dat beside the program\n"
+              "11-\"X\" is not a register (A to L, F), flag (S, Z, AC, P, CY), p\n"
+              "13+held\n14+held\n15-\"Y\" is not a register (A to L, F), flag (S, Z, AC, P, CY), p\n");
 }
 
 }  // namespace

@@ -70,6 +70,11 @@ protected:
         };
         view.MarkChanges = [this](const m8085::Changes& changes) { marked = changes; };
         view.MarkNextAddress = [this](std::optional<std::int32_t> address) { next = address; };
+        view.ShowOutcome = [this](const m8085::MachineState& before, const m8085::MachineState& after) {
+            outcome =
+                std::to_string(before.A) + " to " + std::to_string(after.A) + ", " + std::to_string(after.TStates);
+        };
+        view.ForgetOutcome = [this] { outcome.clear(); };
         return view;
     }
 
@@ -83,6 +88,7 @@ protected:
     int yields = 0;
     m8085::Changes marked;
     std::optional<std::int32_t> next;
+    std::string outcome;
     std::function<void()> onYield;
     RunControl control{rig.machine, rig.codeMap, View()};
 };
@@ -221,6 +227,42 @@ TEST_F(RunControlTest, RunsStopBeforeTheInstructionOfAMarkedLineAndGoOnFromThere
     EXPECT_EQ(nowAt(SlowRun()), "-1");
     control.SetAssembled(false);
     EXPECT_EQ(Run(), EndOf("16.575", "51"));
+}
+
+TEST_F(RunControlTest, ARunOfTheAssembledTextFromItsBeginningToItsEndHasAnOutcome) {
+    constexpr std::u16string_view program = u"inr a\r\ninr a\r\nhlt";
+    Load(program);
+    Run();
+    EXPECT_EQ(outcome, "0 to 2, 13") << "as it was before the Reset";
+    Step();
+    EXPECT_EQ(outcome, "0 to 2, 13");
+    control.Reset();
+    SlowRun();
+    EXPECT_EQ(outcome, "3 to 5, 13");
+    const std::function<void()> others[] = {
+        [this] { Step(); },
+        [this] { machine.TStates = 4; },
+        [this] { machine.PC = 0x8001; },
+        [this] { control.SetMarkedLines({2}); },
+        [this] { onYield = [this] { control.Stop(); }; },
+        [this] { onYield = [this] { control.LoseText(); }; },
+        [this] { onYield = [this] { control.LoseProgram(); }; },
+        [this] { machine.Memory[0x8001] = 0xF1, machine.SP = 0xFFFF; },  // POP, which is refused
+    };
+    for (const auto command : {&RunControl::RunProgram, &RunControl::SlowRun})
+        for (const auto& prepare : others) {
+            control.SetMarkedLines({});
+            onYield = nullptr;
+            Load(program);
+            outcome = "that of a run before";
+            prepare();
+            Told(command);
+            EXPECT_EQ(outcome, "") << &prepare - others;
+        }
+    control.LoseText();
+    outcome = "that of a run before";
+    Run();
+    EXPECT_EQ(outcome, "that of a run before") << "in another text";
 }
 
 TEST_F(RunControlTest, MarksCountOnlyInTheProgramAssembledLast) {

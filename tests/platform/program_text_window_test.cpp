@@ -236,8 +236,11 @@ TEST_F(ProgramTextTest, ANoteGoesWithItsLineAndIsGoneWhenItChanges) {
 TEST_F(ProgramTextTest, ANoteIsPaintedAfterItsLineAndATooltipHasAllOfIt) {
     text.resize(400, 200);
     const QString words = QString("<b> is not a register, ").repeated(9);
-    text.SetText(u"mvi <b>,5\r\n" + std::u16string(200, u'x') + u"\r\nhlt");
-    text.Notes().Show({{1, words}, {2, words}, {3, "held", LineNote::Kind::Good}});
+    text.SetText(
+        u"mvi <b>,5\r\n" + std::u16string(200, u'x') + u"\r\nhlt\r\n" +
+        std::u16string(std::size_t(text.viewport()->width() / text.fontMetrics().horizontalAdvance('y') - 2), u'y'));
+    using enum LineNote::Kind;
+    text.Notes().Show({{1, words}, {2, words}, {3, "held", Good}, {4, words, Neutral}});
     // Where its ground begins and ends, as far from the end of its line.
     const auto extent = [this](int line, const QColor& ground) {
         QCoreApplication::processEvents();
@@ -257,6 +260,7 @@ TEST_F(ProgramTextTest, ANoteIsPaintedAfterItsLineAndATooltipHasAllOfIt) {
     EXPECT_EQ(end, edge) << "it is cut off";
     EXPECT_LT(std::get<0>(extent(2, BadNoteGround)), 0) << "what is out of view anyway is covered";
     EXPECT_LT(std::get<1>(extent(3, GoodNoteGround)), edge);
+    EXPECT_GE(std::get<0>(extent(4, NeutralNoteGround)), 0) << "a neutral one covers nothing";
     text.horizontalScrollBar()->setValue(text.horizontalScrollBar()->maximum());
     EXPECT_GT(std::get<0>(extent(2, BadNoteGround)), 0);
 

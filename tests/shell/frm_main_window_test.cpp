@@ -107,6 +107,42 @@ TEST_F(FrmMainTest, TheTooltipsOfTheEditorAreAboutTheCharacterUnderTheMouse) {
     EXPECT_EQ(tipAt(3, 0, 2).section(' ', 0, 0), "Jumps");
 }
 
+TEST_F(FrmMainTest, ARunSaysBesideTheCommentsWhetherTheyHeld) {
+    const QTemporaryDir folder;
+    const auto write = [&folder](const char* name, const QByteArray& text) {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+    };
+    write("list.dat", "9000: 5 6");
+    write("sum.asm", "lda 9000\nmov b,a\nlda 9001\nadd b ; \xC3\xA4\nhlt\n; given list.dat\n; gives A=0B\n" +
+                         QByteArray(99, '\n') + "; gives 40 T-states");
+    Start();
+    window->Open(folder.filePath("sum.asm"));
+    Click("cmdCompile");
+    const std::pair<int, const char*> runs[] = {
+        {0, "Line 6: did not hold: 9000 was 00"},
+        {5, "Line 6: did not hold: 9001 was 00"},
+        {6, "Line 6: held; Line 7: held; Line 107: 39 T-states"},
+    };
+    for (const auto& [byte, told] : runs) {
+        if (byte > 0) machine->Memory[byte == 5 ? 0x9000 : 0x9001] = std::uint8_t(byte);
+        EXPECT_EQ(Editor().verticalScrollBar()->value(), 0);
+        const MessageAnswer end;
+        Click("cmdRun");
+        EXPECT_TRUE(end.Answered());
+        EXPECT_EQ(Editor().accessibleDescription(), told);
+    }
+    EXPECT_GT(Editor().verticalScrollBar()->value(), 50) << "what did not hold is in view";
+    machine->Memory[0x9000] = 4;
+    Click("cmdSlowRun");
+    EXPECT_EQ(Editor().accessibleDescription(), "Line 6: did not hold: 9000 was 04");
+    Editor().SetSelectionStart(0);
+    QTest::keyClick(&Editor(), Qt::Key_Return);
+    EXPECT_EQ(Editor().accessibleDescription(), "Line 7: did not hold: 9000 was 04");
+    Click("cmdCompile");
+    EXPECT_EQ(Editor().accessibleDescription(), "");
+}
+
 TEST_F(FrmMainTest, AssemblingOverTheCellEditorKeepsTheProgramAndTheMenuLeavesTheGrid) {
     Start();
     Editor().SetText(u"mvi a,5");

@@ -36,7 +36,9 @@ inline execution::RunView SilentView() {
             .ShowRefusal = [](const std::string&) {},
             .ShowCommandState = [](execution::CommandState) {},
             .MarkChanges = [](const m8085::Changes&) {},
-            .MarkNextAddress = [](std::optional<std::int32_t>) {}};
+            .MarkNextAddress = [](std::optional<std::int32_t>) {},
+            .ShowOutcome = [](const m8085::MachineState&, const m8085::MachineState&) {},
+            .ForgetOutcome = [] {}};
 }
 
 }  // namespace support
