@@ -14,6 +14,7 @@
 #include <algorithm>
 
 #include "platform/clipboard.h"
+#include "platform/document_text.h"
 #include "platform/fonts.h"
 #include "platform/keys.h"
 #include "platform/palette.h"
@@ -22,43 +23,6 @@
 namespace platform {
 
 namespace {
-
-// The document keeps three characters for itself, as separators of its parts. In it others stand for them, which no
-// text has: halves of surrogate pairs.
-constexpr std::pair<char16_t, char16_t> standIns[] = {{u'\u2029', 0xDC29}, {u'\uFDD0', 0xDCD0}, {u'\uFDD1', 0xDCD1}};
-
-// A stretch of the document's raw text, which ends its lines in paragraph separators.
-std::u16string FromDocumentText(QStringView raw, std::u16string_view lineEnd) {
-    std::u16string text;
-    text.reserve(static_cast<std::size_t>(raw.size()) + static_cast<std::size_t>(raw.size() / 8));
-    for (const QChar character : raw) {
-        if (character == QChar::ParagraphSeparator) {
-            text += lineEnd;
-            continue;
-        }
-        text += character.unicode();
-        if (!character.isLowSurrogate()) continue;
-        for (const auto& [own, standIn] : standIns)
-            if (character == standIn) text.back() = own;
-    }
-    return text;
-}
-
-// Half a surrogate pair becomes the replacement character.
-QString ToDocumentText(std::u16string_view text) {
-    QString characters = QStringView(text).toString();
-    for (qsizetype i = 0; i < characters.size(); ++i) {
-        QChar& character = characters[i];
-        if (character.isHighSurrogate() && i + 1 < characters.size() && characters[i + 1].isLowSurrogate())
-            ++i;
-        else if (character.isSurrogate())
-            character = QChar::ReplacementCharacter;
-        else
-            for (const auto& [own, standIn] : standIns)
-                if (character == own) character = standIn;
-    }
-    return characters;
-}
 
 QString DroppedFile(const QDropEvent& event) {
     const QList<QUrl> files = event.mimeData()->urls();
@@ -86,7 +50,8 @@ ProgramText::ProgramText(QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setTabStopDistance(8 * fontMetrics().horizontalAdvance(' '));
     setViewportMargins(LineMargin::Width, 0, 0, 0);
-    connect(document(), &QTextDocument::contentsChange, this, &ProgramText::NoteChange);
+    connect(document(), &QTextDocument::contentsChange, this,
+            [this](int position, int, int added) { changes_.Note(position, added); });
     connect(this, &QPlainTextEdit::textChanged, this, &ProgramText::FinishChange);
     connect(this, &QPlainTextEdit::updateRequest, margin_, &LineMargin::Follow);
     connect(this, &QPlainTextEdit::selectionChanged, this, [this] { selectionIsForTheEye_ = false; });
@@ -97,31 +62,29 @@ std::u16string ProgramText::Text() const {
 }
 
 int ProgramText::Length() const {
-    return FromDocument(document()->characterCount() - 1);
+    return FromDocument(*document(), document()->characterCount() - 1);
 }
 
 void ProgramText::SetText(std::u16string_view text) {
-    const QScopedValueRollback asItIs(rules_, TextRules());
-    setPlainText(ToDocumentText(text));
+    changes_.SetText(text);
     inserted_ = 0;
-    room_ = 0;
 }
 
 int ProgramText::SelectionStart() const {
-    return FromDocument(textCursor().selectionStart());
+    return FromDocument(*document(), textCursor().selectionStart());
 }
 
 void ProgramText::SetSelectionStart(int position) {
     QTextCursor cursor = textCursor();
-    cursor.setPosition(ToDocument(position));
+    cursor.setPosition(ToDocument(*document(), position));
     setTextCursor(cursor);
 }
 
 void ProgramText::SetSelectionLength(int characters) {
     const int start = SelectionStart();
     QTextCursor cursor = textCursor();
-    cursor.setPosition(ToDocument(start));
-    cursor.setPosition(ToDocument(start + characters), QTextCursor::KeepAnchor);
+    cursor.setPosition(ToDocument(*document(), start));
+    cursor.setPosition(ToDocument(*document(), start + characters), QTextCursor::KeepAnchor);
     setTextCursor(cursor);
 }
 
@@ -140,126 +103,25 @@ bool ProgramText::ReplaceSelection(std::u16string_view text) {
     return true;
 }
 
-// A stretch of the document, as the rules take it.
-std::u16string ProgramText::Stretch(int from, int to) const {
-    QTextCursor cursor(document());
-    cursor.setPosition(from);
-    cursor.setPosition(to, QTextCursor::KeepAnchor);
-    return FromDocumentText(cursor.selectedText(), u"\n");
-}
-
-// The line end before it belongs to it, so that the rules can tell the first line of the text from the others.
-int ProgramText::StartOfLine(int position) const {
-    return std::max(0, document()->findBlock(position).position() - 1);
-}
-
-int ProgramText::EndOfLine(int position) const {
-    const QTextBlock block = document()->findBlock(std::min(position, document()->characterCount() - 1));
-    return block.position() + block.length() - 1;
-}
-
-// Why the text must not have another stretch in this place; empty where it may.
-std::string ProgramText::FindProblem(int from, int to, std::u16string_view stretch) const {
-    const auto linesFrom = [&](int start, int end) {
-        return rules_.Plain(Stretch(start, from) + std::u16string(stretch) + Stretch(to, end));
-    };
-    if (!rules_.Plain) return {};
-    std::string problem = rules_.FindProblem(linesFrom(StartOfLine(from), EndOfLine(to)));
-    if (!problem.empty() || std::ssize(stretch) <= room_) return problem;
-    return rules_.FindProblem(linesFrom(0, document()->characterCount() - 1));
-}
-
 // Tells why the selection must not be replaced by this. What is refused so is never there: nothing is to be undone.
 bool ProgramText::Refuses(std::u16string_view text) {
-    const std::string problem = FindProblem(textCursor().selectionStart(), textCursor().selectionEnd(), text);
+    const std::string problem = changes_.FindProblem(text);
     if (!problem.empty()) emit Refused(QString::fromStdString(problem));
     return !problem.empty();
 }
 
-void ProgramText::NoteChange(int position, int, int added) {
-    firstChanged_ = std::min(firstChanged_, position);
-    endOfChanged_ = std::max(endOfChanged_, position + added);
-    room_ -= added;
-}
-
-// Whatever has changed the text, this comes after it. What it does to the text in its turn is a change that ends here
-// as well. Qt may keep the two as two steps: undo and redo do not stop between them, where the text is not plain.
 void ProgramText::FinishChange() {
-    if (firstChanged_ == nothingChanged) return;
-    const int end = std::min(std::exchange(endOfChanged_, 0), document()->characterCount() - 1);
-    const int first = std::min(std::exchange(firstChanged_, nothingChanged), end);
-    const int steps = document()->availableUndoSteps();
-    const bool isUndone = steps < std::exchange(undoSteps_, steps);
-    const std::u16string lines = Stretch(StartOfLine(first), EndOfLine(end));
-    const std::u16string plain = rules_.Plain ? rules_.Plain(lines) : lines;
-    if (const std::string problem = FindProblemNow(plain); !problem.empty()) {
-        TakeBack();
-        emit Refused(QString::fromStdString(problem));
-    } else if (lines == plain) {
-        const bool isMarkGone = marks_.Follow();
-        margin_->ShowMarks();
-        if (isMarkGone) emit MarksChanged();
-        emit TextChanged();
-    } else if (document()->isRedoAvailable()) {
-        isUndone ? undo() : redo();
-    } else {
-        MakePlain(StartOfLine(first), lines, plain);
+    const std::optional<std::string> problem = changes_.Finish();
+    if (!problem) return;
+    if (!problem->empty()) {
+        marks_.Restore();
+        emit Refused(QString::fromStdString(*problem));
+        return;
     }
-}
-
-// Why the text must not be as it is, with these lines changed.
-std::string ProgramText::FindProblemNow(std::u16string_view lines) {
-    if (!rules_.Plain) return {};
-    std::string problem = rules_.FindProblem(lines);
-    if (!problem.empty() || room_ >= 0) return problem;
-    const std::u16string text = Text();
-    room_ = rules_.RoomIn(text);
-    return room_ < 0 ? rules_.FindProblem(text) : std::string();
-}
-
-// Replaces these lines only between what they have in common at their beginning and at their end.
-void ProgramText::MakePlain(int start, std::u16string_view lines, std::u16string_view plain) {
-    const auto same = std::ranges::mismatch(lines, plain).in1 - lines.begin();
-    const auto rest = std::ssize(lines) - same;
-    const auto restOfPlain = std::ssize(plain) - same;
-    const auto sameAtEnd =
-        std::mismatch(lines.rbegin(), lines.rbegin() + std::min(rest, restOfPlain), plain.rbegin()).first -
-        lines.rbegin();
-    ReplaceInStep(start + static_cast<int>(same), start + static_cast<int>(std::ssize(lines) - sameAtEnd),
-                  plain.substr(static_cast<std::size_t>(same), static_cast<std::size_t>(restOfPlain - sameAtEnd)));
-}
-
-// The caret and the other end of the selection stay between the characters where they were, or go to the end of the
-// stretch.
-void ProgramText::ReplaceInStep(int start, int end, std::u16string_view stretch) {
-    const auto moved = [=, grown = static_cast<int>(stretch.size()) - (end - start)](int position) {
-        return position <= start ? position : std::max(position, end) + grown;
-    };
-    const int anchor = moved(textCursor().anchor());
-    const int caret = moved(textCursor().position());
-    QTextCursor cursor(document());
-    cursor.joinPreviousEditBlock();
-    cursor.setPosition(start);
-    cursor.setPosition(end, QTextCursor::KeepAnchor);
-    cursor.insertText(ToDocumentText(stretch));
-    cursor.endEditBlock();
-    cursor.setPosition(anchor);
-    cursor.setPosition(caret, QTextCursor::KeepAnchor);
-    setTextCursor(cursor);
-}
-
-// To everyone else nothing has changed.
-void ProgramText::TakeBack() {
-    const QSignalBlocker noChange(this);
-    undo();
-    document()->clearUndoRedoStacks(QTextDocument::RedoStack);
-    ForgetChange();
-    marks_.Restore();
-}
-
-void ProgramText::ForgetChange() {
-    firstChanged_ = nothingChanged;
-    endOfChanged_ = 0;
+    const bool isMarkGone = marks_.Follow();
+    margin_->ShowMarks();
+    if (isMarkGone) emit MarksChanged();
+    emit TextChanged();
 }
 
 void ProgramText::InsertAt(const std::vector<std::size_t>& positions, std::u16string_view text) {
@@ -269,7 +131,7 @@ void ProgramText::InsertAt(const std::vector<std::size_t>& positions, std::u16st
     cursor.beginEditBlock();
     const QString insertion = ToDocumentText(text);
     for (auto position = positions.rbegin(); position != positions.rend(); ++position) {
-        cursor.setPosition(ToDocument(static_cast<int>(*position)));
+        cursor.setPosition(ToDocument(*document(), static_cast<int>(*position)));
         cursor.insertText(insertion);
     }
     cursor.endEditBlock();
@@ -443,7 +305,7 @@ void ProgramText::inputMethodEvent(QInputMethodEvent* event) {
     else
         event->setCommitString(ToDocumentText(text), event->replacementStart(), event->replacementLength());
     QPlainTextEdit::inputMethodEvent(event);
-    if (isRefused) ForgetChange();
+    if (isRefused) changes_.Forget();
 }
 
 void ProgramText::dragEnterEvent(QDragEnterEvent* event) {
@@ -551,7 +413,7 @@ void ProgramText::ForgetSteps() {
     const int across = horizontalScrollBar()->value();
     const int down = verticalScrollBar()->value();
     setPlainText(document()->toRawText());
-    ForgetChange();
+    changes_.Forget();
     marks_.Restore();
     QTextCursor cursor = textCursor();
     cursor.setPosition(anchor);
@@ -560,26 +422,6 @@ void ProgramText::ForgetSteps() {
     horizontalScrollBar()->setValue(across);
     verticalScrollBar()->setValue(down);
     inserted_ = 0;
-}
-
-// In the document a line end is one character; before a position there are as many as the number of its line.
-int ProgramText::FromDocument(int position) const {
-    return position + document()->findBlock(position).blockNumber();
-}
-
-int ProgramText::ToDocument(int position) const {
-    int first = 0;
-    int last = document()->blockCount() - 1;
-    while (first < last) {
-        const int middle = (first + last + 1) / 2;
-        if (document()->findBlockByNumber(middle).position() + middle <= position)
-            first = middle;
-        else
-            last = middle - 1;
-    }
-    const QTextBlock block = document()->findBlockByNumber(first);
-    const int column = std::clamp(position - first - block.position(), 0, block.length() - 1);
-    return block.position() + column;
 }
 
 }  // namespace platform

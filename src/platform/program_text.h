@@ -3,7 +3,6 @@
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
 #include <functional>
-#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,22 +10,9 @@
 #include "platform/line_margin.h"
 #include "platform/line_marks.h"
 #include "platform/line_notes.h"
+#include "platform/text_changes.h"
 
 namespace platform {
-
-// What becomes of text that comes in, however it does. Lines end in a line feed, and look only at themselves: but the
-// first line of a text is the one with no line feed before it.
-struct TextRules {
-    // What lines become. It must leave alone what it has returned.
-    std::function<std::u16string(std::u16string_view lines)> Plain;
-
-    // Why a text must not have such lines, or must not be this one, in words; empty where it may.
-    std::function<std::string(std::u16string_view lines)> FindProblem;
-
-    // How many characters, whichever they are, may still come into this text: so many that it need not be looked at
-    // whole until then. Negative if it is too large already.
-    std::function<std::ptrdiff_t(std::u16string_view text)> RoomIn;
-};
 
 // The editor of the program text. To the program its lines end in CR LF: positions and lengths count from 0 and a line
 // end counts as two characters. A position inside a line end, or beyond the end of the text, is moved to the nearest
@@ -37,7 +23,7 @@ class ProgramText : public QPlainTextEdit {
 public:
     explicit ProgramText(QWidget* parent);
 
-    void SetRules(TextRules rules) { rules_ = std::move(rules); }
+    void SetRules(TextRules rules) { changes_.SetRules(std::move(rules)); }
 
     std::u16string Text() const;
     int Length() const;  // of Text(), without building it
@@ -136,18 +122,8 @@ protected:
     void insertFromMimeData(const QMimeData* source) override;
 
 private:
-    std::u16string Stretch(int from, int to) const;
-    int StartOfLine(int position) const;
-    int EndOfLine(int position) const;
-    std::string FindProblem(int from, int to, std::u16string_view stretch) const;
     bool Refuses(std::u16string_view text);
-    void NoteChange(int position, int removed, int added);
     void FinishChange();
-    std::string FindProblemNow(std::u16string_view lines);
-    void MakePlain(int start, std::u16string_view lines, std::u16string_view plain);
-    void ReplaceInStep(int start, int end, std::u16string_view stretch);
-    void TakeBack();
-    void ForgetChange();
     void ShowMarks();
     bool IsInSelection(const QPoint& place) const;
     bool MayDrag(const QMouseEvent& press) const;
@@ -155,19 +131,12 @@ private:
     void BeginStep();
     void EndStep(std::size_t inserted);
     void ForgetSteps();
-    int ToDocument(int position) const;
-    int FromDocument(int position) const;
 
-    TextRules rules_;
+    TextChanges changes_{*this};
     LineMarks marks_;
     LineMargin* margin_;
     LineNotes notes_{*this};
     Tips tips_;
-    static constexpr int nothingChanged = std::numeric_limits<int>::max();
-    int firstChanged_ = nothingChanged;  // positions in the document, since the latest change was finished
-    int endOfChanged_ = 0;
-    std::ptrdiff_t room_ = 0;  // as rules_.RoomIn counts it, or less
-    int undoSteps_ = 0;
     bool isMoving_ = false;              // text from one place to another, which is one change
     bool selectionIsForTheEye_ = false;  // made by SelectLine
     std::optional<QPoint> pressInSelection_;
