@@ -12,7 +12,7 @@
 #include "aids/program_tip.h"
 #include "commands/run_view.h"
 #include "platform/fonts.h"
-#include "platform/held_keys.h"
+#include "platform/input_guard.h"
 #include "platform/twips.h"
 #include "shell/main_menu.h"
 #include "shell/settings.h"
@@ -125,7 +125,7 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
 
     document_.txtCode().setFocus();
     qApp->installEventFilter(this);
-    qApp->installEventFilter(new platform::HeldKeys(this));
+    qApp->installEventFilter(new platform::InputGuard(this));
 }
 
 // The layout is fixed at the top left of the window; where the window is smaller it scrolls.

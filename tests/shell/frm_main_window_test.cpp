@@ -559,6 +559,26 @@ TEST_F(FrmMainTest, ASmallWindowScrollsToWhatIsUsedByKeyAndToTheLineThatIsShown)
     EXPECT_EQ(area.horizontalScrollBar()->value(), left) << "what the mouse points at stays";
 }
 
+TEST_F(FrmMainTest, BoxesStandOverTheLayoutAndNotOverTheEmptyPartOfALargeWindow) {
+    Start();
+    window->showNormal();
+    window->resize(2000, 1500);
+    Editor().SetText(u"foo");
+    const auto& client = Find<QWidget>("client");
+    const QRect layout = client.rect().translated(client.mapToGlobal(QPoint()));
+    const BoxAnswer<QMessageBox> error([&](QMessageBox& box) {
+        EXPECT_TRUE(layout.contains(box.geometry()));
+        box.accept();
+    });
+    Click("cmdCompile");
+    const BoxAnswer<QInputDialog> address([&](QInputDialog& box) {
+        EXPECT_TRUE(layout.contains(box.geometry()));
+        box.reject();
+    });
+    Click("cmdAdd");
+    EXPECT_TRUE(error.Answered() && address.Answered());
+}
+
 TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {
     StartWith(u"lxi sp,1\r\npush b\r\nhlt");
     const MessageAnswer refusal;

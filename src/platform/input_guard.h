@@ -18,7 +18,7 @@ namespace platform {
 // does nothing either. And a key held with Alt does not repeat at all, since it is a command.
 //
 // One is installed on the application as its event filter.
-class HeldKeys : public QObject {
+class InputGuard : public QObject {
     Q_OBJECT
 
 public:

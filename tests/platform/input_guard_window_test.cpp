@@ -1,11 +1,11 @@
-#include "platform/held_keys.h"
+#include "platform/input_guard.h"
 
 #include "support/window_test.h"
 
 namespace platform {
 
-TEST(HeldKeys, AKeyThatHasClosedAWindowTypesNothingInAnotherUntilItIsPressedAgain) {
-    HeldKeys guard;
+TEST(InputGuard, AKeyThatHasClosedAWindowTypesNothingInAnotherUntilItIsPressedAgain) {
+    InputGuard guard;
     qApp->installEventFilter(&guard);
     QLineEdit box;
     QLineEdit editor;
@@ -43,8 +43,8 @@ TEST(HeldKeys, AKeyThatHasClosedAWindowTypesNothingInAnotherUntilItIsPressedAgai
     EXPECT_EQ(editor.text(), "AA  B") << "it was held while a box was there";
 }
 
-TEST(HeldKeys, TheSecondOfTwoQuickClicksPressesNothingUnderTheWindowThatTheFirstHasClosed) {
-    HeldKeys guard;
+TEST(InputGuard, TheSecondOfTwoQuickClicksPressesNothingUnderTheWindowThatTheFirstHasClosed) {
+    InputGuard guard;
     qApp->installEventFilter(&guard);
     QPushButton box;
     QPushButton under;

@@ -1,4 +1,4 @@
-#include "platform/held_keys.h"
+#include "platform/input_guard.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -21,14 +21,14 @@ bool IsBoxOrMenu(const QWidget& widget) {
 }  // namespace
 
 // Whether it was in another window, which is closed since, and a moment ago.
-bool HeldKeys::Press::WasJustIn(const QWidget* other) const {
+bool InputGuard::Press::WasJustIn(const QWidget* other) const {
     const bool isClosed = Window == nullptr || !Window->isVisible();
     return Since.isValid() && Window != other && isClosed && !Since.hasExpired(QApplication::doubleClickInterval());
 }
 
 // A press of a key comes twice, first as the question whether it is a shortcut. The answer that it is not keeps it from
 // being one.
-bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
+bool InputGuard::eventFilter(QObject* watched, QEvent* event) {
     if (!watched->isWidgetType()) return false;
     auto& widget = static_cast<QWidget&>(*watched);
     bool isMeantForAnother = false;
@@ -52,7 +52,7 @@ bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
 }
 
 // Notes a press that is not.
-bool HeldKeys::IsMeantForAnother(const QKeyEvent& key, QWidget* window) {
+bool InputGuard::IsMeantForAnother(const QKeyEvent& key, QWidget* window) {
     // What stands on the key may change with Shift while it is held; where it stands does not.
     const quint32 place = key.nativeScanCode() != 0 ? key.nativeScanCode() : static_cast<quint32>(key.key());
     const auto latest = presses_.constFind(place);
@@ -70,7 +70,7 @@ bool HeldKeys::IsMeantForAnother(const QKeyEvent& key, QWidget* window) {
 }
 
 // A press outside of an open menu, which gets it first, is not in its window, and comes again to the one under it.
-bool HeldKeys::IsMeantForAnother(const QMouseEvent& press, QWidget* window) {
+bool InputGuard::IsMeantForAnother(const QMouseEvent& press, QWidget* window) {
     const QPoint place = press.globalPosition().toPoint();
     if (!window->geometry().contains(place)) return false;
     const int way = (place - clickedAt_).manhattanLength();
