@@ -6,14 +6,14 @@ namespace shell {
 
 namespace {
 
-constexpr double smallestScale = 0.5;
+constexpr double smallestScale = 1;
 constexpr double largestScale = 4;
 
 constexpr const char* help =
     "Usage: velmora [--scale FACTOR] [FILE]\n"
     "Opens a workbench for the Intel 8085, with the program of FILE.\n"
     "\n"
-    "  --scale FACTOR  makes everything larger, such as 1.5 or 2; from 0.5 to 4\n"
+    "  --scale FACTOR  makes everything larger, such as 1.5 or 2; from 1 to 4\n"
     "  --help          prints this\n"
     "  --version       prints the version\n"
     "\n"
@@ -30,7 +30,7 @@ void TakeScale(StartOptions& options, const std::string& factor) {
     if (IsScale(factor))
         options.Scale = factor;
     else
-        options.Problem = "--scale takes a factor from 0.5 to 4, such as 1.5, and not \"" + factor + "\"";
+        options.Problem = "--scale takes a factor from 1 to 4, such as 1.5, and not \"" + factor + "\"";
 }
 
 void TakeFile(StartOptions& options, const std::string& name) {
