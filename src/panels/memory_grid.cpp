@@ -73,8 +73,10 @@ void MemoryGrid::NameInstructionsAt(std::vector<std::int32_t> addresses) {
     model_->NameInstructionsAt(std::move(addresses));
 }
 
+// Who has scrolled to other columns, such as the ports or the stack, watches those.
 void MemoryGrid::BringNextIntoView() {
-    const QModelIndexList cells = model_->AddressCellsOf(machine_.PC);
+    QModelIndexList cells = model_->AddressCellsOf(machine_.PC);
+    cells.removeIf([this](const QModelIndex& cell) { return !grdRAM_->ColumnIsVisible(cell.column()); });
     const auto isVisible = [this](const QModelIndex& cell) { return grdRAM_->IsVisible(cell); };
     if (txtEdit_->isVisible() || cells.empty() || std::ranges::any_of(cells, isVisible)) return;
     grdRAM_->scrollTo(cells.front());

@@ -35,7 +35,7 @@ public:
     void MarkChanges(const m8085::Changes& changes);
     void MarkNextAddress(std::optional<std::int32_t> address) { model_->MarkNextAddress(address); }
 
-    // Scrolls to the address in PC where a column shows it; but not while a cell is open for typing.
+    // Scrolls to the address in PC where a column in view shows it; but not while a cell is open for typing.
     void BringNextIntoView();
 
     // Gives the focus to the current byte, opened for typing; to the first one in view where that cannot be opened.

@@ -62,6 +62,11 @@ bool Grid::RowIsVisible(int row) const {
     return top >= 0 && top + heightOfRows <= viewport()->height();
 }
 
+bool Grid::ColumnIsVisible(int column) const {
+    const int left = columnViewportPosition(column);
+    return left >= 0 && left + columnWidth(column) <= viewport()->width();
+}
+
 int Grid::RowsInView() const {
     return viewport()->height() / heightOfRows;
 }

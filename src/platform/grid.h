@@ -18,6 +18,7 @@ public:
 
     // Whether the whole of a row, or of a cell, is in view; and how many rows are at a time.
     bool RowIsVisible(int row) const;
+    bool ColumnIsVisible(int column) const;
     bool IsVisible(const QModelIndex& cell) const { return viewport()->rect().contains(visualRect(cell)); }
     int RowsInView() const;
 

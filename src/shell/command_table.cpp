@@ -79,7 +79,7 @@ std::vector<commands::ContextCommand> frmMain::EditorCommands() {
     return {
         {.Entry = {"mnuStopHere", "Stop &Here", {"F9"}, [&txtCode] { txtCode.ToggleMark(txtCode.LineOfCaret()); }},
          .IsOn = [&txtCode] { return txtCode.Marks().Has(txtCode.LineOfCaret()); }},
-        {.Entry = {"mnuStepBack", "Step &Back", {"Shift+F8"}, [this] { runControl_.StepBack(); }, {}, true},
+        {.Entry = {"mnuStepBack", "Step &Back", {"Shift+F8"}, [this] { StepBack(); }, {}, true},
          .When = WithProgram},
         {.Entry = {"mnuCopyListing", "Copy &Listing", {}, [this] { assembleCommand_.mnuCopyListing_Click(); }},
          .IsPossible = [this] { return assembleCommand_.HasListing(); }},

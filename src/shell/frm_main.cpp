@@ -177,6 +177,11 @@ void frmMain::SingleStep() {
     memoryGrid_.BringNextIntoView();
 }
 
+void frmMain::StepBack() {
+    runControl_.StepBack();
+    memoryGrid_.BringNextIntoView();
+}
+
 // A second call while the save question of the first is open, as at the end of the session, does not ask again.
 void frmMain::mnuExit_Click() {
     if (!std::exchange(exiting_, true)) document_.mnuNew_Click();

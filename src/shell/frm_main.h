@@ -50,6 +50,7 @@ private:
     void PlaceControls();
     void SetTitle(QString title);
     void SingleStep();
+    void StepBack();
     void FollowTheEye();
     void GoRound();
     bool IsEditKey(const QKeyEvent& event) const;
