@@ -92,6 +92,12 @@ void MemoryGrid::GoTo(const QModelIndex& cell) {
     grdRAM_->setCurrentIndex(cell);
     grdRAM_->scrollTo(cell);
     txtEdit_->GoTo(cell);
+    emit Shown(PlaceOf(cell));
+}
+
+QRect MemoryGrid::PlaceOf(const QModelIndex& cell) const {
+    const QRect place = grdRAM_->visualRect(cell);
+    return {grdRAM_->viewport()->mapTo(this, place.topLeft()), place.size()};
 }
 
 MemoryGrid::PlaceInMachine MemoryGrid::CurrentPlace() const {
@@ -146,8 +152,10 @@ void MemoryGrid::cmdAdd_Click() {
 
 // It is the last one before the ports.
 void MemoryGrid::ShowNewestPair() {
-    for (const int columnsFromEnd : {3, 4})
-        grdRAM_->scrollTo(model_->index(grdRAM_->TopRow(), model_->columnCount() - columnsFromEnd));
+    const QModelIndex byte = model_->index(grdRAM_->TopRow(), model_->columnCount() - 3);
+    const QModelIndex address = byte.siblingAtColumn(byte.column() - 1);
+    for (const QModelIndex& cell : {byte, address}) grdRAM_->scrollTo(cell);
+    emit Shown(PlaceOf(address) | PlaceOf(byte));
 }
 
 void MemoryGrid::cmdRemove_Click() {

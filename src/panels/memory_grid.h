@@ -70,6 +70,9 @@ signals:
     // Columns have been added or removed.
     void ColumnsChanged();
 
+    // The user has asked to see something new, which stands here in this panel, in pixels.
+    void Shown(const QRect& place);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
@@ -77,6 +80,7 @@ private:
     void grdRAM_RowColChange(const QModelIndex& cell);
     void ShowNewestPair();
     void GoTo(const QModelIndex& cell);
+    QRect PlaceOf(const QModelIndex& cell) const;
     void ShowTip(const QModelIndex& cell);
 
     m8085::MachineState& machine_;

@@ -153,7 +153,7 @@ void frmMain::PlaceControls() {
 }
 
 // Where the window is too small for its layout, it scrolls to what is about to be used. What the mouse points at stays
-// where it is; but a line that is shown is always to be seen.
+// where it is; but what a command shows is always to be seen.
 void frmMain::FollowTheEye() {
     const auto follow = [this](QWidget& control) {
         if (!isByMouse_ && client_->isAncestorOf(&control)) clientArea_->ensureWidgetVisible(&control);
@@ -170,6 +170,10 @@ void frmMain::FollowTheEye() {
     });
     connect(&txtCode, &platform::ProgramText::LineShown, this,
             [this, &txtCode] { clientArea_->ensureWidgetVisible(&txtCode); });
+    connect(&memoryGrid_, &panels::MemoryGrid::Shown, this, [this](const QRect& place) {
+        const QPoint center = memoryGrid_.mapTo(client_, place.center());
+        clientArea_->ensureVisible(center.x(), center.y(), place.width(), place.height());
+    });
 }
 
 void frmMain::SingleStep() {

@@ -557,6 +557,10 @@ TEST_F(FrmMainTest, ASmallWindowScrollsToWhatIsUsedByKeyAndToTheLineThatIsShown)
     area.horizontalScrollBar()->setValue(left);
     QTest::mouseClick(&Find<QLineEdit>("txtC"), Qt::LeftButton);
     EXPECT_EQ(area.horizontalScrollBar()->value(), left) << "what the mouse points at stays";
+    area.horizontalScrollBar()->setValue(0);
+    const InputAnswer address("fe00");
+    Find<QAction>("mnuMemoryAdd").trigger();
+    EXPECT_GT(area.horizontalScrollBar()->value(), 0) << "the new pair is at the right";
 }
 
 TEST_F(FrmMainTest, BoxesStandOverTheLayoutAndNotOverTheEmptyPartOfALargeWindow) {
@@ -566,17 +570,14 @@ TEST_F(FrmMainTest, BoxesStandOverTheLayoutAndNotOverTheEmptyPartOfALargeWindow)
     Editor().SetText(u"foo");
     const auto& client = Find<QWidget>("client");
     const QRect layout = client.rect().translated(client.mapToGlobal(QPoint()));
-    const BoxAnswer<QMessageBox> error([&](QMessageBox& box) {
-        EXPECT_TRUE(layout.contains(box.geometry()));
-        box.accept();
-    });
-    Click("cmdCompile");
-    const BoxAnswer<QInputDialog> address([&](QInputDialog& box) {
-        EXPECT_TRUE(layout.contains(box.geometry()));
-        box.reject();
-    });
-    Click("cmdAdd");
-    EXPECT_TRUE(error.Answered() && address.Answered());
+    for (const char* const command : {"cmdCompile", "cmdAdd"}) {
+        const ModalAnswer answer([&](QWidget& box) {
+            EXPECT_TRUE(layout.contains(box.geometry()));
+            box.close();
+        });
+        Click(command);
+        EXPECT_TRUE(answer.Answered());
+    }
 }
 
 TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {
