@@ -91,6 +91,7 @@ void ProgramDocument::Open(const QString& path) {
     txtCode_->SetText(file->Text);
     encoding_ = file->ReadAs;
     ProgramFileName = path;
+    platform::FileDialog::AddPlace(Folder());
     BeginUnchanged();
 }
 

@@ -9,7 +9,7 @@ namespace platform {
 // name is used exactly as the user gave it. Showing it returns the full path, or nothing when it is cancelled.
 class FileDialog {
 public:
-    // Offers a folder at the side of every dialog, if it is there. So are those offered from which a file was chosen.
+    // Offers a folder at the side of every dialog, if it is there. So are those offered in which a file was chosen.
     static void AddPlace(const QString& folder);
 
     void SetInitialDirectory(const QString& path) { directory_ = path; }

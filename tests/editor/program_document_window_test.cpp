@@ -154,12 +154,6 @@ TEST_F(ProgramDocumentTest, AFileNameIsUsedAsGivenAndReplacedOnlyAfterAQuestion)
         document.mnuNew_Click();
     }
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 4);
-    const BoxAnswer<QFileDialog> next([this](QFileDialog& dialog) {
-        EXPECT_TRUE(dialog.sidebarUrls().contains(QUrl::fromLocalFile(folder.path()))) << "where files were chosen";
-        dialog.reject();
-    });
-    document.mnuOpen_Click();
-    EXPECT_TRUE(next.Answered());
 }
 
 TEST_F(ProgramDocumentTest, AFileNamedAtTheStartOpensOrIsSaidWhyNot) {
@@ -167,6 +161,9 @@ TEST_F(ProgramDocumentTest, AFileNamedAtTheStartOpensOrIsSaidWhyNot) {
     Write(Path("b.asm"), "{\\rtf1 nop}");
     document.OpenNamed(QDir::current().relativeFilePath(Path("a.asm")));
     EXPECT_EQ(title, "Velmora - [" + Path("a.asm") + "]");
+    const FileAnswer cancel({});
+    document.mnuOpen_Click();
+    EXPECT_TRUE(cancel.Places.contains(QUrl::fromLocalFile(folder.path())));
     for (const char* const name : {"missing.asm", "b.asm", ""}) {
         const MessageAnswer message;
         document.OpenNamed(Path(name));

@@ -57,12 +57,14 @@ struct InputAnswer : BoxAnswer<QInputDialog> {
 };
 
 // Types a path into a file dialog and accepts it; cancels the dialog if the path is empty. Keeps the folder and the
-// name with which it came up. A name that has not the focus would be replaced by what the dialog's list selects.
+// name with which it came up, and the places at its side. A name that has not the focus would be replaced by what the
+// dialog's list selects.
 struct FileAnswer : BoxAnswer<QFileDialog> {
     explicit FileAnswer(const QString& path)
         : BoxAnswer([this, path](QFileDialog& dialog) {
               auto& name = *dialog.findChild<QLineEdit*>("fileNameEdit");
               Offered = dialog.directory().filePath(name.text());
+              Places = dialog.sidebarUrls();
               if (path.isEmpty()) return dialog.reject();
               EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
               name.setFocus();
@@ -71,4 +73,5 @@ struct FileAnswer : BoxAnswer<QFileDialog> {
           }) {}
 
     QString Offered;
+    QList<QUrl> Places;
 };
