@@ -5,6 +5,8 @@
 #include <QScrollArea>
 #include <algorithm>
 
+#include "platform/fonts.h"
+
 namespace platform {
 
 namespace {
@@ -31,6 +33,7 @@ void PlaceOver(const QWidget& control, QDialog& box) {
 QMessageBox::StandardButton Ask(QWidget& control, const QString& text, QMessageBox::Icon icon, const QString& caption,
                                 QMessageBox::StandardButtons buttons, const QString& details = {}) {
     QMessageBox box(icon, caption, text, buttons, control.window());
+    box.setFont(BoxFont());
     box.setTextFormat(Qt::PlainText);
     box.setDetailedText(details);
     GiveRoom(*box.findChild<QLabel*>("qt_msgbox_label"));
@@ -51,6 +54,7 @@ QMessageBox::StandardButton AskYesNoCancel(QWidget& control, const QString& text
 
 QString AskText(QWidget& control, const QString& prompt, const QString& caption) {
     QInputDialog box(control.window());
+    box.setFont(BoxFont());
     box.setWindowTitle(caption);
     box.setLabelText(prompt);
     box.setInputMode(QInputDialog::TextInput);

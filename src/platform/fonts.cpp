@@ -1,15 +1,18 @@
 #include "platform/fonts.h"
 
+#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QStringList>
 #include <QtMath>
+#include <algorithm>
 
 namespace platform {
 
 namespace {
 
+constexpr double pixelsPerPoint = 96.0 / 72.0;
+
 QFont FontOf(const QStringList& families, QFont::StyleHint hint, double points, Weight weight) {
-    constexpr double pixelsPerPoint = 96.0 / 72.0;
     QFont font;
     font.setFamilies(families);
     font.setStyleHint(hint);
@@ -44,6 +47,14 @@ QFont Display(double points, const QString& name, int width) {
 
 QFont WindowFont() {
     return SansSerif(8.25, Weight::Bold);
+}
+
+QFont BoxFont() {
+    constexpr double smallest = 9;
+    constexpr double largest = 24;
+    const QFont desktop = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    const double points = desktop.pixelSize() > 0 ? desktop.pixelSize() / pixelsPerPoint : desktop.pointSizeF();
+    return SansSerif(std::clamp(points, smallest, largest));
 }
 
 }  // namespace platform

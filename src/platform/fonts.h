@@ -18,4 +18,8 @@ QFont Display(double points, const QString& name, int width);
 // The font of the window and of all its controls unless said otherwise: bold, 8.25 points.
 QFont WindowFont();
 
+// The font of message and input boxes: 9 points, or as large as the desktop's own letters where those are larger, up to
+// 24 points.
+QFont BoxFont();
+
 }  // namespace platform

@@ -13,6 +13,8 @@ TEST(Dialogs, AMessageIsAsWideAsItsTextUpToABound) {
             const auto& label = *box.findChild<QLabel*>("qt_msgbox_label");
             EXPECT_EQ(label.height() > 2 * label.fontMetrics().lineSpacing(), words == 60);
             EXPECT_LT(label.width(), words == 1 ? 200 : 700);
+            EXPECT_GE(label.font().pixelSize() * 3,
+                      QFontDatabase::systemFont(QFontDatabase::GeneralFont).pointSize() * 4);
             EXPECT_EQ(label.textFormat(), Qt::PlainText) << "what looks like a tag may be the name of a file";
             box.close();
         });
@@ -31,6 +33,7 @@ TEST(FileDialog, OffersTheFileThatWasChosenLast) {
         const FileAnswer cancel({});
         EXPECT_EQ(dialog.ShowOpen(window).value_or("nothing"), "nothing");
         EXPECT_EQ(cancel.Offered, path);
+        EXPECT_TRUE(cancel.Places.contains(QUrl::fromLocalFile(QFileInfo(path).path())));
     }
 }
 
