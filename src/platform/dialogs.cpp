@@ -2,6 +2,8 @@
 
 #include <QInputDialog>
 #include <QLabel>
+#include <QLayout>
+#include <QScreen>
 #include <QScrollArea>
 #include <algorithm>
 
@@ -11,11 +13,15 @@ namespace platform {
 
 namespace {
 
-// A text stays on one line as long as there is room for it: Qt would break it sooner, even at a hyphen.
+// A line of the text stays whole as long as there is room for it: Qt would break it sooner, even at a hyphen. The box
+// with its picture and its edges must fit on the screen.
 void GiveRoom(QLabel& label) {
     constexpr int mostPixels = 640;
-    const int needed = label.fontMetrics().horizontalAdvance(label.text());
-    label.setMinimumWidth(std::min(needed + 1, mostPixels));
+    constexpr int beside = 120;
+    const int most = std::min(mostPixels, label.screen()->availableGeometry().width() - beside);
+    const int needed = label.fontMetrics().size(0, label.text()).width();
+    label.setMinimumWidth(std::min(needed + 1, most));
+    label.setMaximumWidth(most);
 }
 
 // Over the middle of the layout that the control belongs to, as far as it is in view, and not over the empty part of a
@@ -26,7 +32,8 @@ void PlaceOver(const QWidget& control, QDialog& box) {
         layout = layout->parentWidget();
     if (layout == nullptr) return;
     const QRect shown = layout->childrenRect().intersected(layout->rect());
-    box.adjustSize();
+    // Qt would make it no larger than two thirds of the screen at first.
+    box.resize(box.sizeHint().expandedTo(box.layout()->totalMinimumSize()));
     box.move(layout->mapToGlobal(shown.center()) - box.rect().center());
 }
 
@@ -59,7 +66,9 @@ QString AskText(QWidget& control, const QString& prompt, const QString& caption)
     box.setLabelText(prompt);
     box.setInputMode(QInputDialog::TextInput);
     // A prompt with a long list continues on more lines.
-    box.findChild<QLabel*>()->setWordWrap(true);
+    auto& label = *box.findChild<QLabel*>();
+    label.setWordWrap(true);
+    GiveRoom(label);
     PlaceOver(control, box);
     return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }

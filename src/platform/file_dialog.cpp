@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
+#include <QScreen>
 #include <algorithm>
 
 namespace platform {
@@ -73,6 +74,9 @@ std::optional<QString> FileDialog::Show(QWidget& control, QFileDialog::AcceptMod
     OfferPlaces(dialog, ownPlaces);
     if (!directory_.isEmpty()) dialog.setDirectory(directory_);
     if (!lastName_.isEmpty()) dialog.selectFile(lastName_);
+    // Qt keeps its size, which may be that of another screen or scale.
+    constexpr QSize frame(20, 40);
+    dialog.resize(dialog.size().boundedTo(control.screen()->availableSize() - frame));
     const bool isAccepted = dialog.exec() == QDialog::Accepted;
     // It stores its places for all programs that have such a dialog.
     dialog.setSidebarUrls(ownPlaces);
