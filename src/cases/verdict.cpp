@@ -15,18 +15,19 @@ using m8085::MachineState;
 
 // Why what the case is given was not there; nothing if it was.
 std::optional<std::string> WhyNotGiven(const Case& which, const MachineState& before, const LoadDataFile& load) {
-    const std::string notSo = "did not hold: ";
+    // What was there stands first: there is seldom room for more.
+    const std::string soWhat = ", so not tried";
     const auto expected = std::make_unique<MachineState>(before);
     for (const std::string& file : which.DataFiles)
         if (!load(file, expected->Memory)) return "there is no data file " + file + " beside the program";
     for (const auto& [line, claim] : which.Given) claim.Store(*expected);
     if (const auto differ = std::ranges::mismatch(before.Memory, expected->Memory); differ.in1 != before.Memory.end()) {
         const auto address = static_cast<std::int32_t>(differ.in1 - before.Memory.begin());
-        return notSo + m8085::FormatHexLong(address) + " was " + m8085::FormatHexByte(*differ.in1);
+        return m8085::FormatHexLong(address) + " was " + m8085::FormatHexByte(*differ.in1) + soWhat;
     }
     if (*expected == before) return std::nullopt;
     const auto broken = std::ranges::find_if(which.Given, [&](const auto& each) { return !each.What.Holds(before); });
-    return notSo + broken->What.Contradiction(before, "was");
+    return broken->What.Contradiction(before, "was") + soWhat;
 }
 
 Verdict ResultOf(int line, const std::vector<std::string>& contradictions) {

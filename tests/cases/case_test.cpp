@@ -108,8 +108,8 @@ TEST(Cases, AreJudgedWhereWhatIsGivenWasThere) {
     EXPECT_EQ(text,
               "1-13 T-states\n"
               "2+held\n3-A is 03, 9003 is 00, CY is 0, HL is 0002\n4+held\n"
-              "5~did not hold: 9000 was 05\n"
-              "7~did not hold: port 10 was 00\n"
+              "5~9000 was 05, so not tried\n"
+              "7~port 10 was 00, so not tried\n"
               "9~there is no data file none.dat beside the program\n"
               "11-\"X\" is not a register (A to L, F), flag (S, Z, AC, P, CY), p\n"
               "13+held\n14+held\n15-\"Y\" is not a register (A to L, F), flag (S, Z, AC, P, CY), p\n");

@@ -120,8 +120,8 @@ TEST_F(FrmMainTest, ARunSaysBesideTheCommentsWhetherTheyHeld) {
     window->Open(folder.filePath("sum.asm"));
     Click("cmdCompile");
     const std::pair<int, const char*> runs[] = {
-        {0, "Line 6: did not hold: 9000 was 00"},
-        {5, "Line 6: did not hold: 9001 was 00"},
+        {0, "Line 6: 9000 was 00, so not tried"},
+        {5, "Line 6: 9001 was 00, so not tried"},
         {6, "Line 6: held; Line 7: held; Line 107: 39 T-states"},
     };
     for (const auto& [byte, told] : runs) {
@@ -135,10 +135,10 @@ TEST_F(FrmMainTest, ARunSaysBesideTheCommentsWhetherTheyHeld) {
     EXPECT_GT(Editor().verticalScrollBar()->value(), 50) << "what did not hold is in view";
     machine->Memory[0x9000] = 4;
     Click("cmdSlowRun");
-    EXPECT_EQ(Editor().accessibleDescription(), "Line 6: did not hold: 9000 was 04");
+    EXPECT_EQ(Editor().accessibleDescription(), "Line 6: 9000 was 04, so not tried");
     Editor().SetSelectionStart(0);
     QTest::keyClick(&Editor(), Qt::Key_Return);
-    EXPECT_EQ(Editor().accessibleDescription(), "Line 7: did not hold: 9000 was 04");
+    EXPECT_EQ(Editor().accessibleDescription(), "Line 7: 9000 was 04, so not tried");
     Click("cmdCompile");
     EXPECT_EQ(Editor().accessibleDescription(), "");
 }
