@@ -9,8 +9,10 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -77,14 +79,38 @@ public:
         Find<QAction>("mnuSave").trigger();
     }
 
+    // With the menu or the tooltip that is open over it.
     void TakePicture(QWidget& widget, const QString& folder, const QString& name) {
         QCoreApplication::processEvents();
+        QWidgetList shown{&widget};
+        for (QWidget* other : QApplication::topLevelWidgets())
+            if (other->isVisible() && (other->windowType() == Qt::Popup || other->windowType() == Qt::ToolTip))
+                shown += other;
+        QRect place;
+        for (const QWidget* each : shown) place |= each->geometry();
+        QPixmap picture(place.size());
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        for (QWidget* each : shown) painter.drawPixmap(each->geometry().topLeft() - place.topLeft(), each->grab());
+        painter.end();
+        for (QWidget* other : shown.sliced(1)) other->hide();
+
         const QString path = QDir(folder).filePath(name + ".png");
-        if (widget.grab().save(path)) return;
+        if (picture.save(path)) return;
         std::printf("%s cannot be written\n", qPrintable(path));
         std::exit(1);
     }
 };
+
+void RestMouse(QWidget& control, const QPoint& place) {
+    QHelpEvent rest(QEvent::ToolTip, place, control.mapToGlobal(place));
+    QApplication::sendEvent(&control, &rest);
+}
+
+void ClickRight(QWidget& control, const QPoint& place) {
+    QContextMenuEvent click(QContextMenuEvent::Mouse, place, control.mapToGlobal(place));
+    QApplication::sendEvent(&control, &click);
+}
 
 bool Visit(Tour& tour, const QString& path, const QString& pictures) {
     const QString name = QFileInfo(path).completeBaseName();
@@ -118,6 +144,65 @@ void ClickKey(Tour& tour, const char* panel, const QString& caption) {
 QWidget& StepThrough(Tour& tour) {
     tour.Press("cmdCompile");
     for (int step = 0; step < 10; ++step) tour.Press("cmdSingleStep");
+    return tour.Window;
+}
+
+QWidget& StepBack(Tour& tour) {
+    StepThrough(tour);
+    tour.Find<QAction>("mnuStepBack").trigger();
+    return tour.Window;
+}
+
+QWidget& StepInSmallWindow(Tour& tour) {
+    tour.Window.resize(480, 300);
+    return StepThrough(tour);
+}
+
+// Where the right end of a word of the program is, in pixels; the word is scrolled into view.
+QPoint PlaceOf(Tour& tour, const QString& word) {
+    auto& editor = tour.Editor();
+    const auto exactly = QTextDocument::FindCaseSensitively | QTextDocument::FindWholeWords;
+    QTextCursor found = editor.document()->find(word, 0, exactly);
+    editor.SelectLine(found.blockNumber() + 1);
+    editor.ClearSelection();
+    return editor.cursorRect(found).center();
+}
+
+QWidget& ExplainWord(Tour& tour) {
+    tour.Press("cmdCompile");
+    constexpr QPoint toLastLetter(-4, 0);
+    RestMouse(*tour.Editor().viewport(), PlaceOf(tour, "CMP") + toLastLetter);
+    return tour.Window;
+}
+
+QWidget& OpenEditorMenu(Tour& tour) {
+    StepThrough(tour);
+    ClickRight(*tour.Editor().viewport(), PlaceOf(tour, "LXI"));
+    return tour.Window;
+}
+
+QWidget& OpenByteMenu(Tour& tour) {
+    tour.Press("cmdCompile");
+    auto& grid = tour.Find<QTableView>("grdRAM");
+    grid.setCurrentIndex(grid.model()->index(2, 1));
+    auto& byte = tour.Find<QLineEdit>("txtEdit");
+    ClickRight(byte, byte.rect().center());
+    return tour.Window;
+}
+
+QWidget& LookAtByteThatIsPointedTo(Tour& tour) {
+    StepThrough(tour);
+    auto& grid = tour.Find<QTableView>("grdRAM");
+    RestMouse(*grid.viewport(), grid.visualRect(grid.model()->index(tour.Machine->L, 3)).center());
+    return tour.Window;
+}
+
+QWidget& LookAtStack(Tour& tour) {
+    tour.Editor().SetText(u"lxi b,1234\r\npush b\r\ncall sub\r\nhlt\r\nsub:\r\nret\r\n");
+    tour.Press("cmdCompile");
+    for (int step = 0; step < 3; ++step) tour.Press("cmdSingleStep");
+    auto& stackPointer = tour.Find<QLineEdit>("txtSP");
+    RestMouse(stackPointer, stackPointer.rect().center());
     return tour.Window;
 }
 
@@ -192,6 +277,13 @@ bool TakeGuidePictures(const QString& program, const QString& folder) {
     const Picture pictures[] = {
         {"window", [](Tour& tour) -> QWidget& { return tour.Press("cmdCompile"), tour.Window; }},
         {"stepping", StepThrough},
+        {"step-back", StepBack},
+        {"small-window", StepInSmallWindow},
+        {"tooltip", ExplainWord},
+        {"editor-menu", OpenEditorMenu},
+        {"byte-menu", OpenByteMenu},
+        {"pointer", LookAtByteThatIsPointedTo},
+        {"stack", LookAtStack},
         {"stopping", StopAtMark},
         {"memory-edit", TypeByte},
         {"error", MakeMistake},
