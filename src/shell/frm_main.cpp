@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QShortcut>
 #include <algorithm>
 #include <utility>
@@ -159,9 +160,13 @@ void frmMain::FollowTheEye() {
         if (!isByMouse_ && client_->isAncestorOf(&control)) clientArea_->ensureWidgetVisible(&control);
     };
     platform::ProgramText& txtCode = document_.txtCode();
-    connect(qApp, &QApplication::focusChanged, this, [=](const QWidget*, QWidget* control) {
-        if (control != nullptr) follow(*control);
-    });
+    // The focus that comes back after a box is nothing new, and must not take from view what the command has shown.
+    connect(qApp, &QApplication::focusChanged, this,
+            [=, this, latest = QPointer<QWidget>()](const QWidget*, QWidget* control) mutable {
+                if (!client_->isAncestorOf(control) || control == latest) return;
+                latest = control;
+                follow(*control);
+            });
     connect(&txtCode, &QPlainTextEdit::cursorPositionChanged, this, [=, &txtCode] {
         if (txtCode.hasFocus()) follow(txtCode);
     });

@@ -557,9 +557,13 @@ TEST_F(FrmMainTest, ASmallWindowScrollsToWhatIsUsedByKeyAndToTheLineThatIsShown)
     area.horizontalScrollBar()->setValue(left);
     QTest::mouseClick(&Find<QLineEdit>("txtC"), Qt::LeftButton);
     EXPECT_EQ(area.horizontalScrollBar()->value(), left) << "what the mouse points at stays";
-    area.horizontalScrollBar()->setValue(0);
+    Editor().setFocus();
+    Press(Qt::Key_Down);
+    EXPECT_EQ(area.horizontalScrollBar()->value(), 0);
     const InputAnswer address("fe00");
     Find<QAction>("mnuMemoryAdd").trigger();
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window));
     EXPECT_GT(area.horizontalScrollBar()->value(), 0) << "the new pair is at the right";
 }
 
