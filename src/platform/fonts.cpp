@@ -24,7 +24,8 @@ QFont FontOf(const QStringList& families, QFont::StyleHint hint, double points, 
 }  // namespace
 
 QFont SansSerif(double points, Weight weight) {
-    return FontOf({"MS Sans Serif", "Microsoft Sans Serif", "Liberation Sans", "Arial", "Helvetica"}, QFont::SansSerif,
+    // On Windows the first of these two is a raster font in a few sizes, which are not those of a scaled screen.
+    return FontOf({"Microsoft Sans Serif", "MS Sans Serif", "Liberation Sans", "Arial", "Helvetica"}, QFont::SansSerif,
                   points, weight);
 }
 

@@ -14,6 +14,7 @@
 #include "platform/fonts.h"
 #include "platform/keys.h"
 #include "platform/twips.h"
+#include "shell/documents.h"
 
 namespace shell {
 
@@ -26,7 +27,7 @@ constexpr int frameWidth = 5;  // pixels
 
 // The user guide that was installed beside the program, or else the page on the web.
 QUrl PageAddress() {
-    const QFileInfo guide(QCoreApplication::applicationDirPath() + "/../share/doc/velmora/user-guide.html");
+    const QFileInfo guide(DocumentPath("user-guide.html"));
     return guide.isFile() ? QUrl::fromLocalFile(guide.canonicalFilePath()) : QUrl("https://www.velmora.example");
 }
 

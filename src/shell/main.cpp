@@ -21,6 +21,13 @@ int Print(const std::string& answer) {
     return isPrinted ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
+// The window has light colours on every desktop, and so has its frame.
+void UseLightFrame() {
+#if defined(Q_OS_WIN)
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "windows:darkmode=0");
+#endif
+}
+
 // The factor is for this program, and not for those that it starts.
 std::unique_ptr<QApplication> MakeApplication(int& argc, char** argv, const std::string& scale) {
     constexpr auto variable = "QT_SCALE_FACTOR";
@@ -44,6 +51,7 @@ int main(int argc, char** argv) {
     const shell::StartOptions first = shell::ReadStartOptions({argv + 1, argv + argc});
     if (!first.Problem.empty()) return Refuse(first.Problem);
     if (!first.Answer.empty()) return Print(first.Answer);
+    UseLightFrame();
     auto application = MakeApplication(argc, argv, first.Scale);
     const shell::StartOptions options = shell::ReadStartOptions(WordsLeft());
     if (!options.Surplus.empty()) return Refuse(options.Surplus);

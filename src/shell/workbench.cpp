@@ -2,6 +2,7 @@
 
 #include "platform/file_dialog.h"
 #include "platform/palette.h"
+#include "shell/documents.h"
 
 namespace shell {
 
@@ -12,8 +13,7 @@ void Prepare(QApplication& application) {
     QApplication::setWindowIcon(QIcon(":/velmora.svg"));
     QApplication::setQuitOnLastWindowClosed(false);
     platform::ApplyFixedAppearance(application);
-    const QString documents = QApplication::applicationDirPath() + "/../share/doc/velmora/";
-    for (const char* const folder : {"examples", "labs"}) platform::FileDialog::AddPlace(documents + folder);
+    for (const char* const folder : {"examples", "labs"}) platform::FileDialog::AddPlace(DocumentPath(folder));
 }
 
 Workbench::Workbench(std::function<void()> endProcess)
