@@ -3,9 +3,9 @@
 #include <cmath>
 #include <limits>
 
-#include "machine/characters.h"
 #include "machine/number_format.h"
 #include "machine/registers.h"
+#include "machine/text.h"
 
 namespace aids {
 
@@ -23,12 +23,6 @@ constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
 
 bool IsDigit(char16_t character) {
     return character >= u'0' && character <= u'9';
-}
-
-std::u16string_view WithoutBlanks(std::u16string_view text) {
-    while (!text.empty() && m8085::IsBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && m8085::IsBlank(text.back())) text.remove_suffix(1);
-    return text;
 }
 
 std::u16string_view TakeDigits(std::u16string_view& text) {
@@ -52,13 +46,11 @@ double Rounded(double value) {
 }
 
 std::u16string Hexadecimal(double count) {
-    const std::string digits = m8085::FormatHexShort(static_cast<std::int32_t>(Rounded(count)));
-    return {digits.begin(), digits.end()};
+    return m8085::Wide(m8085::FormatHexShort(static_cast<std::int32_t>(Rounded(count))));
 }
 
 std::u16string Label(int number) {
-    const std::string digits = std::to_string(number);
-    return u"dd_" + std::u16string(digits.begin(), digits.end());
+    return u"dd_" + m8085::Wide(std::to_string(number));
 }
 
 // Counts DE down to zero.
@@ -82,7 +74,7 @@ std::u16string LongLoop(double tStates, int lastLabel) {
 }  // namespace
 
 std::optional<std::int32_t> ReadWholeNumber(std::u16string_view answer) {
-    std::u16string_view rest = WithoutBlanks(answer);
+    std::u16string_view rest = m8085::Trimmed(answer);
     const bool isNegative = rest.starts_with(u'-');
     if (isNegative || rest.starts_with(u'+')) rest.remove_prefix(1);
 

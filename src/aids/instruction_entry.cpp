@@ -3,39 +3,35 @@
 #include <algorithm>
 #include <cassert>
 
-#include "machine/characters.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace aids {
 
 namespace {
 
-constexpr std::u16string_view lineEnd = u"\r\n";
+using m8085::Wide;
 
-std::u16string LowerCase(std::string_view text) {
-    std::u16string result;
-    for (const char character : text) result += m8085::ToLowerCase(static_cast<unsigned char>(character));
-    return result;
-}
+constexpr std::u16string_view lineEnd = u"\r\n";
 
 }  // namespace
 
 EntryStep InstructionEntry::ChooseMnemonic(std::string_view mnemonic) {
-    row_ = assembler::FindInstruction(std::u16string(mnemonic.begin(), mnemonic.end()));
+    row_ = assembler::FindInstruction(Wide(mnemonic));
     assert(row_ != nullptr);
     CAOperandIndex = 0;
-    return CAGetOperand(LowerCase(mnemonic) + u' ');
+    return CAGetOperand(m8085::LowerCase(Wide(mnemonic)) + u' ');
 }
 
 EntryStep InstructionEntry::ChooseRegister(std::string_view caption) {
     // Pairs go by the name of their first register, but for those that have none.
     const bool isWhole = caption == "PSW" || caption == "SP";
-    return CAGetOperand(LowerCase(isWhole ? caption : caption.substr(0, 1)));
+    return CAGetOperand(m8085::LowerCase(Wide(isWhole ? caption : caption.substr(0, 1))));
 }
 
 EntryStep InstructionEntry::ChooseDigit(int digit) {
     assert(digit >= 0 && digit <= 15);
-    const std::u16string text = LowerCase(m8085::HexDigits.substr(static_cast<std::size_t>(digit), 1));
+    const std::u16string text = m8085::LowerCase(Wide(m8085::HexDigits.substr(static_cast<std::size_t>(digit), 1)));
     ++CADigitsEntered;
     if (CADigitsEntered == CADigitsWanted) return CAGetOperand(text);
     return {text, NextEntry::Digit};

@@ -12,6 +12,7 @@
 #include "cases/place.h"
 #include "machine/bytes.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 #include "panels/tips.h"
 
 namespace aids {
@@ -20,12 +21,9 @@ namespace {
 
 using m8085::FormatHexByte;
 using m8085::FormatHexLong;
+using m8085::Wide;
 using Text = std::u16string;
 using View = std::u16string_view;
-
-Text Wide(std::string_view ascii) {
-    return {ascii.begin(), ascii.end()};
-}
 
 // A word and those that it stands among, in upper case.
 struct WordInLine {

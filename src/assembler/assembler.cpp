@@ -7,8 +7,8 @@
 
 #include "assembler/instruction_table.h"
 #include "machine/bytes.h"
-#include "machine/characters.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace assembler {
 
@@ -233,7 +233,7 @@ std::optional<std::int32_t> ReadNumber(std::u16string_view word) {
 
 Assembly AssembleProgram(std::u16string text, m8085::MachineState& machine, m8085::CodeMap& codeMap,
                          std::int32_t origin) {
-    std::ranges::transform(text, text.begin(), m8085::ToUpperCase);
+    text = m8085::UpperCase(text);
     return Translation(text, machine, codeMap, origin).Run();
 }
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "assembler/line_words.h"
-#include "machine/characters.h"
+#include "machine/text.h"
 
 namespace assembler {
 

@@ -14,8 +14,8 @@
 #include "assembler/disassembly.h"
 #include "assembler/instruction_table.h"
 #include "assembler/line_words.h"
-#include "machine/characters.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace assembler {
 
@@ -24,6 +24,7 @@ namespace {
 using Text = std::u16string;
 using View = std::u16string_view;
 using Pair = std::pair<View, View>;
+using m8085::Wide;
 
 constexpr View interruptMnemonics[] = {u"RST", u"RIM", u"SIM", u"EI", u"DI"};
 
@@ -47,16 +48,6 @@ bool Contains(const auto& list, View word) {
 
 void AppendOnce(std::vector<Text>& words, const Text& word) {
     if (!Contains(words, word)) words.push_back(word);
-}
-
-Text Wide(std::string_view ascii) {
-    return {ascii.begin(), ascii.end()};
-}
-
-Text LowerCase(View text) {
-    Text lower(text);
-    std::ranges::transform(lower, lower.begin(), m8085::ToLowerCase);
-    return lower;
 }
 
 // "A", "A or B", "A, B or C"; nothing for no word.
@@ -219,13 +210,13 @@ struct Fault {
             return std::tuple(!fits, PlaceOfRegister(Wide(row.Operands[0])), PlaceOfRegister(Wide(row.Operands[1])));
         };
         const InstructionRow& example = *std::ranges::min_element(InstructionRows(), {}, order);
-        return LowerCase(Wide(Disassemble({example.Opcode, 0x05, 0x90})));
+        return m8085::LowerCase(Wide(Disassemble({example.Opcode, 0x05, 0x90})));
     }
 
     // The line with the mnemonic in the place of its own.
     Text WithMnemonic(View mnemonic) const {
         const Text before = Place == 2 ? Text(Words[1]) + u"," : Text();
-        return LowerCase(Text(mnemonic) + u" " + before + Shortened(Word()));
+        return m8085::LowerCase(Text(mnemonic) + u" " + before + Shortened(Word()));
     }
 
     // What the word is to somebody who does not write it in hexadecimal.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "machine/characters.h"
+#include "machine/text.h"
 
 namespace assembler {
 
@@ -20,8 +20,7 @@ std::vector<PlacedWord> PlacedWordsOfLine(std::u16string_view line) {
     bool isInWord = false;
     for (std::size_t at = 0; at < line.size(); ++at) {
         if (line[at] == u';') {
-            if (isInWord)
-                for (const char16_t character : line.substr(at)) words.back().Text += m8085::ToUpperCase(character);
+            if (isInWord) words.back().Text += m8085::UpperCase(line.substr(at));
             break;
         }
         const std::size_t place = (isInWord ? words.size() - 1 : words.size()) % Places;

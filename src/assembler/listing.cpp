@@ -6,6 +6,7 @@
 
 #include "assembler/disassembly.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace assembler {
 
@@ -25,22 +26,18 @@ std::vector<std::u16string_view> SourceLinesOf(std::u16string_view source) {
     return lines;
 }
 
-std::u16string Wide(std::string_view ascii) {
-    return {ascii.begin(), ascii.end()};
-}
-
 std::u16string AddressAndBytes(std::int32_t address, const m8085::MemoryBytes& memory) {
     std::string text = m8085::FormatHexLong(address) + ' ';
     auto byte = memory.begin() + address;
     for (int left = InstructionLength(*byte); left > 0; --left) text += ' ' + m8085::FormatHexByte(*byte++);
-    return Wide(text);
+    return m8085::Wide(text);
 }
 
 // Without blanks at its end.
 std::u16string Row(std::u16string addressAndBytes, std::size_t number, std::u16string_view line) {
     const std::string digits = std::to_string(number);
     addressAndBytes.resize(numberColumn + numberWidth - std::min(numberWidth, digits.size()), u' ');
-    addressAndBytes += Wide(digits + "  ");
+    addressAndBytes += m8085::Wide(digits + "  ");
     addressAndBytes += line;
     addressAndBytes.erase(addressAndBytes.find_last_not_of(u" \t") + 1);
     return addressAndBytes;
@@ -69,7 +66,7 @@ std::vector<std::u16string> ListingOf(std::u16string_view source, const Prepared
         const auto& label = assembly.Labels[slot];
         if (label.Kind != LabelKind::Definition) continue;
         if (listing.size() == rows) listing.emplace_back();
-        listing.push_back(Wide(m8085::FormatHexLong(label.Address) + "  ") + label.Name);
+        listing.push_back(m8085::Wide(m8085::FormatHexLong(label.Address) + "  ") + label.Name);
     }
     return listing;
 }

@@ -13,6 +13,7 @@
 #include "machine/address_space.h"
 #include "machine/bytes.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace assembler {
 
@@ -117,8 +118,7 @@ private:
         if (entries_ > LabelTable::Slots || (entries_ == LabelTable::Slots && isLastALabel_))
             program_.Obstacles.push_back("it has " + std::to_string(entries_) +
                                          " labels, jumps and calls, more than a program may have");
-        const std::u16string text(program_.Text.begin(), program_.Text.end());
-        if (const auto excess = ExplainExcessLength(PrepareProgram(text).Length, 0))
+        if (const auto excess = ExplainExcessLength(PrepareProgram(m8085::Wide(program_.Text)).Length, 0))
             program_.Obstacles.push_back(*excess);
     }
 

@@ -8,6 +8,7 @@
 #include "assembler/checked_program.h"
 #include "assembler/instruction_table.h"
 #include "assembler/line_words.h"
+#include "machine/text.h"
 
 namespace assembler {
 
@@ -18,8 +19,7 @@ using View = std::u16string_view;
 using Words = std::vector<Text>;
 
 Text Number(int value) {
-    const std::string digits = std::to_string(value);
-    return {digits.begin(), digits.end()};
+    return m8085::Wide(std::to_string(value));
 }
 
 bool IsMnemonic(View word) {

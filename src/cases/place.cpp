@@ -5,8 +5,8 @@
 #include <iterator>
 
 #include "machine/bytes.h"
-#include "machine/characters.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace cases {
 

@@ -4,8 +4,8 @@
 #include <cstdlib>
 
 #include "assembler/assembler.h"
-#include "machine/characters.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace conversion {
 
@@ -134,7 +134,7 @@ std::u16string FormatNumber(std::int32_t number, bool isByte, bool withFinalH) {
 
 std::u16string UpperCase(View text) {
     Text upper(text);
-    std::ranges::transform(upper, upper.begin(), m8085::ToUpperCase);
+    std::ranges::transform(upper, upper.begin(), m8085::ToUpperCase<char16_t>);
     return upper;
 }
 

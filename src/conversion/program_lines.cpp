@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "conversion/expression.h"
-#include "machine/characters.h"
+#include "machine/text.h"
 
 namespace conversion {
 

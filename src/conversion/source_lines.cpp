@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "machine/characters.h"
+#include "machine/text.h"
 
 namespace conversion {
 

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "conversion/expression.h"
-#include "machine/characters.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace conversion {
 

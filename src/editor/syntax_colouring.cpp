@@ -4,7 +4,7 @@
 #include <string>
 
 #include "assembler/mnemonic_list.h"
-#include "machine/characters.h"
+#include "machine/text.h"
 
 namespace editor {
 
