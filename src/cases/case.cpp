@@ -1,4 +1,5 @@
 #include "cases/case.h"
+#include "machine/text.h"
 
 #include <algorithm>
 #include <optional>
@@ -6,6 +7,8 @@
 namespace cases {
 
 namespace {
+
+using m8085::Trimmed;
 
 // A line that begins with one of the two words, taken apart.
 struct Statement {
@@ -18,25 +21,25 @@ struct Statement {
 // The comment of the line, or all of it where it has none.
 std::string_view CommentOf(std::string_view line) {
     const std::size_t start = line.find(';');
-    if (start == line.npos) return Trim(line);
+    if (start == line.npos) return Trimmed(line);
     line.remove_prefix(std::min(line.find_first_not_of("; \t", start), line.size()));
-    return Trim(line);
+    return Trimmed(line);
 }
 
 std::optional<Statement> ReadStatement(std::string_view line) {
     const std::string_view text = CommentOf(line);
     constexpr std::size_t wordLength = 5;
-    const std::string word = UpperCase(text.substr(0, wordLength));
+    const std::string word = m8085::UpperCase(text.substr(0, wordLength));
     if (word != "GIVEN" && word != "GIVES") return std::nullopt;
     Statement statement{word == "GIVEN", false, {}, text.substr(wordLength)};
-    const std::string after = UpperCase(statement.Rest.substr(0, 1));
+    const std::string after = m8085::UpperCase(statement.Rest.substr(0, 1));
     if (after >= "A" && after <= "Z") return std::nullopt;  // another word
-    statement.Rest = Trim(statement.Rest);
+    statement.Rest = Trimmed(statement.Rest);
     const std::size_t end = statement.Rest.find(']');
     if (!statement.IsGiven || !statement.Rest.starts_with('[') || end == text.npos) return statement;
     statement.HasName = true;
-    statement.Name = Trim(statement.Rest.substr(1, end - 1));
-    statement.Rest = Trim(statement.Rest.substr(end + 1));
+    statement.Name = Trimmed(statement.Rest.substr(1, end - 1));
+    statement.Rest = Trimmed(statement.Rest.substr(end + 1));
     return statement;
 }
 

@@ -3,10 +3,13 @@
 #include <algorithm>
 
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace cases {
 
 namespace {
+
+using m8085::Trimmed;
 
 [[noreturn]] void Refuse(std::string_view text, const std::string& reason) {
     throw Misread('"' + std::string(text) + "\": " + reason);
@@ -19,7 +22,7 @@ struct Word {
 };
 
 Word FindTStates(std::string_view text) {
-    const std::string upper = UpperCase(text);
+    const std::string upper = m8085::UpperCase(text);
     for (const std::string_view word : {"T-STATES", "TSTATES", "T STATES"})
         if (const std::size_t start = upper.find(word); start != std::string::npos) return {start, word.size()};
     return {};
@@ -36,8 +39,8 @@ void RefuseOtherSigns(std::string_view text, std::size_t sign) {
     if (sign == text.npos) {
         const std::size_t colon = text.find(':');
         if (colon != text.npos)
-            Refuse(text, "a value follows a =: " + std::string(Trim(text.substr(0, colon))) + '=' +
-                             std::string(Trim(text.substr(colon + 1))));
+            Refuse(text, "a value follows a =: " + std::string(Trimmed(text.substr(0, colon))) + '=' +
+                             std::string(Trimmed(text.substr(colon + 1))));
         Refuse(text, "this is not WHERE=VALUE, such as A=05 or 9000=05,06");
     }
     const char before = sign > 0 ? text[sign - 1] : ' ';
@@ -54,7 +57,7 @@ std::vector<int> ValuesIn(std::string_view values, const Place& where, std::stri
     std::vector<int> read;
     for (bool isLast = false; !isLast;) {
         const std::size_t comma = std::min(values.find(','), values.size());
-        const std::string_view part = Trim(values.substr(0, comma));
+        const std::string_view part = Trimmed(values.substr(0, comma));
         if (part.find_first_of(" \t;") != part.npos)
             Refuse(text, "after a value stands a comma, or nothing: \"" + std::string(part) + "\" is not one value");
         const auto value = ReadNumber(part, largest);
@@ -69,7 +72,7 @@ std::vector<int> ValuesIn(std::string_view values, const Place& where, std::stri
 
 }  // namespace
 
-Claim::Claim(std::string_view text) : text_(Trim(text)) {
+Claim::Claim(std::string_view text) : text_(Trimmed(text)) {
     if (ReadTStates()) return;
     const std::size_t sign = text_.find('=');
     RefuseOtherSigns(text_, sign);
@@ -82,11 +85,11 @@ bool Claim::ReadTStates() {
     const Word word = FindTStates(text);
     if (word.Start == text.npos) return false;
     isOfTStates_ = true;
-    const std::string_view before = Trim(text.substr(0, word.Start));
-    const std::string_view after = Trim(text.substr(word.Start + word.Length));
+    const std::string_view before = Trimmed(text.substr(0, word.Start));
+    const std::string_view after = Trimmed(text.substr(word.Start + word.Length));
     const bool isMost = before.empty() && after.starts_with("<=");
     const bool isLeast = before.empty() && after.starts_with(">=");
-    const auto count = m8085::ReadDecimal(isMost || isLeast ? Trim(after.substr(2)) : before);
+    const auto count = m8085::ReadDecimal(isMost || isLeast ? Trimmed(after.substr(2)) : before);
     if (!count || (!isMost && !isLeast && !after.empty()))
         Refuse(text, "T-states are decimal, and written 119 T-states, T-states <= 200 or T-states >= 100");
     if (!isMost) least_ = *count;
@@ -147,7 +150,7 @@ bool IsAboutTStates(std::string_view text) {
 }
 
 Feed ReadFeed(std::string_view text) {
-    text = Trim(text);
+    text = Trimmed(text);
     const std::size_t sign = text.find('=');
     RefuseOtherSigns(text, sign);
     const Place port = ReadPlace(text.substr(0, sign));
@@ -159,7 +162,7 @@ Claims ReadClaims(std::string_view text) {
     std::vector<std::string> items;
     for (bool isLast = false; !isLast;) {
         const std::size_t comma = std::min(text.find(','), text.size());
-        const std::string_view part = Trim(text.substr(0, comma));
+        const std::string_view part = Trimmed(text.substr(0, comma));
         const bool begins = part.find('=') != part.npos || IsAboutTStates(part) || IsFileName(part);
         if (begins || items.empty())
             items.emplace_back(part);

@@ -12,6 +12,8 @@ namespace cases {
 
 namespace {
 
+using m8085::Trimmed;
+
 constexpr std::string_view pairNames[] = {"BC", "DE", "HL", "PSW"};  // by their codes
 constexpr std::string_view portWord = "PORT ";
 
@@ -40,9 +42,9 @@ Place ReadNumbered(Place::Kind kind, std::string_view text, std::string_view num
     const int last = isPort ? m8085::PortCount - 1 : m8085::MemorySize - 1;
     const std::size_t sign = std::min(numbers.find('-'), numbers.size());
     const bool isRange = sign < numbers.size();
-    const std::string_view first = Trim(numbers.substr(0, sign));
-    const std::string_view second = isRange ? Trim(numbers.substr(sign + 1)) : first;
-    if (!isPort && isRange && (Named(UpperCase(first)) || Named(UpperCase(second))))
+    const std::string_view first = Trimmed(numbers.substr(0, sign));
+    const std::string_view second = isRange ? Trimmed(numbers.substr(sign + 1)) : first;
+    if (!isPort && isRange && (Named(m8085::UpperCase(first)) || Named(m8085::UpperCase(second))))
         throw Misread(Quoted(text) + " is not a range of addresses: address A is written 0A there");
     const auto from = ReadNumber(first, last);
     const auto to = ReadNumber(second, last);
@@ -125,17 +127,17 @@ std::string Place::Name() const {
 }
 
 Place ReadPlace(std::string_view text) {
-    text = Trim(text);
-    const std::string upper = UpperCase(text);
+    text = Trimmed(text);
+    const std::string upper = m8085::UpperCase(text);
     if (const auto place = Named(upper)) return *place;
     if (!upper.starts_with(portWord)) return ReadNumbered(Place::Kind::Memory, text, text);
-    return ReadNumbered(Place::Kind::Port, text, Trim(text.substr(portWord.size())));
+    return ReadNumbered(Place::Kind::Port, text, Trimmed(text.substr(portWord.size())));
 }
 
 bool LooksLikeRange(std::string_view text) {
     const std::size_t sign = text.find('-');
-    return sign != text.npos && ReadNumber(Trim(text.substr(0, sign)), m8085::MemorySize) &&
-           ReadNumber(Trim(text.substr(sign + 1)), m8085::MemorySize);
+    return sign != text.npos && ReadNumber(Trimmed(text.substr(0, sign)), m8085::MemorySize) &&
+           ReadNumber(Trimmed(text.substr(sign + 1)), m8085::MemorySize);
 }
 
 std::optional<std::string> RangeMeantBy(std::string_view text) {
@@ -153,19 +155,6 @@ std::optional<int> ReadNumber(std::string_view text, int largest) {
     else if (text.ends_with('H') || text.ends_with('h'))
         text.remove_suffix(1);
     return m8085::ReadHexNumber(text, largest);
-}
-
-std::string_view Trim(std::string_view text) {
-    constexpr std::string_view blanks = " \t";
-    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-    return text.substr(0, text.find_last_not_of(blanks) + 1);
-}
-
-std::string UpperCase(std::string_view text) {
-    std::string upper;
-    for (const char character : text)
-        upper += static_cast<char>(m8085::ToUpperCase(static_cast<unsigned char>(character)));
-    return upper;
 }
 
 }  // namespace cases

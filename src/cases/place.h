@@ -56,10 +56,4 @@ std::optional<std::string> RangeMeantBy(std::string_view text);
 // as the one after it. Nothing for any other text.
 std::optional<int> ReadNumber(std::string_view text, int largest);
 
-// Without blanks and tabs around it.
-std::string_view Trim(std::string_view text);
-
-// With a to z in upper case; all else stays.
-std::string UpperCase(std::string_view text);
-
 }  // namespace cases

@@ -6,6 +6,7 @@
 
 #include "files/path.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace console {
 
@@ -14,7 +15,7 @@ namespace {
 using Words = std::vector<std::string>;
 
 View ReadView(const std::string& text) {
-    const std::string upper = cases::UpperCase(text);
+    const std::string upper = m8085::UpperCase(text);
     if (upper == "REGISTERS") return {View::Kind::Registers, {}};
     if (upper == "PORTS") return {View::Kind::Ports, {}};
     if (upper == "CHANGED") return {View::Kind::Changed, {}};

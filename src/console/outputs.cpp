@@ -9,6 +9,7 @@
 #include "files/file_reader.h"
 #include "files/path.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace console {
 
@@ -16,7 +17,7 @@ namespace {
 
 // In upper case, since some file systems make no difference.
 std::string Extension(const std::string& path) {
-    return cases::UpperCase(files::TextOf(files::PathOf(path).extension()));
+    return m8085::UpperCase(files::TextOf(files::PathOf(path).extension()));
 }
 
 bool IsSameFile(const std::string& one, const std::string& other) {

@@ -7,6 +7,7 @@
 #include "assembler/warnings.h"
 #include "console/text.h"
 #include "editor/program_file.h"
+#include "machine/text.h"
 
 namespace console {
 
@@ -31,9 +32,7 @@ memedata::AddressRange Simulation::ProgramRange() const {
 
 std::string_view Simulation::SourceOf(int line) const {
     if (line < 1 || line > std::ssize(SourceLines)) return {};
-    std::string_view text = SourceLines[static_cast<std::size_t>(line - 1)];
-    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-    return text.substr(0, text.find_last_not_of(" \t") + 1);
+    return m8085::Trimmed(std::string_view(SourceLines[static_cast<std::size_t>(line - 1)]));
 }
 
 std::unique_ptr<Simulation> Unreadable(std::string name, std::string reason) {

@@ -17,6 +17,7 @@
 #include "conversion/source_lines.h"
 #include "conversion/statement.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace conversion {
 
@@ -24,6 +25,8 @@ namespace {
 
 using Text = std::u16string;
 using View = std::u16string_view;
+using m8085::UpperCase;
+using m8085::Wide;
 
 Text IsComment(const Text& what) {
     return what + u" is a comment now";
@@ -31,10 +34,6 @@ Text IsComment(const Text& what) {
 
 Text HasMoreValues(const Label& label) {
     return label.Name + u" has more than one value";
-}
-
-Text Wide(std::string_view ascii) {
-    return {ascii.begin(), ascii.end()};
 }
 
 Text Address(std::int32_t address) {
@@ -386,7 +385,7 @@ bool Converter::ConvertRest() {
         Parsed().Operands, [](const Operand& operand) { return operand.Text.find_first_of(u"+-", 1) != Text::npos; });
     const bool mayBeComment = IsWord(word) && !IsOperator(word) && !ReadStatement(rest).IsWholeInstruction();
     if (!mayBeComment || hasSum || !Parsed().IsWholeInstruction() || !HasReadableNumber()) {
-        Here().SayFault(Text(Trimmed(rest)) + u" does not belong to " + Parsed().Operation +
+        Here().SayFault(Text(m8085::Trimmed(rest)) + u" does not belong to " + Parsed().Operation +
                         u", and may be a comment or not");
         return false;
     }

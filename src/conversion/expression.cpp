@@ -13,6 +13,7 @@ namespace {
 
 using Text = std::u16string;
 using View = std::u16string_view;
+using m8085::Trimmed;
 
 constexpr std::int64_t beyond = 0xFFFFFF;  // what no operand has room for
 
@@ -62,7 +63,7 @@ std::size_t EndOfTerm(View text) {
 std::optional<Value> ReadTerm(View term, const ValueOfName& valueOf, const Notation& notation) {
     const bool isNumber = term.empty() || (term[0] >= u'0' && term[0] <= u'9');
     if (!isNumber)
-        if (const auto value = valueOf(UpperCase(term))) return value;
+        if (const auto value = valueOf(m8085::UpperCase(term))) return value;
     return ReadNumber(term, notation);
 }
 
@@ -81,7 +82,7 @@ bool Add(Value& sum, const Value& value, int sign) {
 std::optional<Value> ReadNumber(View word, const Notation& notation) {
     if (word.starts_with(u'#')) word.remove_prefix(1);
     if (const auto character = ReadCharacter(word)) return character;
-    Text upper = UpperCase(word);
+    Text upper = m8085::UpperCase(word);
     if (upper.ends_with(u'H')) upper = Text(Trimmed(View(upper).substr(0, upper.size() - 1))) + u'H';
     if (const auto number = ReadWithPrefix(upper)) return Constant(*number);
     const auto hexadecimal = assembler::ReadNumber(upper);
@@ -125,23 +126,10 @@ std::optional<Choice> Choose(const Value& value, std::int32_t largest) {
 }
 
 std::u16string FormatNumber(std::int32_t number, bool isByte, bool withFinalH) {
-    const std::string digits =
-        isByte ? m8085::FormatHexByte(static_cast<std::uint8_t>(number)) : m8085::FormatHexLong(number);
-    Text text(digits.begin(), digits.end());
+    Text text =
+        m8085::Wide(isByte ? m8085::FormatHexByte(static_cast<std::uint8_t>(number)) : m8085::FormatHexLong(number));
     if (text[0] > u'9') text.insert(0, 1, u'0');
     return withFinalH ? text + u'H' : text;
-}
-
-std::u16string UpperCase(View text) {
-    Text upper(text);
-    std::ranges::transform(upper, upper.begin(), m8085::ToUpperCase<char16_t>);
-    return upper;
-}
-
-std::u16string_view Trimmed(View text) {
-    while (!text.empty() && m8085::IsBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && m8085::IsBlank(text.back())) text.remove_suffix(1);
-    return text;
 }
 
 }  // namespace conversion

@@ -50,8 +50,4 @@ std::optional<Choice> Choose(const Value& value, std::int32_t largest);
 // "0AH" or "0F00AH", or the same without the H.
 std::u16string FormatNumber(std::int32_t number, bool isByte, bool withFinalH);
 
-// With a to z in upper case, and without blanks around it.
-std::u16string UpperCase(std::u16string_view text);
-std::u16string_view Trimmed(std::u16string_view text);
-
 }  // namespace conversion

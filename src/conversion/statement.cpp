@@ -13,6 +13,7 @@ namespace {
 
 using Text = std::u16string;
 using View = std::u16string_view;
+using m8085::UpperCase;
 
 // Those with a dot are words of English without it.
 constexpr std::pair<View, Kind> operations[] = {
@@ -178,7 +179,7 @@ private:
     }
 
     void TakeOperand(std::size_t start) {
-        if (at_ > start) statement_.Operands.push_back({start, Text(Trimmed(code_.substr(start, at_ - start)))});
+        if (at_ > start) statement_.Operands.push_back({start, Text(m8085::Trimmed(code_.substr(start, at_ - start)))});
         SkipBlanks();
     }
 
@@ -213,7 +214,7 @@ private:
 // Splits at blanks.
 std::vector<View> WordsOf(View code) {
     std::vector<View> words;
-    while (!(code = Trimmed(code)).empty()) {
+    while (!(code = m8085::Trimmed(code)).empty()) {
         words.push_back(code.substr(0, code.find_first_of(u" \t")));
         code.remove_prefix(words.back().size());
     }
