@@ -8,6 +8,7 @@
 #include "assembler/assembler.h"
 #include "assembler/instruction_table.h"
 #include "assembler/line_words.h"
+#include "machine/text.h"
 
 namespace assembler {
 
@@ -29,7 +30,7 @@ public:
 
     CheckedProgram Run() {
         if (program_.Text.size() > LongestPreparedText) return {};
-        for (const View line : LinesOf(program_.Text)) Add(line);
+        for (const View line : m8085::LinesOf(program_.Text)) Add(line);
         LookForLastLabel();
         for (const auto& [line, label] : references_)
             if (CanBeFound(label)) result_.Lines[line].Error.clear();

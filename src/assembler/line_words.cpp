@@ -1,18 +1,10 @@
 #include "assembler/line_words.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "machine/text.h"
 
 namespace assembler {
-
-std::vector<std::u16string_view> LinesOf(std::u16string_view text) {
-    std::vector<std::u16string_view> lines;
-    for (; !text.empty(); text.remove_prefix(std::min(text.size(), lines.back().size() + 1)))
-        lines.push_back(text.substr(0, text.find(u'\n')));
-    return lines;
-}
 
 std::vector<PlacedWord> PlacedWordsOfLine(std::u16string_view line) {
     enum Place { Mnemonic, FirstOperand, SecondOperand, Places };

@@ -6,9 +6,6 @@
 
 namespace assembler {
 
-// The lines of a text, which end in a line feed each.
-std::vector<std::u16string_view> LinesOf(std::u16string_view text);
-
 // The words of one line of a prepared program as the assembler divides it, without its comment and in upper case. Words
 // fill the places of mnemonic, first operand and second operand in turn, so that the fourth comes to the first again.
 // Only before and after a second operand does a comma separate; everywhere else it is a character of its word,

@@ -15,17 +15,6 @@ namespace {
 constexpr std::size_t numberColumn = 16;
 constexpr std::size_t numberWidth = 5;
 
-std::vector<std::u16string_view> SourceLinesOf(std::u16string_view source) {
-    std::vector<std::u16string_view> lines;
-    while (!source.empty()) {
-        const std::size_t end = std::min(source.find_first_of(u"\r\n"), source.size());
-        lines.push_back(source.substr(0, end));
-        const std::size_t lineEnd = source.substr(end).starts_with(u"\r\n") ? 2 : 1;
-        source.remove_prefix(std::min(end + lineEnd, source.size()));
-    }
-    return lines;
-}
-
 std::u16string AddressAndBytes(std::int32_t address, const m8085::MemoryBytes& memory) {
     std::string text = m8085::FormatHexLong(address) + ' ';
     auto byte = memory.begin() + address;
@@ -50,7 +39,7 @@ std::vector<std::u16string> ListingOf(std::u16string_view source, const Prepared
                                       const m8085::MemoryBytes& memory) {
     std::vector<std::u16string> listing;
     auto address = assembly.Instructions.begin();
-    for (std::size_t number = 1; const std::u16string_view line : SourceLinesOf(source)) {
+    for (std::size_t number = 1; const std::u16string_view line : m8085::LinesOf(source)) {
         // A line that colons break can hold more than one instruction.
         std::vector<std::u16string> instructions;
         for (; address != assembly.Instructions.end(); ++address) {

@@ -126,12 +126,7 @@ private:
 
 Cases ReadCases(std::string_view source) {
     Reader reader;
-    for (int line = 1; !source.empty(); ++line) {
-        const std::size_t end = std::min(source.find_first_of("\r\n"), source.size());
-        reader.Take(source.substr(0, end), line);
-        const std::size_t lineEnd = source.substr(end).starts_with("\r\n") ? 2 : 1;
-        source.remove_prefix(std::min(end + lineEnd, source.size()));
-    }
+    for (int number = 1; const std::string_view line : m8085::LinesOf(source)) reader.Take(line, number++);
     return reader.Finish();
 }
 

@@ -44,12 +44,7 @@ bool BeginsLikeAProgram(std::u16string_view line) {
 bool HoldsProgram(const std::string& path) {
     const files::Content file = files::ReadFile(files::PathOf(path), editor::LargestProgramFile);
     const std::u16string text = editor::DecodeProgramFile(file.Bytes).Text;
-    for (std::u16string_view rest = text; !rest.empty();) {
-        const std::size_t end = std::min(rest.find_first_of(u"\r\n"), rest.size());
-        if (BeginsLikeAProgram(rest.substr(0, end))) return true;
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-    return false;
+    return std::ranges::any_of(m8085::LinesOf(text), BeginsLikeAProgram);
 }
 
 // A device loses nothing.

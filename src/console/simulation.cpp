@@ -11,28 +11,13 @@
 
 namespace console {
 
-namespace {
-
-std::vector<std::string> LinesOf(std::u16string_view text) {
-    std::vector<std::string> lines;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find_first_of(u"\r\n"), text.size());
-        lines.push_back(Printable(Utf8(text.substr(0, end))));
-        const std::size_t lineEnd = text.substr(end).starts_with(u"\r\n") ? 2 : 1;
-        text.remove_prefix(std::min(end + lineEnd, text.size()));
-    }
-    return lines;
-}
-
-}  // namespace
-
 memedata::AddressRange Simulation::ProgramRange() const {
     return {static_cast<std::uint16_t>(Assembly.Origin), static_cast<std::uint16_t>(Assembly.End - 1)};
 }
 
 std::string_view Simulation::SourceOf(int line) const {
     if (line < 1 || line > std::ssize(SourceLines)) return {};
-    return m8085::Trimmed(std::string_view(SourceLines[static_cast<std::size_t>(line - 1)]));
+    return m8085::Trimmed(SourceLines[static_cast<std::size_t>(line - 1)]);
 }
 
 std::unique_ptr<Simulation> Unreadable(std::string name, std::string reason) {
@@ -48,7 +33,7 @@ std::unique_ptr<Simulation> Assemble(std::string name, std::string_view file, st
     if (!source.Problem.empty()) return Unreadable(std::move(name), std::move(source.Problem));
     auto simulation = std::make_unique<Simulation>();
     simulation->Name = std::move(name);
-    simulation->SourceLines = LinesOf(source.Text);
+    for (const auto line : m8085::LinesOf(source.Text)) simulation->SourceLines.push_back(Printable(Utf8(line)));
     simulation->Program = assembler::PrepareProgram(source.Text);
     simulation->Source = std::move(source.Text);
     const assembler::PreparedProgram& program = simulation->Program;

@@ -23,7 +23,7 @@ Names CutAtEnd(std::vector<Line>& lines) {
     for (Line& line : lines) {
         if (hasEnded) {
             line.Parsed = {};
-            if (m8085::Trimmed(View(line.Source.Code)).empty()) continue;
+            if (m8085::Trimmed(line.Source.Code).empty()) continue;
             line.MakeComment();
             line.Say(u"what follows END is a comment now");
             continue;

@@ -89,8 +89,8 @@ void AppendByte(std::string& text, std::uint8_t value) {
 
 std::string OnOneLine(std::string_view text) {
     std::string line(text);
-    std::replace_if(
-        line.begin(), line.end(), [](char character) { return character == '\r' || character == '\n'; }, ' ');
+    std::ranges::replace_if(
+        line, [](char character) { return character == '\r' || character == '\n'; }, ' ');
     return line;
 }
 

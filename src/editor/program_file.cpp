@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "editor/plain_source.h"
+#include "machine/text.h"
 
 namespace editor {
 
@@ -146,15 +147,6 @@ std::string WhyNotAText(std::u16string_view text) {
     return isText ? "" : "It is not a text file.";
 }
 
-bool LinesAreShortEnough(std::u16string_view text) {
-    for (std::size_t start = 0; start < text.size();) {
-        const std::size_t end = std::min(text.find_first_of(u"\r\n", start), text.size());
-        if (end - start > LongestLine) return false;
-        start = end + 1;
-    }
-    return true;
-}
-
 // In UTF-8, and with CR LF for each line end.
 std::size_t SavedSize(std::u16string_view text) {
     std::size_t bytes = 0;
@@ -179,7 +171,9 @@ ProgramFile DecodeProgramFile(std::string_view bytes) {
 
 std::string FindProblem(std::u16string_view text) {
     if (auto reason = WhyNotAText(text); !reason.empty()) return reason;
-    if (!LinesAreShortEnough(text)) return "It has a line of more than " + std::to_string(LongestLine) + " characters.";
+    const auto isTooLong = [](std::u16string_view line) { return line.size() > LongestLine; };
+    if (std::ranges::any_of(m8085::LinesOf(text), isTooLong))
+        return "It has a line of more than " + std::to_string(LongestLine) + " characters.";
     if (RoomIn(text) < 0)
         return "As UTF-8 with CR LF it has more than " + std::to_string(LargestProgramFile) + " bytes.";
     return {};

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace m8085 {
 
@@ -50,11 +51,26 @@ auto LowerCase(const Text& text) {
 }
 
 // Without blanks and tabs around it.
-template <class View>
-constexpr View Trimmed(View text) {
-    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-    return text;
+template <class Text>
+auto Trimmed(const Text& text) {
+    std::basic_string_view<typename Text::value_type> rest(text);
+    while (!rest.empty() && IsBlank(rest.front())) rest.remove_prefix(1);
+    while (!rest.empty() && IsBlank(rest.back())) rest.remove_suffix(1);
+    return rest;
+}
+
+// Its lines without their ends. CR LF, LF and CR each end one; after the last end there is none.
+template <class Text>
+auto LinesOf(const Text& text) {
+    std::vector<std::basic_string_view<typename Text::value_type>> lines;
+    for (auto next = text.begin(); next != text.end();) {
+        const auto end =
+            std::find_if(next, text.end(), [](auto character) { return character == '\r' || character == '\n'; });
+        lines.emplace_back(next, end);
+        next = end;
+        if (next != text.end() && *next++ == '\r' && next != text.end() && *next == '\n') ++next;
+    }
+    return lines;
 }
 
 }  // namespace m8085

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "assembler/line_words.h"
+#include "machine/text.h"
 #include "support/test_rig.h"
 
 namespace aids {
@@ -46,7 +46,7 @@ TEST(ProgramTip, SaysWhatStandsAtAPlaceAndOfTheAssembledTextAlsoWhere) {
     rig.machine.SetRegPair(2, 0x90, 0x41, false);
     rig.machine.Memory[0x9041] = 7;
     const std::u16string prepared = assembler::ConvertLineEnds(source);
-    const auto lines = assembler::LinesOf(prepared);
+    const auto lines = m8085::LinesOf(prepared);
     for (const auto& [line, at, tip, isOnlyOfAssembledText] : rows) {
         const std::u16string_view text = lines[std::size_t(line - 1)];
         const TextPlace place{text, line, at.empty() ? text.size() : text.rfind(at)};

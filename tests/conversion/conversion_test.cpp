@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <sstream>
 
-#include "assembler/line_words.h"
 #include "datafiles/data_file.h"
+#include "machine/text.h"
 #include "support/test_rig.h"
 
 namespace {
@@ -25,8 +25,8 @@ Text Wide(std::string_view text) {
 Conversion Convert(std::string_view source, bool allDecimal = false) {
     const Text text = Wide(source);
     Conversion conversion = conversion::ConvertProgram(text, allDecimal);
-    const auto before = assembler::LinesOf(text);
-    const auto after = assembler::LinesOf(conversion.Program);
+    const auto before = m8085::LinesOf(text);
+    const auto after = m8085::LinesOf(conversion.Program);
     EXPECT_EQ(before.size(), after.size()) << source;
     for (std::size_t line = 0; line < std::min(before.size(), after.size()); ++line) {
         const auto named = std::ranges::count(conversion.Notes, static_cast<int>(line + 1), &conversion::Note::Line);
@@ -61,7 +61,7 @@ void ExpectFaults(Rows rows) {
     for (const auto& [source, fault] : rows) {
         const Conversion conversion = Convert(source);
         const Text text = Wide(source);
-        const auto lines = assembler::LinesOf(text);
+        const auto lines = m8085::LinesOf(text);
         const std::string place = "!" + std::to_string(lines.size()) + ' ';
         EXPECT_NE(NotesOf(conversion).find(place + fault), std::string::npos) << NotesOf(conversion);
         EXPECT_TRUE(conversion.Program.ends_with(lines.back())) << Narrow(conversion.Program);
