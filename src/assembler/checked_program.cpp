@@ -14,9 +14,6 @@ namespace assembler {
 
 namespace {
 
-using Text = std::u16string;
-using View = std::u16string_view;
-
 constexpr View blockBegin = u"/*";
 constexpr View blockEnd = u"*/";
 

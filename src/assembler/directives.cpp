@@ -11,7 +11,6 @@ namespace assembler {
 
 namespace {
 
-using View = std::u16string_view;
 using Pair = std::pair<View, View>;
 
 constexpr View atOrigin = u"a program begins at 8000, and elsewhere by the --origin of velmora-run";

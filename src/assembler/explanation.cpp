@@ -21,8 +21,6 @@ namespace assembler {
 
 namespace {
 
-using Text = std::u16string;
-using View = std::u16string_view;
 using Pair = std::pair<View, View>;
 using m8085::Wide;
 

@@ -6,6 +6,10 @@
 
 namespace assembler {
 
+// The texts of programs.
+using Text = std::u16string;
+using View = std::u16string_view;
+
 // The words of one line of a prepared program as the assembler divides it, without its comment and in upper case. Words
 // fill the places of mnemonic, first operand and second operand in turn, so that the fourth comes to the first again.
 // Only before and after a second operand does a comma separate; everywhere else it is a character of its word,

@@ -14,8 +14,6 @@ namespace assembler {
 
 namespace {
 
-using Text = std::u16string;
-using View = std::u16string_view;
 using Words = std::vector<Text>;
 
 Text Number(int value) {

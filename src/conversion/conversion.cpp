@@ -23,8 +23,6 @@ namespace conversion {
 
 namespace {
 
-using Text = std::u16string;
-using View = std::u16string_view;
 using m8085::UpperCase;
 using m8085::Wide;
 

@@ -11,8 +11,6 @@ namespace conversion {
 
 namespace {
 
-using Text = std::u16string;
-using View = std::u16string_view;
 using m8085::Trimmed;
 
 constexpr std::int64_t beyond = 0xFFFFFF;  // what no operand has room for

@@ -8,6 +8,10 @@
 
 namespace conversion {
 
+// The texts of programs.
+using Text = std::u16string;
+using View = std::u16string_view;
+
 // What an operand comes to, in the readings that it has.
 struct Value {
     std::int64_t Number = 0;     // digits alone are hexadecimal

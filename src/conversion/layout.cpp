@@ -9,8 +9,6 @@ namespace conversion {
 
 namespace {
 
-using View = std::u16string_view;
-
 constexpr std::int32_t lastAddress = m8085::MemorySize - 1;
 
 constexpr std::size_t PageOf(std::int32_t address) {

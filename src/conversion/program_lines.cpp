@@ -11,8 +11,6 @@ namespace conversion {
 
 namespace {
 
-using Text = std::u16string;
-using View = std::u16string_view;
 using Names = std::set<Text>;
 
 // Those that jumps and calls go to. What follows END is not part of the program; where a jump before it goes there, END

@@ -11,8 +11,6 @@ namespace conversion {
 
 namespace {
 
-using Text = std::u16string;
-using View = std::u16string_view;
 using m8085::UpperCase;
 
 // Those with a dot are words of English without it.
