@@ -53,9 +53,14 @@ TEST(ProgramTip, SaysWhatStandsAtAPlaceAndOfTheAssembledTextAlsoWhere) {
         EXPECT_EQ(ProgramTip(place, rig.machine, rig.codeMap, &assembly), tip) << line;
         EXPECT_EQ(ProgramTip(place, rig.machine, rig.codeMap, nullptr), isOnlyOfAssembledText ? u"" : tip) << line;
     }
-    const std::u16string_view unbroken = u"a: b:mov x,c : mov e,g";
-    for (const auto& [column, begins] :
-         {std::pair{5u, u"Copies"}, {9u, u""}, {15u, u"Copies"}, {19u, u"E is"}, {21u, u""}}) {
+    const std::u16string_view unbroken = u"a: b:mov x,c : mov e,g : lxi b,12 : lxi b,ffff";
+    for (const auto& [column, begins] : {std::pair{5u, u"Copies"},
+                                         {9u, u""},
+                                         {15u, u"Copies"},
+                                         {19u, u"E is"},
+                                         {21u, u""},
+                                         {31u, u"Binary 0000 0000 0001"},
+                                         {42u, u"Binary 1111 1111 1"}}) {
         const std::u16string tip = ProgramTip({unbroken, 1, column}, rig.machine, rig.codeMap, nullptr);
         EXPECT_TRUE(tip.starts_with(begins) && tip.empty() == std::u16string_view(begins).empty()) << column;
     }

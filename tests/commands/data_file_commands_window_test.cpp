@@ -113,12 +113,18 @@ TEST_F(DataFileCommandsTest, BytesAreCopiedAsADataFileHasThem) {
         EXPECT_EQ(platform::ReadRichText(), expected == nullptr ? u"" : expected) << rows;
     }
 
-    auto& editor = Find<QLineEdit>("txtEdit");
-    QContextMenuEvent open(QContextMenuEvent::Mouse, {5, 5}, editor.mapToGlobal(QPoint(5, 5)));
-    QApplication::sendEvent(&editor, &open);
-    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    EXPECT_TRUE(menu->actions().contains(&Find<QAction>("mnuCopyByte")));
-    menu->close();
+    for (QWidget* control : std::initializer_list<QWidget*>{&Find<QLineEdit>("txtEdit"), grid.viewport()}) {
+        QContextMenuEvent open(QContextMenuEvent::Mouse, {5, 5}, control->mapToGlobal(QPoint(5, 5)));
+        bool isOffered = false;
+        QTimer::singleShot(0, [&] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            isOffered = menu != nullptr && menu->actions().contains(&Find<QAction>("mnuCopyByte"));
+            if (menu != nullptr) menu->close();
+        });
+        QApplication::sendEvent(control, &open);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(isOffered) << qPrintable(control->objectName());
+    }
 }
 
 TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) {

@@ -78,6 +78,7 @@ TEST_F(MemoryGridTest, DigitsGoIntoTheMachineOneByOneAndIntoEveryCellThatShowsTh
     QTest::keyPress(window.windowHandle(), 'a');  // still held when the cell is left
     Click(3, 3);
     EXPECT_EQ(byte, 0x3A);
+    EXPECT_EQ(editor.selectedText(), "00");
     Type("125\r\x1B");
     EXPECT_EQ(machine.Memory[0x9003], 0x12);
     Type("\b\b");
@@ -92,6 +93,9 @@ TEST_F(MemoryGridTest, DigitsGoIntoTheMachineOneByOneAndIntoEveryCellThatShowsTh
     EXPECT_TRUE(machine.Memory == m8085::MemoryBytes{});
     EXPECT_EQ(machine.Ports[1], 0x55);
     EXPECT_EQ(programsLost, 1);
+    machine.Memory[0x8004] = 0x21;
+    panel.RefreshRAMDisplay();
+    EXPECT_EQ(editor.text(), "21");
 }
 
 TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
@@ -99,8 +103,12 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     Key(Qt::Key_Up);
     Key(Qt::Key_Up);
     EXPECT_TRUE(IsEditorOver(0, 1));
-    for (int repeat = 0; repeat < 3; ++repeat) QTest::keyPress(window.windowHandle(), Qt::Key_Down);
+    QTest::keyPress(window.windowHandle(), Qt::Key_Down);
+    grid.setFocus();
+    Click(0, 1);
     QTest::keyRelease(window.windowHandle(), Qt::Key_Down);
+    EXPECT_TRUE(IsEditorOver(0, 1)) << "a key counts where it was pressed";
+    Key(Qt::Key_Down);
     EXPECT_TRUE(IsEditorOver(1, 1));
     Click(5, 0);
     Type("9");
@@ -153,13 +161,15 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
         EXPECT_TRUE(!tip->inherits("QTipLabel") ||
                     !tip->geometry().intersects(row.adjusted(0, 0, 0, 3 * row.height())));
     Type("3");
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })) << "it would show the old byte";
     panel.RefreshRAMDisplay();
     Type("4");
-    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })) << "it would show the old byte";
     EXPECT_EQ(machine.Memory[0x80FF], 0x34);
     EXPECT_EQ(machine.Memory[0x80FE], 0x12);
     // A press in the editor is about the cell that it stands over.
-    QTest::mouseClick(&editor, Qt::LeftButton);
+    QTest::mousePress(&editor, Qt::LeftButton, {}, {3, 5});
+    QTest::mouseMove(&editor, {7, 5});
+    QTest::mouseRelease(&editor, Qt::LeftButton, {}, {7, 5});
     EXPECT_EQ(editor.selectedText(), "12");
     Type("5");
     EXPECT_EQ(machine.Memory[0x80FE] << 8 | machine.Memory[0x80FF], 0x0534);
@@ -168,6 +178,7 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     EXPECT_TRUE(isFramed(255));
     grid.SetTopRow(0);
     grid.scrollToBottom();
+    panel.MarkChanges({});
     EXPECT_FALSE(isFramed(255));
 }
 
@@ -254,8 +265,10 @@ TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
     };
     m8085::Changes changes;
     changes.Memory[0x8003] = changes.Ports[5] = true;
+    EXPECT_TRUE(IsPaintedAnew(window));
     panel.MarkChanges(changes);
     panel.MarkNextAddress(0x8004);
+    EXPECT_TRUE(IsPaintedAnew(window));
     EXPECT_EQ(repaints.size(), 5) << "three bytes and two addresses";
     EXPECT_TRUE(isMarked(3, 1) && isMarked(4, 0));
     EXPECT_FALSE(isMarked(2, 1) || isMarked(3, 0) || isMarked(3, 3) || isMarked(4, 2));
@@ -286,6 +299,9 @@ TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
 }
 
 TEST_F(MemoryGridTest, EachHeaderAndItsTipSayWhatStandsBelow) {
+    const QHeaderView& headers = *grid.horizontalHeader();
+    EXPECT_TRUE(headers.sectionResizeMode(0) == QHeaderView::Fixed && !headers.sectionsClickable());
+    EXPECT_FALSE(grid.verticalHeader()->isVisible());
     QStringList said;
     for (const int column : {0, 1, 2, 6, 7}) {
         const auto header = [&](int role) { return grid.model()->headerData(column, Qt::Horizontal, role).toString(); };
@@ -307,9 +323,14 @@ TEST_F(MemoryGridTest, TheEditorScrollsBeforeTheEdgeAndWithTheWheel) {
     EXPECT_EQ(colourAt(0, 0), QColor(228, 255, 204));
     EXPECT_EQ(colourAt(0, 1), QColor(253, 255, 199));
     Click(0, 1);
+    EXPECT_FALSE(grid.selectionModel()->hasSelection());
     for (int row = 1; row < 40; ++row) {
         Key(Qt::Key_Down);
         ASSERT_TRUE(grid.RowIsVisible(row + 1) && (grid.TopRow() == 0 || !grid.RowIsVisible(row + 2))) << row;
+    }
+    for (int top = grid.TopRow(), row = 38; row > 9; --row) {
+        Key(Qt::Key_Up);
+        ASSERT_EQ(grid.TopRow(), std::min(top, row - 1)) << row;
     }
     const int top = grid.TopRow();
     const QPoint at = editor.rect().center();

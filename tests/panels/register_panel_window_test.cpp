@@ -75,12 +75,18 @@ TEST_F(RegisterPanelTest, EachControlStandsInItsPlaceWithItsLabelItsNameAndItsTi
     controls.removeIf([](const auto* control) { return control->focusPolicy() == Qt::NoFocus; });
     std::ranges::sort(controls, {}, [](const auto* control) { return std::pair(control->y(), control->x()); });
     ASSERT_EQ(controls.size(), std::ssize(rows));
+    EXPECT_EQ(panel.grab().toImage().pixelColor(0, 60), panel.palette().color(QPalette::Mid)) << "its edge";
     for (qsizetype i = 0; const auto& [name, label, accessibleName, tip] : rows) {
         const QWidget& control = *controls[i++];
         EXPECT_EQ(control.objectName(), name);
         EXPECT_EQ(LabelAt(control), label) << qPrintable(name);
         EXPECT_EQ(control.accessibleName(), accessibleName) << qPrintable(name);
         EXPECT_TRUE(control.toolTip().contains(tip)) << qPrintable(control.toolTip());
+        const bool isGrey = control.palette().color(QPalette::Base) == QColor(224, 224, 224);
+        EXPECT_EQ(isGrey, control.inherits("QLineEdit")) << qPrintable(name);
+        const bool isLeft = control.property("alignment").toInt() == Qt::AlignLeft;
+        EXPECT_EQ(isLeft, name == "txtTstates") << qPrintable(name);
+        EXPECT_EQ(control.property("readOnly").toBool(), control.toolTip().contains("read only")) << qPrintable(name);
     }
 }
 
@@ -95,6 +101,8 @@ TEST_F(RegisterPanelTest, BoxesAndFlagButtonsChangeTheMachineThatIsShown) {
     TypeOver("txtC", "\b");  // an empty box is zero
     for (int digit = 1; const char* box : {"txtA", "txtB", "txtD", "txtE", "txtH", "txtL"})
         TypeOver(box, QString::number(digit++));
+    txtCode.setFocus();
+    EXPECT_EQ(edits, 7);
     for (const char* name : {"txtCyf", "txtSf", "txtACf", "txtPf", "txtZf", "txtUndef2"}) {
         Box("txtA").setFocus();
         QTest::mouseClick(window.findChild<QPushButton*>(name), Qt::LeftButton);
@@ -128,6 +136,11 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRuns) {
     panel.DisplayRegs();
     EXPECT_EQ(Text("txtB"), "00") << "a refresh overwrites what is typed";
     EXPECT_EQ(Box("txtB").selectedText(), "00") << "and what is typed next takes its place";
+    txtCode.setFocus();
+    Box("txtB").setFocus(Qt::TabFocusReason);
+    QTest::mouseClick(&Box("txtB"), Qt::LeftButton);
+    panel.DisplayRegs();
+    EXPECT_FALSE(Box("txtB").hasSelectedText()) << "a click goes to its place, and what is the same keeps it";
     Box("txtB").setText("5 to paste");  // not a number, so the register stays
     txtCode.setFocus();
     EXPECT_EQ(Text("txtB"), "00");
@@ -153,7 +166,9 @@ TEST_F(RegisterPanelTest, TheTipOfSpShowsTheStackAsItIsWhenTheMouseRests) {
     EXPECT_TRUE(Box("txtSP").toolTip().endsWith("Decimal 65531\nWord 1234 at FFFB\nWord 0000 at FFFD"))
         << "half a word at FFFF is none";
     machine.SP = 0x10000;
+    EXPECT_TRUE(QToolTip::isVisible());
     panel.DisplayRegs();
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
     EXPECT_TRUE(Box("txtSP").toolTip().endsWith("Decimal 65536"));
 }
 
@@ -166,6 +181,7 @@ TEST_F(RegisterPanelTest, WhatHasChangedIsColouredAndHeard) {
     machine.SP = 0xFFEE;
     panel.MarkChanges(m8085::Between({}, machine));
     panel.DisplayRegs();
+    EXPECT_TRUE(IsPaintedAnew(window));
     QStringList coloured;
     for (const QWidget* control : panel.findChildren<QWidget*>())
         for (const QPalette::ColorRole role : {QPalette::Text, QPalette::ButtonText})

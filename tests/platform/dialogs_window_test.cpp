@@ -9,16 +9,18 @@ namespace platform {
 TEST(Dialogs, AMessageIsAsWideAsItsTextUpToABound) {
     QWidget window;
     for (const int words : {1, 20, 60}) {
-        const BoxAnswer<QMessageBox> answer([words](QMessageBox& box) {
-            const auto& label = *box.findChild<QLabel*>("qt_msgbox_label");
-            EXPECT_EQ(label.height() > 2 * label.fontMetrics().lineSpacing(), words == 60);
-            EXPECT_LT(label.width(), words == 1 ? 200 : 700);
-            EXPECT_GE(label.font().pixelSize() * 3,
-                      QFontDatabase::systemFont(QFontDatabase::GeneralFont).pointSize() * 4);
-            EXPECT_EQ(label.textFormat(), Qt::PlainText) << "what looks like a tag may be the name of a file";
-            box.close();
-        });
-        ShowMessage(window, QString("word ").repeated(words), QMessageBox::Information);
+        const QString text = QString("word ").repeated(words).trimmed();
+        for (const bool asks : {false, true}) {
+            const ModalAnswer answer([&](QWidget& box) {
+                const auto& label = *box.findChild<QLabel*>(asks ? "" : "qt_msgbox_label");
+                EXPECT_EQ(label.height() >= 2 * label.fontMetrics().lineSpacing(), words == 60);
+                EXPECT_LT(label.width(), words == 1 ? 200 : 700);
+                EXPECT_TRUE(box.testAttribute(Qt::WA_SetFont)) << "letters as large as the desktop's";
+                EXPECT_TRUE(asks || label.textFormat() == Qt::PlainText) << "a file's name may look like a tag";
+                box.close();
+            });
+            asks ? void(AskText(window, text, "Ask")) : ShowMessage(window, text, QMessageBox::Information);
+        }
     }
 }
 
@@ -33,7 +35,10 @@ TEST(FileDialog, OffersTheFileThatWasChosenLast) {
         const FileAnswer cancel({});
         EXPECT_EQ(dialog.ShowOpen(window).value_or("nothing"), "nothing");
         EXPECT_EQ(cancel.Offered, path);
-        EXPECT_TRUE(cancel.Places.contains(QUrl::fromLocalFile(QFileInfo(path).path())));
+        const QUrl place = QUrl::fromLocalFile(QFileInfo(path).path());
+        EXPECT_TRUE(cancel.Places.contains(place));
+        const QSettings ofAllPrograms(QSettings::UserScope, "QtProject");
+        EXPECT_FALSE(ofAllPrograms.value("FileDialog/shortcuts").toStringList().contains(place.toString()));
     }
 }
 

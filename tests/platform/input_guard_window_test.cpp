@@ -34,13 +34,18 @@ TEST(InputGuard, AKeyThatHasClosedAWindowTypesNothingInAnotherUntilItIsPressedAg
     press(editor, Qt::Key_Space, false);
     EXPECT_EQ(editor.text(), "AA  ");
 
-    press(editor, Qt::Key_B, false);
     QDialog dialog;
     dialog.setModal(true);
-    dialog.show();
-    dialog.hide();
-    press(editor, Qt::Key_B, true);
-    EXPECT_EQ(editor.text(), "AA  B") << "it was held while a box was there";
+    QMenu menu;
+    const QSignalSpy closed(&menu, &QMenu::aboutToHide);
+    for (QWidget* shown : std::initializer_list<QWidget*>{&dialog, &menu}) {
+        press(editor, Qt::Key_B, false);
+        shown->show();
+        shown->hide();
+        press(editor, Qt::Key_B, true);
+    }
+    EXPECT_EQ(editor.text(), "AA  BB") << "it was held while a box or a menu was there";
+    EXPECT_EQ(closed.count(), 1);
 }
 
 TEST(InputGuard, TheSecondOfTwoQuickClicksPressesNothingUnderTheWindowThatTheFirstHasClosed) {

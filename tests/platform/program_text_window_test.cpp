@@ -40,12 +40,15 @@ TEST_F(ProgramTextTest, EveryInsertionIsOneChangeAndOneStep) {
     QTest::keyClicks(&text, "d");
     QApplication::clipboard()->setText(QStringLiteral("e\u00A0f\u2028\u2029"));
     QTest::keyClick(&text, Qt::Key_Insert, Qt::ShiftModifier);
+    QTest::keyClicks(&text, "g");
     text.InsertAt({1, 2}, u":");
     EXPECT_EQ(text.SelectionStart(), 4);
     text.SetSelectionLength(2);
     text.ReplaceSelection(u"m\r\nn");
-    EXPECT_EQ(changes.count(), 7);
-    const std::u16string steps[] = {u"ab", u"abc", u"abcd", u"abcde\u00A0f\u2028\u2029", u"a:b:cde\u00A0f\u2028\u2029"};
+    EXPECT_EQ(changes.count(), 8);
+    const std::u16string pasted = u"de\u00A0f\u2028\u2029";
+    const std::u16string steps[] = {
+        u"ab", u"abc", u"abcd", u"abc" + pasted, u"abc" + pasted + u'g', u"a:b:c" + pasted + u'g'};
     for (auto step = std::rbegin(steps); step != std::rend(steps); ++step) {
         text.undo();
         EXPECT_EQ(text.Text(), *step);
@@ -107,16 +110,23 @@ TEST_F(ProgramTextTest, ADragFromASelectedLineSelectsAlsoFromItsEnd) {
     EXPECT_EQ(text.SelectedText(), text.Text()) << "what the user has selected can be dragged away";
     QTest::mouseRelease(text.viewport(), Qt::LeftButton, {}, {4, 12});
     EXPECT_EQ(text.SelectedText(), u"");
+    QTest::mouseDClick(text.viewport(), Qt::LeftButton, {}, {4, 12});
+    QTest::mouseClick(text.viewport(), Qt::LeftButton, {}, {4, 12});
+    EXPECT_EQ(text.SelectedText(), u"inr a\r\n") << "a third click selects the line";
 }
 
 TEST_F(ProgramTextTest, SelectingALineShowsSomeBelowItAndClearingTheSelectionScrollsNothing) {
     text.SetText(std::u16string(400, u'\n'));
+    text.ToggleMark(205);
     text.SelectLine(100);
     EXPECT_LT(101, text.verticalScrollBar()->value() + text.verticalScrollBar()->pageStep());
     text.SetSelectionLength(2);
     text.verticalScrollBar()->setValue(200);
     text.ClearSelection();
     EXPECT_EQ(text.verticalScrollBar()->value(), 200);
+    EXPECT_TRUE(IsPaintedAnew(text));
+    text.ReplaceSelection(u"x");
+    EXPECT_LT(text.verticalScrollBar()->value(), 100);
 }
 
 TEST_F(ProgramTextTest, MarksGoWithTheirLinesAndWithALineThatIsRemoved) {
@@ -131,6 +141,7 @@ TEST_F(ProgramTextTest, MarksGoWithTheirLinesAndWithALineThatIsRemoved) {
         {6, 0, u"\r\nx", {2, 4, 6}},  // at the beginning, at the end
         {0, 0, u"x\r\ny\r\n", {4, 5, 7}},
         {4, 2, u"zz", {2, 3, 5}},  // above it, in its place
+        {8, 0, u"x\r\n", {2, 3, 6}},
         {4, 4, u"", {2, 4}},
         {2, 4, u"", {2, 4}},  // with one of the line ends around it
         {2, 2, u"", {1, 2, 4}},
@@ -144,7 +155,9 @@ TEST_F(ProgramTextTest, MarksGoWithTheirLinesAndWithALineThatIsRemoved) {
         for (const int line : {1, 2, 3, 5, 1, 9}) text.ToggleMark(line);
         text.SetSelectionStart(start);
         text.SetSelectionLength(length);
-        text.ReplaceSelection(inserted);
+        if (length > 0) text.ReplaceSelection(inserted);
+        for (const char16_t* next = inserted; length == 0 && *next != 0; ++next)
+            if (*next != u'\n') QTest::keyClick(&text, static_cast<char>(*next));
         std::vector<int> left;
         for (int line = 1; line < 9; ++line)
             if (text.Marks().Has(line)) left.push_back(line);
@@ -173,6 +186,7 @@ TEST_F(ProgramTextTest, MarksAreSeenSetByClicksInTheMarginAndToldByTheNumbersTha
     text.KeepLineNumbers();
     auto& margin = *text.findChild<QWidget*>("margin");
     const QPoint places[] = {{5, 12}, {5, 40}, {5, 200}};
+    EXPECT_TRUE(IsPaintedAnew(text));
     for (const QPoint& place : places) QTest::mouseClick(&margin, Qt::LeftButton, {}, place);
     EXPECT_EQ(text.Marks().KeptNumbers(), (std::vector{1, 3}));
     const QImage ground = text.viewport()->grab().toImage();
@@ -181,17 +195,29 @@ TEST_F(ProgramTextTest, MarksAreSeenSetByClicksInTheMarginAndToldByTheNumbersTha
         EXPECT_EQ(ground.pixelColor(100, y) == MarkGround, isMarked) << y;
         EXPECT_EQ(dots.pixelColor(LineMargin::Width / 2, y) == MarkDot, isMarked) << y;
     }
+    int darkest = 255;
+    for (int x = 0; x < 20; ++x) darkest = std::min(darkest, qGray(ground.pixel(x, 12)));
+    EXPECT_LT(darkest, 100) << "the text stands on its mark";
+    std::set<int> greys;
+    for (int x = 0; x < LineMargin::Width; ++x) greys.insert(qGray(dots.pixel(x, 9)));
+    EXPECT_TRUE(*greys.begin() == qGray(MarkDot.rgb()) && greys.size() > 2) << "soft edges and no outline";
+    EXPECT_TRUE(IsPaintedAnew(text));
     text.SetSelectionStart(0);
     text.ReplaceSelection(u"x\r\n");
     text.ToggleMark(1);
-    EXPECT_EQ(margin.accessibleDescription(), "Runs stop at line 1, 2, 4");
+    EXPECT_EQ(margin.accessibleName() + '|' + margin.toolTip() + '|' + margin.accessibleDescription(),
+              "Marks of lines|Click to stop runs at a line, or no longer (F9)|Runs stop at line 1, 2, 4");
+    EXPECT_TRUE(IsPaintedAnew(text));
     EXPECT_EQ(text.Marks().KeptNumbers(), (std::vector{1, 3}));
     const auto before = told.count();
     text.KeepLineNumbers();
     EXPECT_EQ(text.Marks().KeptNumbers(), (std::vector{1, 2, 4}));
     text.selectAll();
     text.ReplaceSelection({});
-    EXPECT_EQ(told.count(), before + 2);
+    text.ToggleMark(1);
+    text.ClearMarks();
+    EXPECT_EQ(margin.accessibleDescription(), "");
+    EXPECT_EQ(told.count(), before + 4);
 }
 
 TEST_F(ProgramTextTest, ALineIsNeverWrappedAndATabLeadsToTheEighthColumn) {
@@ -240,6 +266,7 @@ TEST_F(ProgramTextTest, ANoteIsPaintedAfterItsLineAndATooltipHasAllOfIt) {
         u"mvi <b>,5\r\n" + std::u16string(200, u'x') + u"\r\nhlt\r\n" +
         std::u16string(std::size_t(text.viewport()->width() / text.fontMetrics().horizontalAdvance('y') - 2), u'y'));
     using enum LineNote::Kind;
+    EXPECT_TRUE(IsPaintedAnew(text));
     text.Notes().Show({{1, words}, {2, words}, {3, "held", Good}, {4, words, Neutral}});
     // Where its ground begins and ends, as far from the end of its line.
     const auto extent = [this](int line, const QColor& ground) {
@@ -253,14 +280,20 @@ TEST_F(ProgramTextTest, ANoteIsPaintedAfterItsLineAndATooltipHasAllOfIt) {
         int last = -1;
         for (int x = 0; x < picture.width(); ++x)
             if (picture.pixelColor(x, caret.top() + 1) == ground) (first < 0 ? first : last) = x;
+        for (int y = caret.top(); y <= caret.bottom() && first > 0; ++y)
+            for (int x = last + 1; x < picture.width(); ++x)
+                EXPECT_GT(qGray(picture.pixel(x, y)), 200) << "letters beyond their ground";
         return std::tuple(first - caret.right(), last, picture.width() - 1);
     };
+    EXPECT_TRUE(IsPaintedAnew(text));
     const auto [gap, end, edge] = extent(1, BadNoteGround);
     EXPECT_GT(gap, 0);
     EXPECT_EQ(end, edge) << "it is cut off";
     EXPECT_LT(std::get<0>(extent(2, BadNoteGround)), 0) << "what is out of view anyway is covered";
     EXPECT_LT(std::get<1>(extent(3, GoodNoteGround)), edge);
     EXPECT_GE(std::get<0>(extent(4, NeutralNoteGround)), 0) << "a neutral one covers nothing";
+    text.horizontalScrollBar()->setValue(20);
+    EXPECT_TRUE(IsPaintedAnew(text));
     text.horizontalScrollBar()->setValue(text.horizontalScrollBar()->maximum());
     EXPECT_GT(std::get<0>(extent(2, BadNoteGround)), 0);
 
@@ -269,7 +302,9 @@ TEST_F(ProgramTextTest, ANoteIsPaintedAfterItsLineAndATooltipHasAllOfIt) {
     EXPECT_TRUE(QToolTip::text().contains("&lt;b&gt;")) << "markup in a program is text";
     QTest::keyClick(&text, Qt::Key_A);
     EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    EXPECT_TRUE(IsPaintedAnew(text));
     text.Notes().Clear();
+    EXPECT_TRUE(IsPaintedAnew(text));
     EXPECT_LT(text.horizontalScrollBar()->maximum() + text.viewport()->width(), 201 * 10);
 }
 

@@ -150,6 +150,7 @@ TEST_F(FrmMainTest, AssemblingOverTheCellEditorKeepsTheProgramAndTheMenuLeavesTh
     QTest::keyClicks(QApplication::focusWidget(), "7f");
     Press(Qt::Key_F4);
     EXPECT_EQ(machine->Memory[0x8000], 0x3E);
+    EXPECT_EQ(Find<QLineEdit>("txtEdit").text(), "3E");
     EXPECT_EQ(Cell(1, 1), "00");
     Click("cmdCompile");
     EXPECT_EQ(Cell(1, 1), "05");
@@ -255,6 +256,15 @@ TEST_F(FrmMainTest, EveryControlStandsFreeInsideItsPanelAndHasANameForThoseWhoCa
     Start();
     Find<QAction>("mnuSaveData").trigger();
     workbench->Splash.show();
+    for (const auto& [name, pixels, isBold] : {std::tuple{"cmdRun", 11, true},
+                                               {"grdRAM", 11, true},
+                                               {"Text1", 11, true},
+                                               {"txtEdit", 11, false},
+                                               {"cmdCodes1", 11, false},
+                                               {"txtCode", 15, false}}) {
+        const QFont& font = Find<QWidget>(name).font();
+        EXPECT_TRUE(font.pixelSize() == pixels && font.bold() == isBold) << name;
+    }
     QWidgetList panels{&workbench->Splash};
     for (const char* name : {"client", "frmRegs", "frmRAM", "frmCA", "frmCA2", "frmCA3", "frmSave", "Frame1"})
         panels += &Find<QWidget>(name);
@@ -338,13 +348,14 @@ TEST_F(FrmMainTest, AStepBackShowsWhatWasShownBefore) {
     StartWith(u"mvi a,5\r\nsta 9000\r\nhlt");
     const auto shown = [this] {
         return QStringList{QString::fromStdU16String(Editor().SelectedText()), Register("A"), Register("PC"),
-                           Cell(0, 3)};
+                           Cells().index(0, 3).data(Qt::AccessibleTextRole).toString()};
     };
     std::vector<QStringList> before;
     for (int step = 0; step < 2; ++step) {
         before.push_back(shown());
         Click("cmdSingleStep");
     }
+    EXPECT_EQ(shown().back(), "Address 9000, byte 05, changed");
     const MessageAnswer end;
     before.push_back(shown());
     Click("cmdRun");
@@ -435,10 +446,11 @@ TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
             QTest::keyRelease(QApplication::focusWidget(), Qt::Key_Return);
         },
         [this] {
-            auto& menu = Find<QMenu>("mnuCPU");
-            menu.popup({});
-            QTest::keyClick(&menu, Qt::Key_X);  // no entry's letter
-            QTest::keyClick(&menu, Qt::Key_S);
+            for (const auto& [name, key] : {std::pair{"mnuMemory", Qt::Key_X}, {"mnuCPU", Qt::Key_S}}) {
+                auto& menu = Find<QMenu>(name);
+                menu.popup({});
+                QTest::keyClick(&menu, key);  // X is no entry's letter
+            }
         },
     };
     for (const auto& stop : stops) {

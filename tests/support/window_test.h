@@ -12,3 +12,10 @@
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
 }
+
+// Whether all that looks different now has been painted again: what is on the screen is what painting it whole gives.
+inline bool IsPaintedAnew(QWidget& window) {
+    QCoreApplication::processEvents();
+    const QImage shown = window.screen()->grabWindow(window.winId()).toImage();
+    return shown == window.grab().toImage().convertToFormat(shown.format());
+}
