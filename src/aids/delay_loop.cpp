@@ -21,13 +21,9 @@ constexpr std::int32_t longestTime = 129000;
 
 constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
 
-bool IsDigit(char16_t character) {
-    return character >= u'0' && character <= u'9';
-}
-
 std::u16string_view TakeDigits(std::u16string_view& text) {
     std::size_t count = 0;
-    while (count < text.size() && IsDigit(text[count])) ++count;
+    while (count < text.size() && m8085::IsDecimalDigit(text[count])) ++count;
     const std::u16string_view digits = text.substr(0, count);
     text.remove_prefix(count);
     return digits;

@@ -84,7 +84,7 @@ private:
 
     // A label without its colon comes first on its line, one with its colon anywhere.
     void AddMeantLabels(const std::vector<Text>& words) {
-        if (FindInstruction(words[0]) != nullptr) return;
+        if (IsMnemonic(words[0])) return;
         meant_.emplace(WithoutComment(words[0]));
         for (const View word : words) {
             if (!FindCommentMark(word).empty()) return;

@@ -22,6 +22,7 @@ namespace assembler {
 namespace {
 
 using Pair = std::pair<View, View>;
+using m8085::Contains;
 using m8085::Wide;
 
 constexpr View interruptMnemonics[] = {u"RST", u"RIM", u"SIM", u"EI", u"DI"};
@@ -38,10 +39,6 @@ constexpr View registerNames[] = {u"A", u"B", u"C", u"D", u"E", u"H", u"L", u"M"
 
 auto PlaceOfRegister(View name) {
     return std::ranges::find(registerNames, name);
-}
-
-bool Contains(const auto& list, View word) {
-    return std::ranges::find(list, word) != std::end(list);
 }
 
 void AppendOnce(std::vector<Text>& words, const Text& word) {
@@ -66,14 +63,6 @@ bool IsOneLetterOff(View one, View other) {
     if (rest.substr(1) == otherRest.substr(1)) return true;
     return rest.size() > 1 && rest[0] == otherRest[1] && rest[1] == otherRest[0] &&
            rest.substr(2) == otherRest.substr(2);
-}
-
-bool IsMnemonic(View word) {
-    return FindInstruction(word) != nullptr;
-}
-
-bool IsDecimalDigit(char16_t character) {
-    return character >= u'0' && character <= u'9';
 }
 
 // One line that cannot be assembled, or one label that no line defines, and what can be asked about it. Each answer is
@@ -112,14 +101,14 @@ struct Fault {
 
     Answer BeginsWithSign() const {
         const char16_t first = Word()[0];
-        return If(first < 0x80 && !m8085::IsLetter(first) && !IsDecimalDigit(first) && first != u'_');
+        return If(first < 0x80 && !m8085::IsLetter(first) && !m8085::IsDecimalDigit(first) && first != u'_');
     }
 
     // An address rather than a name: "2000", "C010", "FE00H", but not "FACE".
     Answer IsAddress() const {
-        const bool isName = !Word().ends_with(u'H') && std::ranges::none_of(Word(), IsDecimalDigit);
+        const bool isName = !Word().ends_with(u'H') && std::ranges::none_of(Word(), m8085::IsDecimalDigit);
         const bool hasFourDigits = WithoutFinalH(Word()).size() == 4 && !isName;
-        return If(IsNumber() && (IsDecimalDigit(Word()[0]) || hasFourDigits));
+        return If(IsNumber() && (m8085::IsDecimalDigit(Word()[0]) || hasFourDigits));
     }
 
     Answer HasLetterO() const {

@@ -34,4 +34,8 @@ const InstructionRow* FindInstruction(std::uint8_t opcode);
 const InstructionRow* FindInstruction(std::u16string_view mnemonic, std::u16string_view firstOperand = {},
                                       std::u16string_view secondOperand = {});
 
+inline bool IsMnemonic(std::u16string_view word) {
+    return FindInstruction(word) != nullptr;
+}
+
 }  // namespace assembler

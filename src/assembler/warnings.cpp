@@ -20,18 +20,13 @@ Text Number(int value) {
     return m8085::Wide(std::to_string(value));
 }
 
-bool IsMnemonic(View word) {
-    return FindInstruction(word) != nullptr;
-}
-
 bool IsLabel(View word) {
     return word.ends_with(u':');
 }
 
 // Digits that are ten or more if they are decimal, and something else as they stand.
 bool MayBeDecimal(View word) {
-    const bool isDecimal = std::ranges::all_of(word, [](char16_t digit) { return digit >= u'0' && digit <= u'9'; });
-    return isDecimal && ReadNumber(word).value_or(0) > 9;
+    return std::ranges::all_of(word, m8085::IsDecimalDigit) && ReadNumber(word).value_or(0) > 9;
 }
 
 class Search {

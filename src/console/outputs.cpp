@@ -33,7 +33,7 @@ bool BeginsLikeAProgram(std::u16string_view line) {
     const std::vector<std::u16string> words = assembler::WordsOfLine(line);
     if (words.empty()) return false;
     std::u16string_view word = words[0];
-    if (assembler::FindInstruction(word) != nullptr) return true;
+    if (assembler::IsMnemonic(word)) return true;
     const std::size_t colon = word.find(u':');
     if (colon == word.npos || colon == 0) return false;
     const std::u16string_view name = word.substr(0, colon);

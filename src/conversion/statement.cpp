@@ -31,7 +31,7 @@ bool IsMarked(View word) {
 
 // Takes upper case. Only directives may be marked.
 Kind KindOf(View word) {
-    if (assembler::FindInstruction(word) != nullptr) return Kind::Instruction;
+    if (assembler::IsMnemonic(word)) return Kind::Instruction;
     const auto* found = std::ranges::find(operations, word, &std::pair<View, Kind>::first);
     if (found == std::end(operations) && IsMarked(word))
         found = std::ranges::find(operations, word.substr(1), &std::pair<View, Kind>::first);
@@ -41,10 +41,6 @@ Kind KindOf(View word) {
 
 bool IsQuote(char16_t character) {
     return character == u'\'' || character == u'"';
-}
-
-bool Contains(const auto& list, View word) {
-    return std::ranges::find(list, word) != std::end(list);
 }
 
 bool IsNumberColumn(std::string_view column) {
@@ -279,7 +275,7 @@ bool IsProse(const Statement& statement, View code) {
     if (!isLetter(statement.Operation) && isSubject) return true;  // "Date: 1 May" and "9000 - the result"
     if (words.size() > 2) {
         const Text second = UpperCase(words[1].substr(0, words[1].find_last_not_of(u",.:") + 1));
-        const bool isEnglish = IsWord(second) && second.size() > 1 && !Contains(registerNames, second);
+        const bool isEnglish = IsWord(second) && second.size() > 1 && !m8085::Contains(registerNames, second);
         const bool takesRegister = statement.Row != nullptr && !IsNumberColumn(statement.Row->Operands[0]);
         if (isEnglish && (hasOpenLabel || statement.What == Kind::Unknown || takesRegister)) return true;
     }

@@ -24,9 +24,7 @@ bool IsMnemonic(std::u16string_view word) {
 // Letters, digits and the underscore. Beyond ASCII everything counts as a letter but the ranges of signs, spaces and
 // punctuation that people type or paste.
 bool IsWordCharacter(char16_t character) {
-    if (character < 0x80)
-        return (character >= u'0' && character <= u'9') || (character >= u'A' && character <= u'Z') ||
-               (character >= u'a' && character <= u'z') || character == u'_';
+    if (character < 0x80) return m8085::IsDecimalDigit(character) || m8085::IsLetter(character) || character == u'_';
     const bool latinSign = character <= 0xBF && character != 0xAA && character != 0xB5 && character != 0xBA;
     const bool timesOrDivide = character == 0xD7 || character == 0xF7;
     const bool generalSign = character >= 0x2000 && character <= 0x2BFF;

@@ -12,6 +12,10 @@ constexpr bool IsBlank(auto character) {
     return character == ' ' || character == '\t';
 }
 
+constexpr bool IsDecimalDigit(char16_t character) {
+    return character >= u'0' && character <= u'9';
+}
+
 // Only a to z change: other alphabets fold differently from language to language.
 template <class Character>
 constexpr Character ToUpperCase(Character character) {
@@ -27,6 +31,10 @@ constexpr Character ToLowerCase(Character character) {
 // Of the Latin alphabet without accents.
 constexpr bool IsLetter(char16_t character) {
     return ToUpperCase(character) != ToLowerCase(character);
+}
+
+bool Contains(const auto& list, const auto& item) {
+    return std::ranges::find(list, item) != std::ranges::end(list);
 }
 
 // A text of ASCII characters alone.
