@@ -47,9 +47,7 @@ void AppendOnce(std::vector<Text>& words, const Text& word) {
 
 // "A", "A or B", "A, B or C"; nothing for no word.
 std::optional<Text> Choice(const std::vector<Text>& words) {
-    std::optional<Text> text;
-    for (const Text& word : words) text = text ? *text + (word == words.back() ? u" or " : u", ") + word : word;
-    return text;
+    return words.empty() ? std::nullopt : std::optional(m8085::Joined(words, u", ", u" or "));
 }
 
 // Whether one letter too many, too few, another or swapped with its neighbour makes the difference.

@@ -4,6 +4,7 @@
 
 #include "console/report.h"
 #include "files/path.h"
+#include "machine/text.h"
 
 namespace console {
 
@@ -11,15 +12,6 @@ namespace {
 
 std::string InLine(int line, const std::string& text) {
     return "line " + std::to_string(line) + ": " + text;
-}
-
-std::string Join(const std::vector<std::string>& texts) {
-    std::string all;
-    for (const std::string& text : texts) {
-        if (!all.empty()) all += "; ";
-        all += text;
-    }
-    return all;
 }
 
 std::vector<DataFile> ReadDataFiles(const std::vector<std::string>& paths) {
@@ -72,7 +64,7 @@ CaseFile ReadCaseFile(const std::string& path, std::string_view text) {
         ready.All.push_back({std::move(which), std::move(dataFiles)});
     }
     if (ready.All.empty() && problems.empty()) problems.emplace_back("it says no case: no comment begins with gives");
-    ready.Problem = Join(problems);
+    ready.Problem = m8085::Joined(problems, "; ", "; ");
     return ready;
 }
 
@@ -80,7 +72,7 @@ std::string CaseMark::Reasons() const {
     std::vector<std::string> reasons;
     if (!Problem.empty()) reasons.push_back(Problem);
     for (const cases::Failure& failure : Failures) reasons.push_back(Expected(failure.Expected.What, failure.Found));
-    return Join(reasons);
+    return m8085::Joined(reasons, "; ", "; ");
 }
 
 std::size_t ProgramMark::PassedCases() const {

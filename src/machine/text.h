@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace m8085 {
@@ -35,6 +36,18 @@ constexpr bool IsLetter(char16_t character) {
 
 bool Contains(const auto& list, const auto& item) {
     return std::ranges::find(list, item) != std::ranges::end(list);
+}
+
+// All of them, with the separators between them: the second one before the last of them.
+template <class Text>
+Text Joined(const std::vector<Text>& texts, const std::type_identity_t<Text>& separator,
+            const std::type_identity_t<Text>& lastSeparator) {
+    Text all;
+    for (const Text& text : texts) {
+        if (&text != texts.data()) all += &text == &texts.back() ? lastSeparator : separator;
+        all += text;
+    }
+    return all;
 }
 
 // A text of ASCII characters alone.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace panels {
 
@@ -60,12 +61,7 @@ bool ColumnList::Remove(std::string_view start) {
 }
 
 std::string ColumnList::Options() const {
-    std::string options;
-    for (const std::string& start : starts_) {
-        if (!options.empty()) options += ", ";
-        options += start;
-    }
-    return options;
+    return m8085::Joined(starts_, ", ", ", ");
 }
 
 }  // namespace panels

@@ -8,6 +8,7 @@
 
 #include "machine/bytes.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace panels {
 
@@ -117,10 +118,7 @@ std::string PointersTip(const m8085::MachineState& machine, std::int32_t address
     for (const auto& [name, value] : pointers)
         if (value == address) names.emplace_back(name);
     if (names.empty()) return {};
-    std::string list = names[0];
-    for (std::size_t name = 1; name < names.size(); ++name)
-        list += (name + 1 == names.size() ? " and " : ", ") + names[name];
-    return list + (names.size() == 1 ? " points here" : " point here");
+    return m8085::Joined(names, ", ", " and ") + (names.size() == 1 ? " points here" : " point here");
 }
 
 std::string TimeTip(std::int32_t tStates) {
