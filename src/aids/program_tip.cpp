@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <span>
 
 #include "aids/mnemonic_tip.h"
 #include "assembler/disassembly.h"
@@ -115,11 +114,7 @@ Text LineTip(int line, const m8085::MachineState& machine, const m8085::CodeMap&
     const auto lineOf = [&codeMap](std::int32_t address) { return codeMap.LineAt(address); };
     const auto found = std::ranges::lower_bound(assembled.Instructions, line, {}, lineOf);
     if (found == assembled.Instructions.end() || lineOf(*found) != line) return {};
-    std::string tip = FormatHexLong(*found) + ':';
-    const auto bytes = std::span(machine.Memory).subspan(static_cast<std::size_t>(*found));
-    const auto length = static_cast<std::size_t>(assembler::InstructionLength(bytes[0]));
-    for (const std::uint8_t byte : bytes.first(std::min(length, bytes.size()))) tip += ' ' + FormatHexByte(byte);
-    return Wide(tip);
+    return Wide(FormatHexLong(*found) + ':' + assembler::InstructionBytes(machine.Memory, *found));
 }
 
 }  // namespace

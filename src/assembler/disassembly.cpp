@@ -1,5 +1,6 @@
 #include "assembler/disassembly.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "assembler/instruction_table.h"
@@ -26,6 +27,14 @@ int InstructionLength(std::uint8_t opcode) {
     if (row == nullptr) return length;
     for (const std::string_view operand : row->Operands) length += operand == "I8" ? 1 : operand == "I16" ? 2 : 0;
     return length;
+}
+
+std::string InstructionBytes(std::span<const std::uint8_t> memory, std::int32_t at) {
+    const auto rest = memory.subspan(m8085::Index(at));
+    const auto length = static_cast<std::size_t>(InstructionLength(rest[0]));
+    std::string text;
+    for (const std::uint8_t byte : rest.first(std::min(length, rest.size()))) text += ' ' + m8085::FormatHexByte(byte);
+    return text;
 }
 
 std::string Disassemble(std::array<std::uint8_t, 3> bytes) {

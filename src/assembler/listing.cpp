@@ -15,13 +15,6 @@ namespace {
 constexpr std::size_t numberColumn = 16;
 constexpr std::size_t numberWidth = 5;
 
-std::u16string AddressAndBytes(std::int32_t address, const m8085::MemoryBytes& memory) {
-    std::string text = m8085::FormatHexLong(address) + ' ';
-    auto byte = memory.begin() + address;
-    for (int left = InstructionLength(*byte); left > 0; --left) text += ' ' + m8085::FormatHexByte(*byte++);
-    return m8085::Wide(text);
-}
-
 // Without blanks at its end.
 std::u16string Row(std::u16string addressAndBytes, std::size_t number, std::u16string_view line) {
     const std::string digits = std::to_string(number);
@@ -45,7 +38,8 @@ std::vector<std::u16string> ListingOf(std::u16string_view source, const Prepared
         for (; address != assembly.Instructions.end(); ++address) {
             const int lineOfAddress = program.SourceLine(codeMap.LineAt(*address));
             if (lineOfAddress != static_cast<int>(number)) break;
-            instructions.push_back(AddressAndBytes(*address, memory));
+            instructions.push_back(
+                m8085::Wide(m8085::FormatHexLong(*address) + ' ' + InstructionBytes(memory, *address)));
         }
         listing.push_back(Row(instructions.empty() ? u"" : std::move(instructions.front()), number++, line));
         for (std::size_t i = 1; i < instructions.size(); ++i) listing.push_back(std::move(instructions[i]));

@@ -24,16 +24,12 @@ Fetched FetchAtPC(const m8085::MachineState& machine) {
 }
 
 void AppendTraceLine(std::string& text, const Fetched& instruction, const m8085::MachineState& after) {
-    constexpr std::size_t bytesColumn = 6;
     constexpr std::size_t mnemonicColumn = 16;
     constexpr std::size_t registersColumn = 29;
     const std::size_t start = text.size();
     const auto padTo = [&text, start](std::size_t column) { text.resize(start + column, ' '); };
 
-    text += m8085::FormatHexLong(instruction.Address);
-    padTo(bytesColumn);
-    const auto length = static_cast<std::size_t>(assembler::InstructionLength(instruction.Bytes[0]));
-    for (std::size_t i = 0; i < length; ++i) text += m8085::FormatHexByte(instruction.Bytes[i]) + ' ';
+    text += m8085::FormatHexLong(instruction.Address) + ' ' + assembler::InstructionBytes(instruction.Bytes);
     padTo(mnemonicColumn);
     text += assembler::Disassemble(instruction.Bytes);
     padTo(registersColumn);
