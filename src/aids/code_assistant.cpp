@@ -19,10 +19,6 @@ namespace {
 
 using platform::Button;
 
-QString FromLatin1(std::string_view text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 void MakeCaption(const QString& name, const QString& text, PanelPlace place, QWidget* panel) {
     auto* label = new QLabel(text, panel);
     label->setObjectName(name);
@@ -96,7 +92,7 @@ void CodeAssistant::InitCodeAssistant() {
     label->setToolTip("Write a label on a line of its own");
     for (const MnemonicButton& mnemonic : layout.Buttons) {
         const QRect place(mnemonic.Place.Left, mnemonic.Place.Top, 615, height);
-        Button* key = MakeKey("cmdCodes", index++, FromLatin1(mnemonic.Word), frmCA_, place,
+        Button* key = MakeKey("cmdCodes", index++, QString::fromLatin1(mnemonic.Word), frmCA_, place,
                               [this, word = mnemonic.Word] { Take(entry_.ChooseMnemonic(word)); });
         key->setFont(platform::CourierNew(8.25));
         key->setToolTip(QString::fromStdString(MnemonicTip(mnemonic.Word)));
@@ -159,7 +155,7 @@ void CodeAssistant::AskForLabelLine() {
 }
 
 void CodeAssistant::AskForBranchTarget() {
-    const QString prompt = "Enter a label for " + FromLatin1(entry_.Mnemonic()) + ":";
+    const QString prompt = "Enter a label for " + QString::fromLatin1(entry_.Mnemonic()) + ":";
     const EntryStep line = InstructionEntry::ChooseLabel(platform::AskText(txtCode_, prompt, "Label").toStdU16String());
     // The assistant may have been stopped under the box.
     if (IsOn())
