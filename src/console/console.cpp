@@ -92,12 +92,11 @@ private:
     void RunProgram(Simulation& simulation) {
         constexpr std::uint64_t usualLimit = 1'000'000'000;
         constexpr std::uint64_t usualLines = 100'000;
-        RunSettings settings;
-        settings.Limit = options_.Limit.value_or(usualLimit);
-        settings.Feeds = options_.Feeds;
-        settings.Profile = options_.Profile;
-        settings.Traffic = options_.ShowsTraffic();
-        settings.MostLines = options_.TraceLines.value_or(usualLines);
+        RunSettings settings{.Limit = options_.Limit.value_or(usualLimit),
+                             .Feeds = options_.Feeds,
+                             .Profile = options_.Profile,
+                             .Traffic = options_.ShowsTraffic(),
+                             .MostLines = options_.TraceLines.value_or(usualLines)};
         if (options_.Trace && !options_.Trace->empty()) return RunIntoFile(simulation, settings);
         if (options_.Trace) settings.Trace = [this](std::string_view text) { ExpectPrinted(out_ << text); };
         console::Run(simulation, settings);
@@ -188,9 +187,7 @@ private:
         constexpr std::uint64_t usualLimit = 10'000'000;
         const std::unique_ptr<Simulation> simulation = inputs_.Assemble(program);
         const CaseFile own = options_.Test ? OwnCases(program, *simulation) : CaseFile();
-        RunSettings settings;
-        settings.Limit = options_.Limit.value_or(usualLimit);
-        settings.Feeds = options_.Feeds;
+        const RunSettings settings{.Limit = options_.Limit.value_or(usualLimit), .Feeds = options_.Feeds};
         return Mark(*simulation, options_.Test ? own : sharedCases_, inputs_, settings);
     }
 

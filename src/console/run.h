@@ -19,7 +19,7 @@ struct RunSettings {
     std::vector<cases::Feed> Feeds;  // for different ports
     bool Profile = false;
     bool Traffic = false;         // through the ports
-    TraceSink Trace;              // nothing is traced without one
+    TraceSink Trace = {};         // nothing is traced without one
     std::uint64_t MostLines = 0;  // of trace and traffic, while the run goes on; 0 for all
 
     bool WatchesPorts() const { return Traffic || !Feeds.empty(); }
