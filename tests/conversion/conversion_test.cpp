@@ -12,12 +12,9 @@ namespace {
 using conversion::Conversion;
 using Text = std::u16string;
 using View = std::u16string_view;
+using m8085::Wide;
 
 std::string Narrow(View text) {
-    return {text.begin(), text.end()};
-}
-
-Text Wide(std::string_view text) {
     return {text.begin(), text.end()};
 }
 
