@@ -13,9 +13,7 @@ namespace aids {
 class CodeAssistantTest : public testing::Test {
 protected:
     CodeAssistantTest() {
-        window.show();
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        Activate(window);
         assistant.cmdCodeAssistant_Click();
     }
 

@@ -19,14 +19,7 @@ protected:
         panel.resize(305, 369);
         panel.FormatGrid();
         panel.RefreshRAMDisplay();
-        window.show();
-        Activate();
-    }
-
-    // Also needed after a modal box: there is no window manager here to give the window its activation back.
-    void Activate() {
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        Activate(window);
     }
 
     QModelIndex Cell(int row, int column) { return grid.model()->index(row, column); }
@@ -46,7 +39,7 @@ protected:
         const InputAnswer input(text);
         const MessageAnswer message;
         (panel.*command)();
-        Activate();
+        Activate(window);
         return input.Said + message.Text;
     }
 

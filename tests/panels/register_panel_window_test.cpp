@@ -13,9 +13,7 @@ protected:
         QObject::connect(&panel, &RegisterPanel::Edited, [this] { ++edits; });
         cmdRun.move(0, 200);
         panel.DisplayRegs();
-        window.show();
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        Activate(window);
     }
 
     QLineEdit& Box(const char* name) { return *window.findChild<QLineEdit*>(name); }

@@ -188,10 +188,6 @@ TEST_F(FrmMainTest, WhatIsClosedLeavesTheWindowAsItWasAndOpensAgainAsTheFirstTim
     Start();
     Editor().SetText(u"nop");
     const QTemporaryDir folder;
-    const auto activate = [this] {
-        window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window));
-    };
     const std::pair<const char*, std::function<void()>> uses[] = {
         {"mnuCodeAssistant",
          [this] {
@@ -212,7 +208,7 @@ TEST_F(FrmMainTest, WhatIsClosedLeavesTheWindowAsItWasAndOpensAgainAsTheFirstTim
          }},
         {"mnuAbout",
          [&] {
-             activate();  // the box stays above it
+             Activate(*window);  // the box stays above it
              Find<QAction>("mnuAbout").trigger();
              EXPECT_TRUE(QTest::qWaitForWindowActive(&workbench->Splash));
              QTest::keyClick(&workbench->Splash, 'x');
@@ -228,7 +224,7 @@ TEST_F(FrmMainTest, WhatIsClosedLeavesTheWindowAsItWasAndOpensAgainAsTheFirstTim
             if (time == 0) opened = Seen();
             EXPECT_EQ(Seen(), opened);
             useAndClose();
-            activate();
+            Activate(*window);
             EXPECT_EQ(Seen(), before);
         }
     }
@@ -296,8 +292,7 @@ TEST_F(FrmMainTest, ALineIsMarkedByKeyOrMenuAndRunsStopThereUntilNew) {
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         EXPECT_TRUE(menu->actions().contains(&menuEntry) && menu->actions().contains(&Find<QAction>("mnuConvert")));
         menu->close();
-        window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+        Activate(*window);
         return menuEntry.isChecked();
     };
     EXPECT_FALSE(openMenuAtLine(2));
@@ -574,8 +569,7 @@ TEST_F(FrmMainTest, ASmallWindowScrollsToWhatIsUsedByKeyAndToTheLineThatIsShown)
     EXPECT_EQ(area.horizontalScrollBar()->value(), 0);
     const InputAnswer address("fe00");
     Find<QAction>("mnuMemoryAdd").trigger();
-    window->activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+    Activate(*window);
     EXPECT_GT(area.horizontalScrollBar()->value(), 0) << "the new pair is at the right";
 }
 

@@ -26,9 +26,7 @@ protected:
         workbench = std::make_unique<Workbench>([this] { ++exits; });
         window = &workbench->Window;
         machine = workbench->Machine.get();
-        window->show();
-        window->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+        Activate(*window);
     }
 
     void StartWith(std::u16string_view program) {

@@ -19,3 +19,11 @@ inline bool IsPaintedAnew(QWidget& window) {
     const QImage shown = window.screen()->grabWindow(window.winId()).toImage();
     return shown == window.grab().toImage().convertToFormat(shown.format());
 }
+
+// Shows a window in front, where keys go. Also needed after a modal box: there is no window manager here to give the
+// window its activation back.
+inline void Activate(QWidget& window) {
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+}
