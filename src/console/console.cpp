@@ -1,7 +1,6 @@
 #include "console/console.h"
 
 #include <algorithm>
-#include <sstream>
 
 #include "console/converting.h"
 #include "console/disassembling.h"

@@ -1,6 +1,7 @@
 #include "console/marking.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "console/report.h"
 #include "files/path.h"

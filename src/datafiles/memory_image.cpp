@@ -1,7 +1,6 @@
 #include "datafiles/memory_image.h"
 
 #include <algorithm>
-#include <array>
 #include <memory>
 #include <sstream>
 
