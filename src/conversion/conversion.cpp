@@ -30,10 +30,6 @@ Text IsComment(const Text& what) {
     return what + u" is a comment now";
 }
 
-Text HasMoreValues(const Label& label) {
-    return label.Name + u" has more than one value";
-}
-
 Text Address(std::int32_t address) {
     return Wide(m8085::FormatHexLong(address));
 }
@@ -243,7 +239,7 @@ void Converter::ConvertEnd() {
 void Converter::ConvertDefinition() {
     const bool isEqual = Parsed().What == Kind::Equal;
     for (const Label& label : Parsed().Labels)
-        if (layout_->IsAmbiguous(label.Name)) return Here().SayFault(HasMoreValues(label));
+        if (layout_->IsAmbiguous(label.Name)) return Here().SayFault(label.Name + u" has more than one value");
     if (!isEqual && !PlaceHere().IsKnown) return Here().SayFault(u"where in memory this belongs is not known");
     const bool isNameless = isEqual && Parsed().Labels.empty();
     if (isNameless || Parsed().Operands.empty() || Parsed().RestAt || !CollectBytes())
