@@ -5,6 +5,7 @@
 
 #include "assembler/mnemonic_list.h"
 #include "machine/number_format.h"
+#include "machine/registers.h"
 
 namespace assembler {
 
@@ -24,7 +25,6 @@ struct SingleForm {
 
 constexpr std::array<std::string_view, 8> registerNames = {"B", "C", "D", "E", "H", "L", "M", "A"};
 constexpr std::array<std::string_view, 4> pairNames = {"BC", "DE", "HL", "SP"};
-constexpr std::array<std::string_view, 4> stackPairNames = {"BC", "DE", "HL", "PSW"};
 constexpr std::array<std::string_view, 8> accumulatorMnemonics = {"ADD", "ADC", "SUB", "SBB",
                                                                   "ANA", "XRA", "ORA", "CMP"};
 constexpr std::array<std::string_view, 8> jumpMnemonics = {"JNZ", "JZ", "JNC", "JC", "JPO", "JPE", "JP", "JM"};
@@ -68,7 +68,7 @@ constexpr InstructionForm LowForm(unsigned opcode) {
 // The families of codes C0 to FF.
 constexpr InstructionForm HighForm(unsigned opcode) {
     const unsigned condition = opcode >> 3 & 7;
-    const std::string_view pair = stackPairNames[opcode >> 4 & 3];
+    const std::string_view pair = m8085::StackPairNames[opcode >> 4 & 3];
     switch (opcode & 7) {
         case 0: return {returnMnemonics[condition], '4'};
         case 2: return {jumpMnemonics[condition], '4', "I16"};

@@ -14,7 +14,6 @@ namespace {
 
 using m8085::Trimmed;
 
-constexpr std::string_view pairNames[] = {"BC", "DE", "HL", "PSW"};  // by their codes
 constexpr std::string_view portWord = "PORT ";
 
 std::optional<Place> Named(std::string_view upper) {
@@ -28,7 +27,7 @@ std::optional<Place> Named(std::string_view upper) {
     if (upper == "F") return Place{FlagByte, 0, 0};
     if (const auto place = find(Register, m8085::ByteRegisters, &m8085::Named<std::uint8_t>::Name)) return place;
     if (const auto place = find(Flag, m8085::Flags, &m8085::Named<bool>::Name)) return place;
-    if (const auto place = find(Pair, pairNames, std::identity{})) return place;
+    if (const auto place = find(Pair, m8085::StackPairNames, std::identity{})) return place;
     return find(AddressRegister, m8085::AddressRegisters, &m8085::Named<std::int32_t>::Name);
 }
 
@@ -76,8 +75,8 @@ int Place::Largest() const {
 int Place::Kept(int value) const {
     constexpr int flagBits = 0xD5;
     if (What == Kind::FlagByte) return value & flagBits;
-    return What == Kind::Pair && pairNames[static_cast<std::size_t>(First)] == "PSW" ? value & (0xFF00 | flagBits)
-                                                                                     : value;
+    const bool isPSW = What == Kind::Pair && m8085::StackPairNames[static_cast<std::size_t>(First)] == "PSW";
+    return isPSW ? value & (0xFF00 | flagBits) : value;
 }
 
 int Place::Value(const m8085::MachineState& machine, int number) const {
@@ -118,7 +117,7 @@ std::string Place::Name() const {
         case Kind::Register: return std::string(m8085::ByteRegisters[index].Name);
         case Kind::FlagByte: return "F";
         case Kind::Flag: return std::string(m8085::Flags[index].Name);
-        case Kind::Pair: return std::string(pairNames[index]);
+        case Kind::Pair: return std::string(m8085::StackPairNames[index]);
         case Kind::AddressRegister: return std::string(m8085::AddressRegisters[index].Name);
         case Kind::Memory: return m8085::FormatHexLong(First);
         case Kind::Port: return "port " + m8085::FormatHexByte(m8085::Low(First));
