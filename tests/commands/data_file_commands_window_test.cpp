@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "files/file_writer.h"
 #include "platform/clipboard.h"
 #include "shell/main_window.h"
 
@@ -14,10 +13,6 @@ protected:
     DataFileCommandsTest() { Start(); }
 
     void Choose(const char* entry) { Find<QAction>(entry).trigger(); }
-
-    void PutFile(const QByteArray& content) {
-        ASSERT_EQ(files::WriteFile(path.toStdString(), content.toStdString()), std::nullopt);
-    }
 
     datafiles::frmSave* Dialog() const {
         for (auto* dialog : window->findChildren<datafiles::frmSave*>())
@@ -63,10 +58,10 @@ TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrSaysWhyNot) {
         return message.Text;
     };
     EXPECT_EQ(load(path), "The file " + path.toLower() + " does not exist. Please verify the path.");
-    PutFile("8000: 1 80000000");
+    Write(path, "8000: 1 80000000");
     EXPECT_EQ(load(path), "There was some problem with opening the data file. It is probably not in the right format.");
     EXPECT_EQ(Cell(0, 1), "00");
-    PutFile("8000 : 3E 5 76");
+    Write(path, "8000 : 3E 5 76");
     EXPECT_EQ(load(path), "");
     EXPECT_EQ(Cell(1, 1), "05");
 
@@ -75,7 +70,7 @@ TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrSaysWhyNot) {
     grid.setCurrentIndex(Cells().index(0, 1));
     QTest::keyClicks(&Find<QLineEdit>("txtEdit"), "7");
     EXPECT_EQ(machine->Memory[0x8000], 0x07);
-    PutFile("8000 : 22 80000000");
+    Write(path, "8000 : 22 80000000");
     EXPECT_NE(load(path), "");
     EXPECT_EQ(shown, "22");
     grid.setCurrentIndex(Cells().index(1, 1));
@@ -141,16 +136,15 @@ TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) 
     EXPECT_EQ(Entries(), "8000 - 8001|FFFF - fffF|9000 - 8000");
     const FileAnswer dialog(path);
     Click("Command4");
-    PutFile("what was there before, and longer than what comes, so that it would show after it");
+    Write(path, "what was there before, and longer than what comes, so that it would show after it");
     machine->Memory[0x8000] = machine->Memory[0xFFFF] = 0xA5;  // as of the click on OK
     Click("OKButton");
     EXPECT_EQ(Dialog(), nullptr);
 
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    const QString created = QString(file.readLine()).section("; Data file created on ", 1);
+    const QString text = Read(path);
+    const QString created = text.section("\r\n", 0, 0).section("; Data file created on ", 1);
     EXPECT_TRUE(QLocale::system().toDate(created.section(" at ", 0, 0), QLocale::ShortFormat).isValid());
-    EXPECT_EQ(file.readAll(), "\r\n8000 : A5 0 \r\nFFFF : A5 \r\n9000 : \r\n");
+    EXPECT_EQ(text.section("\r\n", 1), "\r\n8000 : A5 0 \r\nFFFF : A5 \r\n9000 : \r\n");
     Choose("mnuSaveData");
     EXPECT_EQ(Entries(), "");
 }

@@ -22,17 +22,6 @@ protected:
 
     QString Path(const QString& name) const { return folder.filePath(name); }
 
-    static void Write(const QString& path, const QByteArray& bytes) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-
-    static QByteArray Read(const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-    }
-
     void Open(const QString& path) {
         FileAnswer answer(path);
         document.mnuOpen_Click();

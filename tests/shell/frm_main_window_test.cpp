@@ -109,13 +109,10 @@ TEST_F(FrmMainTest, TheTooltipsOfTheEditorAreAboutTheCharacterUnderTheMouse) {
 
 TEST_F(FrmMainTest, ARunSaysBesideTheCommentsWhetherTheyHeld) {
     const QTemporaryDir folder;
-    const auto write = [&folder](const char* name, const QByteArray& text) {
-        QFile file(folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
-    };
-    write("list.dat", "9000: 5 6");
-    write("sum.asm", "lda 9000\nmov b,a\nlda 9001\nadd b ; \xC3\xA4\nhlt\n; given list.dat\n; gives A=0B\n" +
-                         QByteArray(99, '\n') + "; gives 40 T-states");
+    Write(folder.filePath("list.dat"), "9000: 5 6");
+    Write(folder.filePath("sum.asm"),
+          "lda 9000\nmov b,a\nlda 9001\nadd b ; \xC3\xA4\nhlt\n; given list.dat\n; gives A=0B\n" +
+              QByteArray(99, '\n') + "; gives 40 T-states");
     Start();
     window->Open(folder.filePath("sum.asm"));
     Click("cmdCompile");
@@ -383,8 +380,7 @@ TEST_F(FrmMainTest, AProgramFromElsewhereIsConvertedInOneStepOfUndo) {
                 "The data need a data file: choose its name next, and load it before a run."));
     EXPECT_EQ(Editor().Text(), u"\t; ORG 2000H\r\nloop: inr a\r\n; \u2029 x\r\nlda 2005H ;x\r\nei\r\n; list  db 1,2");
     EXPECT_TRUE(Editor().Marks().Has(2) && Editor().LineOfCaret() == 2);
-    QFile data(path);
-    EXPECT_TRUE(data.open(QIODevice::ReadOnly) && data.readAll() == "2005 : 01 02\r\n");
+    EXPECT_EQ(Read(path), "2005 : 01 02\r\n");
     Editor().undo();
     EXPECT_EQ(Editor().Text(), source);
     Editor().SetText(u"mvi a,10");

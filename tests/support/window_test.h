@@ -27,3 +27,13 @@ inline void Activate(QWidget& window) {
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
 }
+
+inline void Write(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
+
+inline QByteArray Read(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+}
