@@ -76,7 +76,7 @@ private:
     void CheckPrinting(const std::string& option, std::initializer_list<std::string_view> others) const {
         if (!taken_.contains(option)) return;
         for (const std::string& name : taken_)
-            if (name != option && std::ranges::find(others, name) == others.end())
+            if (name != option && !m8085::Contains(others, name))
                 throw UsageError(option + " only prints a program, and goes without " + name);
         if (options_.Programs.size() > 1) throw UsageError(option + " takes one file");
     }

@@ -49,7 +49,7 @@ bool Assembles(const assembler::PreparedProgram& program) {
 // Whether other assemblers compute with it.
 bool IsOperator(View word) {
     constexpr View operators[] = {u"AND", u"OR", u"XOR", u"MOD", u"SHL", u"SHR"};
-    return std::ranges::find(operators, UpperCase(word)) != std::end(operators);
+    return m8085::Contains(operators, UpperCase(word));
 }
 
 // 0 where it takes no number.
