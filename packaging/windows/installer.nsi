@@ -1,8 +1,12 @@
-; The installer for Windows, made by script/package windows, which gives it VERSION, OUTPUT, KILOBYTES, and the folder
-; LISTS with what is to be installed and removed, a line for each file.
+; The installer for Windows, made by script/package windows, which gives it VERSION, OUTPUT, KILOBYTES, the folder
+; FILES, and the folder LISTS with what of it is to be installed and removed, a line for each file.
 ;
-; Without words it asks for whom the program is. /AllUsers and /CurrentUser answer that, /S asks nothing, and /D=FOLDER,
-; which has to be the last word, says where.
+; Without words it asks for whom the program is, and proposes those for whom an older version was installed, or else this
+; user. /AllUsers and /CurrentUser answer that, /S asks nothing and takes what it would propose, and /D=FOLDER, which has to
+; be the last word and without quotation marks, says where.
+;
+; It ends with 0 when all was done, with 2 when nothing can be written there, with 32 when Velmora is running, and with 740
+; when it needs an administrator and nobody may be asked. In these three cases nothing was changed.
 
 Unicode true
 Target amd64-unicode
@@ -17,6 +21,8 @@ ManifestLongPathAware true
 !include FileFunc.nsh
 !include nsDialogs.nsh
 
+; What is appended to a folder that was browsed for.
+InstallDir "\Velmora"
 Name "Velmora"
 OutFile "${OUTPUT}"
 BrandingText "Velmora ${VERSION}"
@@ -33,12 +39,14 @@ VIAddVersionKey LegalCopyright "Copyright 2026 The Velmora developers"
 !define typeKey "Software\Classes\Velmora.Program"
 !define asmKey "Software\Classes\.asm\OpenWithProgids"
 !define needsElevation 740 ; what Windows itself says of a program that lacks rights
+!define cannotWrite 2
 !define fileInUse 32
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
 !define MUI_ABORTWARNING
-!define MUI_FINISHPAGE_RUN "$INSTDIR\velmora.exe"
+!define MUI_FINISHPAGE_RUN
+!define MUI_FINISHPAGE_RUN_FUNCTION StartVelmora
 !define MUI_FINISHPAGE_NOREBOOTSUPPORT
 Page custom AskForWhom TakeForWhom
 !insertmacro MUI_PAGE_DIRECTORY
@@ -49,6 +57,7 @@ Page custom AskForWhom TakeForWhom
 !insertmacro MUI_LANGUAGE English
 
 Var scope ; "all" or "user"
+Var isScopeGiven ; "yes" if the command line says it
 Var chosenFolder ; by /D on the command line, or nothing
 Var allUsersButton
 
@@ -80,51 +89,82 @@ FunctionEnd
   Pop $0
 !macroend
 
-Function .onInit
-  StrCpy $chosenFolder $INSTDIR
-  ${GetParameters} $1
+; Takes WORD of the command line $1 for the scope NAME.
+!macro TakeWord word name
   ClearErrors
-  ${GetOptions} $1 "/AllUsers" $2
-  ${If} ${Errors}
-    Call UseCurrentUser
-    Return
+  ${GetOptions} $1 ${word} $2
+  ${IfNot} ${Errors}
+    StrCpy $scope ${name}
+    StrCpy $isScopeGiven yes
   ${EndIf}
-  Call UseAllUsers
-  !insertmacro GetRights
-  ${If} $0 != "Admin"
-    Call BecomeAdministrator
+!macroend
+
+Function .onInit
+  ${If} $INSTDIR != "\Velmora"
+    StrCpy $chosenFolder $INSTDIR
+  ${EndIf}
+  StrCpy $scope user
+  ReadRegStr $1 HKCU "${uninstallKey}" InstallLocation
+  ReadRegStr $2 HKLM "${uninstallKey}" InstallLocation
+  ${If} $1 == ""
+  ${AndIf} $2 != ""
+    StrCpy $scope all
+  ${EndIf}
+  ${GetParameters} $1
+  !insertmacro TakeWord "/AllUsers" all
+  !insertmacro TakeWord "/CurrentUser" user
+  ; For all only when that was said, or nobody will be asked: the page may still decide otherwise.
+  ${If} $scope == user
+    Call UseCurrentUser
+  ${ElseIf} $isScopeGiven == yes
+  ${OrIf} ${Silent}
+    Call UseAllUsersWithRights
+    ${If} ${Errors}
+      Quit
+    ${EndIf}
   ${EndIf}
 FunctionEnd
 
-; Starts the installer again as one who may install for all users, and ends this one.
-Function BecomeAdministrator
+; Goes on as one who may install for all users: where this process may not, an administrator, whom Windows asks for, starts
+; the installer again, and this one ends. Sets the error flag if that was declined.
+Function UseAllUsersWithRights
+  !insertmacro GetRights
+  ${If} $0 == "Admin"
+    Call UseAllUsers
+    ClearErrors
+    Return
+  ${EndIf}
   ${If} ${Silent}
     SetErrorLevel ${needsElevation}
-  ${Else}
-    ExecShell "runas" "$EXEPATH" "/AllUsers"
+    Quit
   ${EndIf}
-  Quit
+  StrCpy $1 "/AllUsers"
+  ${If} $chosenFolder != ""
+    StrCpy $1 "/AllUsers /D=$chosenFolder"
+  ${EndIf}
+  ClearErrors
+  ExecShell "runas" "$EXEPATH" "$1"
+  ${IfNot} ${Errors}
+    Quit
+  ${EndIf}
 FunctionEnd
 
 Function AskForWhom
-  ${GetParameters} $1
-  ClearErrors
-  ${GetOptions} $1 "/AllUsers" $2
-  ${IfNot} ${Errors}
-    Abort ; it was said already
+  ${If} $isScopeGiven == yes
+    Abort
   ${EndIf}
   !insertmacro MUI_HEADER_TEXT "Install Velmora ${VERSION}" "For whom is it?"
   nsDialogs::Create 1018
   Pop $0
   ${NSD_CreateFirstRadioButton} 0 20u 100% 12u "For &me. Windows asks for no password."
   Pop $0
-  ${NSD_Check} $0
   ${NSD_CreateAdditionalRadioButton} 0 40u 100% 12u "For &all who use this computer. Windows asks for an administrator."
   Pop $allUsersButton
   ${If} $scope == all
-    ${NSD_Uncheck} $0
-    ${NSD_Check} $allUsersButton
+    StrCpy $0 $allUsersButton
   ${EndIf}
+  ${NSD_Check} $0
+  ${NSD_SetFocus} $0
   nsDialogs::Show
 FunctionEnd
 
@@ -134,12 +174,15 @@ Function TakeForWhom
     Call UseCurrentUser
     Return
   ${EndIf}
-  !insertmacro GetRights
-  ${If} $0 == "Admin"
-    Call UseAllUsers
-  ${Else}
-    Call BecomeAdministrator
+  Call UseAllUsersWithRights
+  ${If} ${Errors}
+    Abort
   ${EndIf}
+FunctionEnd
+
+; By the desktop: what an administrator's installer starts itself has his rights.
+Function StartVelmora
+  Exec '"$WINDIR\explorer.exe" "$INSTDIR\velmora.exe"'
 FunctionEnd
 
 ; Waits until the programs can be replaced, or ends: before anything is changed.
@@ -154,32 +197,75 @@ Function ${un}WaitUntilUnused
   ${If} $1 == ""
     Return
   ${EndIf}
-  MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$1 is running. Close it, then press Retry." /SD IDCANCEL IDRETRY again
+  MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$1 is running. Save what you are working on, close it, and press Retry." /SD IDCANCEL IDRETRY again
   SetErrorLevel ${fileInUse}
   Quit
 FunctionEnd
 
-; Puts the name $2 into $1 if somebody uses that file of the installed ones.
+; Puts the name $2 into $1 if that file of the installed ones cannot be written because somebody uses it.
 Function ${un}LookWhetherUsed
-  ${If} ${FileExists} "$INSTDIR\$2"
-    ClearErrors
-    FileOpen $0 "$INSTDIR\$2" a
-    ${If} ${Errors}
-      StrCpy $1 $2
-    ${Else}
-      FileClose $0
-    ${EndIf}
+  System::Call 'kernel32::CreateFile(t "$INSTDIR\$2", i 0x40000000, i 7, p 0, i 3, i 0, p 0) p .r0 ?e'
+  Pop $3
+  ${If} $0 P<> -1
+    System::Call 'kernel32::CloseHandle(p r0)'
+  ${ElseIf} $3 = ${fileInUse}
+    StrCpy $1 $2
   ${EndIf}
 FunctionEnd
 !macroend
 !insertmacro WaitUntilUnused ""
 !insertmacro WaitUntilUnused "un."
 
+; The examples and labs are read-only, so that a user saves his own under another name. One that is not, or not any more, is
+; his: it is neither replaced nor removed.
+!macro InstallFile folder file
+  File "/oname=${file}" "${FILES}/${folder}/${file}"
+!macroend
+!macro InstallSheet folder file
+  ${IfNot} ${FileExists} "$OUTDIR\${file}"
+    !insertmacro InstallFile "${folder}" "${file}"
+    SetFileAttributes "$OUTDIR\${file}" READONLY
+  ${EndIf}
+!macroend
+!macro RemoveFile path
+  Delete "$INSTDIR\${path}"
+!macroend
+!macro RemoveSheet path
+  System::Call 'kernel32::GetFileAttributes(t "$INSTDIR\${path}") i .r0'
+  IntOp $0 $0 & 1
+  ${If} $0 = 1
+    Delete "$INSTDIR\${path}"
+  ${EndIf}
+!macroend
+
 Section
   Call WaitUntilUnused
+
+  ; Nothing goes before there is a place for what comes.
+  SetOutPath "$INSTDIR"
+  ClearErrors
+  GetTempFileName $0 "$INSTDIR"
+  ${If} ${Errors}
+    MessageBox MB_OK|MB_ICONSTOP "Nothing can be written into $INSTDIR. Choose another folder." /SD IDOK
+    SetErrorLevel ${cannotWrite}
+    Abort "Nothing was changed."
+  ${EndIf}
+  Delete $0
+
   ; What an older version has brought goes first, but for the user's settings: it knows its own files.
-  ${If} ${FileExists} "$INSTDIR\uninstall.exe"
-    ExecWait '"$INSTDIR\uninstall.exe" /S /KeepSettings _?=$INSTDIR'
+  ReadRegStr $4 SHCTX "${uninstallKey}" InstallLocation
+  ${If} $4 != ""
+  ${AndIf} ${FileExists} "$4\uninstall.exe"
+    ExecWait '"$4\uninstall.exe" /S /KeepSettings _?=$4' $5
+    ${If} $5 <> 0
+      MessageBox MB_OK|MB_ICONSTOP "The older version in $4 cannot be replaced. See that it is closed, and install again." /SD IDOK
+      SetErrorLevel $5
+      Abort "Nothing was changed."
+    ${EndIf}
+    Delete "$4\uninstall.exe"
+    ${If} $4 != $INSTDIR
+      RMDir $4
+    ${EndIf}
   ${EndIf}
 
   SetOverwrite on
@@ -228,7 +314,7 @@ Function un.onInit
     ${If} ${Silent}
       SetErrorLevel ${needsElevation}
     ${Else}
-      ExecShell "runas" "$INSTDIR\uninstall.exe"
+      ExecShell "runas" "$INSTDIR\uninstall.exe" ; not the copy of it that runs
     ${EndIf}
     Quit
   ${EndIf}
@@ -245,15 +331,22 @@ Section Uninstall
   RMDir "$SMPROGRAMS\Velmora"
   DeleteRegKey SHCTX "${typeKey}"
   DeleteRegKey SHCTX "${openKey}"
+  DeleteRegKey /ifempty SHCTX "Software\Classes\Applications"
   DeleteRegValue SHCTX "${asmKey}" "Velmora.Program"
   DeleteRegKey /ifempty SHCTX "${asmKey}"
   DeleteRegKey /ifempty SHCTX "Software\Classes\.asm"
   DeleteRegKey SHCTX "${uninstallKey}"
-  ${GetParameters} $1
-  ClearErrors
-  ${GetOptions} $1 "/KeepSettings" $2
-  ${If} ${Errors}
-    DeleteRegKey HKCU "Software\Velmora"
+
+  ; The settings go with the user's last Velmora.
+  ReadRegStr $1 HKCU "${uninstallKey}" InstallLocation
+  ReadRegStr $2 HKLM "${uninstallKey}" InstallLocation
+  ${If} "$1$2" == ""
+    ${GetParameters} $1
+    ClearErrors
+    ${GetOptions} $1 "/KeepSettings" $2
+    ${If} ${Errors}
+      DeleteRegKey HKCU "Software\Velmora"
+    ${EndIf}
   ${EndIf}
   ${un.RefreshShellIcons}
 SectionEnd
