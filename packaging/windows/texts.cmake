@@ -1,0 +1,32 @@
+# The texts that go with the programs, with the line ends and the names that every program of Windows takes for a text's.
+function(install_text source folder name)
+  set(text ${CMAKE_CURRENT_BINARY_DIR}/texts/${folder}/${name})
+  configure_file(${source} ${text} @ONLY NEWLINE_STYLE CRLF)
+  install(FILES ${text} DESTINATION ${folder})
+endfunction()
+
+install_text(${CMAKE_SOURCE_DIR}/CHANGELOG.md . changes.txt)
+file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/examples/* ${CMAKE_SOURCE_DIR}/labs/*)
+foreach(file ${files})
+  cmake_path(GET file PARENT_PATH folder)
+  cmake_path(GET file FILENAME name)
+  string(REGEX REPLACE "\\.md$" ".txt" name ${name})
+  install_text(${CMAKE_SOURCE_DIR}/${file} ${folder} ${name})
+endforeach()
+
+install_text(${CMAKE_SOURCE_DIR}/LICENSE licences velmora.txt)
+if(NOT CMAKE_CROSSCOMPILING)
+  return()
+endif()
+
+# The licences of all that is linked into the programs, from the Debian packages that it comes from.
+file(READ ${CMAKE_SOURCE_DIR}/build/windows/qt/version qt_version)
+string(STRIP ${qt_version} qt_version)
+install_text(${CMAKE_CURRENT_SOURCE_DIR}/windows/licences.txt licences README.txt)
+install_text(/usr/share/common-licenses/LGPL-3 licences LGPL-3.txt)
+install_text(/usr/share/common-licenses/GPL-3 licences GPL-3.txt)
+install_text(/usr/share/doc/qt6-base-dev/copyright licences qt.txt)
+install_text(/usr/share/doc/gcc-mingw-w64-base/copyright licences gcc.txt)
+install_text(/usr/share/doc/mingw-w64-common/copyright licences mingw-w64.txt)
+install_text(/usr/share/doc/nlohmann-json3-dev/copyright licences nlohmann-json.txt)
+install_text(/usr/share/doc/nsis/copyright licences nsis.txt)
