@@ -68,6 +68,7 @@ TEST_F(CodeAssistantTest, EveryFormCanBeEnteredByClicksAndAssemblesToItsOpcode) 
 }
 
 TEST_F(CodeAssistantTest, StopEndsAnEntryAnywhereAndOnlyRegistersOfSomeFormAreLive) {
+    for (const auto* button : LiveButtons()) EXPECT_NE(button->toolTip(), "") << qPrintable(button->text());
     for (const auto& [mnemonic, keys] :
          {std::pair{"STAX", "BC DE"}, {"PUSH", "BC DE HL PSW"}, {"LXI", "BC DE HL SP"}}) {
         Click(mnemonic);

@@ -128,6 +128,7 @@ TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) 
     EXPECT_EQ(Add("", "0"), "The starting" + wrong);
     EXPECT_EQ(Dialog()->focusWidget(), &Control<QLineEdit>("Text1"));
     EXPECT_EQ(Add("FFFF", "10000"), "The ending" + wrong);
+    EXPECT_EQ(Control<QLineEdit>("Text2").selectedText(), "10000");
     for (const auto& [first, last] : {std::pair{"8000", "8001"}, {"FFFF", "fffF"}, {"9000", "8000"}}) Add(first, last);
     EXPECT_EQ(Click("OKButton"), "Please specify the output file name.");
     const QString nowhere = directory.filePath("missing/Memory.dat");

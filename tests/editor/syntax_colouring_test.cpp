@@ -21,7 +21,7 @@ std::string Picture(std::u16string_view line) {
 
 TEST(SyntaxColouring, MnemonicsAreWholeWordsInEitherCase) {
     EXPECT_EQ(Picture(u"mov MOV Mov"), "mmm.mmm.mmm");
-    EXPECT_EQ(Picture(u"LDAX LDA ADDER ADD_1 1ADD"), "mmmm.mmm.................");
+    EXPECT_EQ(Picture(u"LDAX LDA ADDER ADD_1 9ADD ADD0 ADDZ aADD"), "mmmm.mmm................................");
     EXPECT_EQ(Picture(u"mvi a,cc"), "mmm...mm");
     EXPECT_EQ(Picture(u"CALL:jmp:LOOP"), "mmmm.mmm.....");
     EXPECT_EQ(Picture(u"RST EI DI RIM SIM OUT"), "..................mmm");

@@ -65,6 +65,7 @@ TEST_F(MemoryGridTest, DigitsGoIntoTheMachineOneByOneAndIntoEveryCellThatShowsTh
     panel.RefreshRAMDisplay();
     Click(2, 1);
     EXPECT_EQ(editor.selectedText(), "77");
+    EXPECT_EQ(editor.textMargins(), QMargins(1, 0, 0, 1)) << "its text stands where the cell shows it";
     Type("g3");
     EXPECT_EQ(byte, 0x03);
     panel.RefreshRAMDisplay();

@@ -40,15 +40,12 @@ TEST_F(ProgramTextTest, EveryInsertionIsOneChangeAndOneStep) {
     QTest::keyClicks(&text, "d");
     QApplication::clipboard()->setText(QStringLiteral("e\u00A0f\u2028\u2029"));
     QTest::keyClick(&text, Qt::Key_Insert, Qt::ShiftModifier);
-    QTest::keyClicks(&text, "g");
     text.InsertAt({1, 2}, u":");
     EXPECT_EQ(text.SelectionStart(), 4);
     text.SetSelectionLength(2);
     text.ReplaceSelection(u"m\r\nn");
-    EXPECT_EQ(changes.count(), 8);
-    const std::u16string pasted = u"de\u00A0f\u2028\u2029";
-    const std::u16string steps[] = {
-        u"ab", u"abc", u"abcd", u"abc" + pasted, u"abc" + pasted + u'g', u"a:b:c" + pasted + u'g'};
+    EXPECT_EQ(changes.count(), 7);
+    const std::u16string steps[] = {u"ab", u"abc", u"abcd", u"abcde\u00A0f\u2028\u2029", u"a:b:cde\u00A0f\u2028\u2029"};
     for (auto step = std::rbegin(steps); step != std::rend(steps); ++step) {
         text.undo();
         EXPECT_EQ(text.Text(), *step);
@@ -124,6 +121,8 @@ TEST_F(ProgramTextTest, SelectingALineShowsSomeBelowItAndClearingTheSelectionScr
     text.verticalScrollBar()->setValue(200);
     text.ClearSelection();
     EXPECT_EQ(text.verticalScrollBar()->value(), 200);
+    EXPECT_TRUE(IsPaintedAnew(text));
+    text.verticalScrollBar()->setValue(203);
     EXPECT_TRUE(IsPaintedAnew(text));
     text.ReplaceSelection(u"x");
     EXPECT_LT(text.verticalScrollBar()->value(), 100);

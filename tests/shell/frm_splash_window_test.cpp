@@ -16,6 +16,7 @@ void Click(frmSplash& splash, const char* label) {
 TEST(FrmSplash, TheTimerTakesItAwayOnceHoweverItWasShown) {
     frmSplash splash;
     splash.ShowAtStart();
+    EXPECT_LT((splash.geometry().center() - splash.screen()->availableGeometry().center()).manhattanLength(), 3);
     QTest::mouseClick(&splash, Qt::LeftButton, {}, {20, 200});
     EXPECT_FALSE(splash.isVisible());
     splash.ShowAbout();
@@ -49,10 +50,13 @@ TEST(FrmSplash, ItsTextsStandOnAGradientInsideABlackFrameAndALinkThatCannotOpenS
     splash.ShowAbout();
     const QImage picture = splash.grab().toImage();
     EXPECT_EQ(picture.size(), QSize(450, 301));
-    for (const QPoint onFrame : {QPoint(2, 150), {445, 150}, {220, 2}, {220, 293}})
-        EXPECT_EQ(picture.pixelColor(onFrame), QColor(Qt::black));
+    for (const int edge : {0, 4, 291, 295}) EXPECT_EQ(picture.pixelColor(220, edge), QColor(Qt::black)) << edge;
+    for (const int edge : {0, 4, 443, 447}) EXPECT_EQ(picture.pixelColor(edge, 150), QColor(Qt::black)) << edge;
+    for (const auto* label : splash.findChildren<QLabel*>()) EXPECT_EQ(label->size(), label->sizeHint());
+    EXPECT_EQ(splash.findChild<QLabel*>("Label5")->palette().color(QPalette::WindowText), QColor(Qt::blue));
     for (const int y : {10, 285}) EXPECT_NEAR(picture.pixelColor(20, y).blue(), 100 + 100 * y / 301, 2);
     EXPECT_EQ(splash.findChild<QLabel*>("Label3")->text(), "Version " VELMORA_VERSION);
+    EXPECT_EQ(splash.objectName() + '|' + splash.accessibleName(), "frmSplash|About Velmora");
     const MessageAnswer message;
     QTest::mouseMove(&splash, splash.findChild<QLabel*>("Label5")->geometry().center());
     Click(splash, "Label5");
