@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include "shell/workbench.h"
@@ -11,24 +11,36 @@
 
 namespace {
 
-void UseSettingsOf(const QTemporaryDir& folder) {
+// A place for settings that goes with the folder.
+class OwnSettings {
 #ifdef Q_OS_WIN
-    const QString name = "Software/" + folder.path().section('/', -1);
-    HKEY key = nullptr;
-    RegCreateKeyExW(HKEY_CURRENT_USER, QDir::toNativeSeparators(name).toStdWString().c_str(), 0, nullptr,
-                    REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr, &key, nullptr);
-    RegOverridePredefKey(HKEY_CURRENT_USER, key);
+public:
+    explicit OwnSettings(const QTemporaryDir& folder) : name_(QFileInfo(folder.path()).fileName().toStdWString()) {
+        RegCreateKeyW(HKEY_CURRENT_USER, name_.c_str(), &key_);
+        RegOverridePredefKey(HKEY_CURRENT_USER, key_);
+    }
+    ~OwnSettings() {
+        RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+        RegDeleteTreeW(HKEY_CURRENT_USER, name_.c_str());
+    }
+
+private:
+    std::wstring name_;
+    HKEY key_ = nullptr;
 #else
-    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+public:
+    explicit OwnSettings(const QTemporaryDir& folder) {
+        qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+    }
 #endif
-}
+};
 
 }  // namespace
 
 // Window tests run without a screen, with the appearance that the program has and with settings of their own.
 int main(int argc, char** argv) {
-    const QTemporaryDir settings;
-    UseSettingsOf(settings);
+    const QTemporaryDir folder;
+    const OwnSettings settings(folder);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);

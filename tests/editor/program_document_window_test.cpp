@@ -118,7 +118,12 @@ TEST_F(ProgramDocumentTest, SaveAsksForANameOnceAndAFailedWriteKeepsTheMark) {
 }
 
 TEST_F(ProgramDocumentTest, AFileNameIsUsedAsGivenAndReplacedOnlyAfterAQuestion) {
-    for (const char* const name : {" blank.asm", "a \"b\".asm", "\"q\"", "line\nbreak.asm"}) {
+#ifdef Q_OS_WIN
+    const auto names = {" blank.asm", "it's.asm"};
+#else
+    const auto names = {" blank.asm", "a \"b\".asm", "\"q\"", "line\nbreak.asm"};
+#endif
+    for (const char* const name : names) {
         QTest::keyClicks(&text, "hlt");
         for (const bool again : {false, true}) {
             MessageAnswer replace(QMessageBox::Yes);
@@ -132,7 +137,7 @@ TEST_F(ProgramDocumentTest, AFileNameIsUsedAsGivenAndReplacedOnlyAfterAQuestion)
         EXPECT_EQ(title, "Velmora - [" + Path(name) + "]");
         document.mnuNew_Click();
     }
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 4);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), std::ssize(names));
 }
 
 TEST_F(ProgramDocumentTest, AFileNamedAtTheStartOpensOrIsSaidWhyNot) {
