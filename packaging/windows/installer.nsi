@@ -1,5 +1,6 @@
 ; The installer for Windows, made by script/package windows, which gives it VERSION, OUTPUT, KILOBYTES, the folder
-; FILES, and the folder LISTS with what of it is to be installed and removed, a line for each file.
+; FILES, the folder LISTS with what of it is to be installed and removed, a line for each file, and their DATE as the system
+; has it: the upper and the lower half of a number of 64 bits.
 ;
 ; Without words it asks for whom the program is, and proposes those for whom an older version was installed, or else this
 ; user. /AllUsers and /CurrentUser answer that, /S asks nothing and takes what it would propose, and /D=FOLDER, which has to
@@ -216,24 +217,22 @@ FunctionEnd
 !insertmacro WaitUntilUnused ""
 !insertmacro WaitUntilUnused "un."
 
-; The examples and labs are read-only, so that a user saves his own under another name. One that is not, or not any more, is
-; his: it is neither replaced nor removed.
+; An example or a lab that is there already is a user's, and so is one whose date is not that of the installed files any
+; more: he has saved his work in it. Such a one is neither replaced nor removed.
 !macro InstallFile folder file
   File "/oname=${file}" "${FILES}/${folder}/${file}"
 !macroend
 !macro InstallSheet folder file
   ${IfNot} ${FileExists} "$OUTDIR\${file}"
     !insertmacro InstallFile "${folder}" "${file}"
-    SetFileAttributes "$OUTDIR\${file}" READONLY
   ${EndIf}
 !macroend
 !macro RemoveFile path
   Delete "$INSTDIR\${path}"
 !macroend
 !macro RemoveSheet path
-  System::Call 'kernel32::GetFileAttributes(t "$INSTDIR\${path}") i .r0'
-  IntOp $0 $0 & 1
-  ${If} $0 = 1
+  GetFileTime "$INSTDIR\${path}" $0 $1
+  ${If} "$0,$1" == "${DATE}"
     Delete "$INSTDIR\${path}"
   ${EndIf}
 !macroend
