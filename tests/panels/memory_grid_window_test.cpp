@@ -289,6 +289,8 @@ TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
         << "a port is not at the address in HL";
     machine.PC = 0;
     EXPECT_FALSE(Cell(5, 1).data(Qt::ToolTipRole).toString().contains("Instruction"));
+    machine.Memory[0x8004] = 0x76;
+    EXPECT_FALSE(Cell(4, 1).data(Qt::ToolTipRole).toString().contains("Instruction")) << "the cell shows what was";
     EXPECT_EQ(Cell(4, 9).data(Qt::ToolTipRole).toString(), "Port 04, decimal 4\nByte 00, binary 0000 0000, decimal 0");
 }
 
