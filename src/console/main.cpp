@@ -12,15 +12,24 @@
 #include <cstdio>
 #endif
 
+#ifdef _WIN32
+// The shell there replaces no patterns such as *.asm by names: what starts the program does so where this is -1.
+extern "C" int _dowildcard;
+int _dowildcard = -1;
+#endif
+
 namespace {
 
-int Start(std::vector<std::string> arguments) {
+int Run(std::vector<std::string> arguments) {
 #ifdef SIGXFSZ
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is reported, not the end of the program
 #endif
     std::ios::sync_with_stdio(false);
-    const int exitCode = console::Main(std::move(arguments), std::cin, std::cout, std::cerr);
-    // Whoever started the program sees what ended it, so that a loop over many programs ends too.
+    return console::Main(std::move(arguments), std::cin, std::cout, std::cerr);
+}
+
+// Whoever started the program sees what ended it, so that a loop over many programs ends too.
+int End(int exitCode) {
     if (const int signal = console::DeferredSignals::Arrived()) std::raise(signal);
     return exitCode;
 }
@@ -37,6 +46,18 @@ std::string Narrow(std::wstring_view wide) {
     return narrow;
 }
 
+// As long as it lives, the console shows UTF-8; then it has its own code page again.
+class Utf8Console {
+public:
+    Utf8Console() { SetConsoleOutputCP(CP_UTF8); }
+    ~Utf8Console() { SetConsoleOutputCP(before_); }
+    Utf8Console(const Utf8Console&) = delete;
+    Utf8Console& operator=(const Utf8Console&) = delete;
+
+private:
+    UINT before_ = GetConsoleOutputCP();
+};
+
 }  // namespace
 
 // What is read and written keeps its line ends.
@@ -44,7 +65,11 @@ int wmain(int argc, wchar_t** argv) {
     for (std::FILE* const stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
     std::vector<std::string> arguments;
     for (int index = 1; index < argc; ++index) arguments.push_back(Narrow(argv[index]));
-    return Start(std::move(arguments));
+    const auto run = [&arguments] {
+        const Utf8Console console;
+        return Run(std::move(arguments));
+    };
+    return End(run());
 }
 
 #else
@@ -52,7 +77,7 @@ int wmain(int argc, wchar_t** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    return Start({argv + 1, argv + argc});
+    return End(Run({argv + 1, argv + argc}));
 }
 
 #endif

@@ -7,6 +7,7 @@
 #include "assembler/line_words.h"
 #include "editor/program_file.h"
 #include "files/file_reader.h"
+#include "files/file_writer.h"
 #include "files/path.h"
 #include "machine/number_format.h"
 #include "machine/text.h"
@@ -62,9 +63,8 @@ void KeepWhatIsThere(const std::string& path, const Options& options) {
 
 }  // namespace
 
-// Standard input has a name of its own where it may be a file.
 void KeepFromInput(const std::string& path, const std::string& input) {
-    if (IsSameFile(path, input == "-" ? "/dev/stdin" : input))
+    if (input == "-" ? files::IsStandardInput(files::PathOf(path)) : IsSameFile(path, input))
         throw UsageError("\"" + path + "\" is read, and would be written over");
 }
 

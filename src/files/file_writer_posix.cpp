@@ -96,11 +96,15 @@ std::filesystem::path WithoutLinks(std::filesystem::path path) {
     return path;
 }
 
+bool IsSame(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
 // Whether it is the same file as standard output or standard error. What is printed would be lost with the old file.
 bool IsPrintedTo(const struct stat& file) {
     return std::ranges::any_of(std::array{STDOUT_FILENO, STDERR_FILENO}, [&file](int number) {
         struct stat printed {};
-        return ::fstat(number, &printed) == 0 && printed.st_dev == file.st_dev && printed.st_ino == file.st_ino;
+        return ::fstat(number, &printed) == 0 && IsSame(printed, file);
     });
 }
 
@@ -228,6 +232,12 @@ bool FileWriter::Write(std::string_view bytes) {
 
 std::optional<std::string> FileWriter::Commit() {
     return output_->Commit();
+}
+
+bool IsStandardInput(const std::filesystem::path& path) {
+    struct stat file {};
+    struct stat input {};
+    return ::stat(path.c_str(), &file) == 0 && ::fstat(STDIN_FILENO, &input) == 0 && IsSame(file, input);
 }
 
 }  // namespace files

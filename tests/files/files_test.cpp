@@ -162,4 +162,78 @@ TEST_F(FilesTest, WhereNoNewFileCanTakeItsPlaceTheOldIsWrittenOver) {
 
 }  // namespace files
 
+#elif defined(_WIN32)
+
+#include <windows.h>
+
+namespace files {
+
+namespace {
+
+struct FilesTest : testing::Test {
+    FilesTest() : folder(std::filesystem::temp_directory_path() / std::to_string(::GetCurrentProcessId())) {
+        std::filesystem::create_directory(folder);
+        file = folder / "program.asm";
+        std::ofstream(file) << "the old text";
+    }
+    ~FilesTest() override { std::filesystem::remove_all(folder); }
+
+    // What happens to the file when text is written to it, and how many files there are then.
+    std::string Writes(std::string_view text) {
+        const std::string problem = WriteFile(file, text).value_or("");
+        EXPECT_EQ(ReadFile(file).Bytes, problem.empty() ? text : "the old text");
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), count);
+        return problem;
+    }
+
+    HANDLE OpenFor(DWORD sharing) const {
+        return ::CreateFileW(file.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0, nullptr);
+    }
+
+    std::filesystem::path folder;
+    std::filesystem::path file;
+    int count = 1;
+};
+
+}  // namespace
+
+TEST_F(FilesTest, ANewFileTakesThePlaceOfTheOldAndItsOtherNamesAreKept) {
+    EXPECT_EQ(Writes("new"), "");
+    ASSERT_TRUE(::CreateHardLinkW((folder / "other").c_str(), file.c_str(), nullptr));
+    count = 2;
+    for (const std::string_view text : {"a longer text than the old one", "short"}) {
+        EXPECT_EQ(Writes(text), "");
+        EXPECT_EQ(ReadFile(folder / "other").Bytes, text);
+    }
+}
+
+TEST_F(FilesTest, AFileThatIsOpenElsewhereOrReadOnlyKeepsItsTextAndItIsSaidWhy) {
+    const HANDLE alone = OpenFor(0);
+    EXPECT_EQ(WriteFile(file, "new"), "It is open in another program.");
+    ::CloseHandle(alone);
+    const HANDLE reader = OpenFor(FILE_SHARE_READ | FILE_SHARE_WRITE);
+    EXPECT_EQ(Writes("new"), "It is open in another program.");
+    ::CloseHandle(reader);
+    ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(Writes("new"), "It is read-only.");
+    ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_EQ(WriteFile(folder, "new"), "Is a directory");
+    EXPECT_EQ(WriteFile(folder / "none" / "a.asm", "new"), "No such file or directory");
+    EXPECT_EQ(WriteFile("NUL", "new"), std::nullopt) << "a device takes everything";
+}
+
+TEST_F(FilesTest, APathMayHaveMoreThan260Characters) {
+    std::wstring deep = LR"(\\?\)" + folder.wstring();
+    for (int level = 0; level < 3; ++level) {
+        deep += L'\\' + std::wstring(120, L'd');
+        ASSERT_TRUE(::CreateDirectoryW(deep.c_str(), nullptr));
+    }
+    EXPECT_EQ(WriteFile(deep.substr(4) + L"\\\u03B1.asm", "new"), std::nullopt);
+    EXPECT_NE(::GetFileAttributesW((deep + L"\\\u03B1.asm").c_str()), INVALID_FILE_ATTRIBUTES);
+    ::DeleteFileW((deep + L"\\\u03B1.asm").c_str());
+    for (int level = 0; level < 3; ++level, deep.resize(deep.rfind(L'\\'))) ::RemoveDirectoryW(deep.c_str());
+}
+
+}  // namespace files
+
 #endif
