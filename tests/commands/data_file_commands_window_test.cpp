@@ -125,6 +125,11 @@ TEST_F(DataFileCommandsTest, BytesAreCopiedAsADataFileHasThem) {
 TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) {
     Choose("mnuSaveData");
     const QString wrong = " addresss is invalid. Enter a valid hex address (0000 - FFFF).";
+    {
+        const MessageAnswer told;
+        QTest::keyClick(&Control<QLineEdit>("Text1"), Qt::Key_Return);
+        EXPECT_FALSE(told.Answered()) << "Enter in a box presses no button";
+    }
     EXPECT_EQ(Add("", "0"), "The starting" + wrong);
     EXPECT_EQ(Dialog()->focusWidget(), &Control<QLineEdit>("Text1"));
     EXPECT_EQ(Add("FFFF", "10000"), "The ending" + wrong);

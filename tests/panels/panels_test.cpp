@@ -6,7 +6,7 @@
 namespace panels {
 
 TEST(ByteEdit, WhatIsInsertedIsCutToWhatTypingWouldHaveLeft) {
-    EXPECT_EQ(CutInsertedText(u"", u"xyz a\nBC", 8), u"aB");
+    EXPECT_EQ(CutInsertedText(u"", u"xyz a\n0C", 8), u"a0");
     EXPECT_EQ(CutInsertedText(u"3A", u"43A", 1), u"3A");
     EXPECT_EQ(CutInsertedText(u"3A", u"3g", 2), std::nullopt) << "typing a g over the A would have left it";
 }
