@@ -94,6 +94,7 @@ private:
     void NoteReading(const Operand& operand, const Value& value, const Choice& choice);
 
     std::string ComposeData() const;
+    void LeaveFirstOfMixed();
     void SayWhatIsLeft();
     void SayFaults(const assembler::PreparedProgram& program);
 
@@ -108,6 +109,7 @@ private:
     std::set<Text> labels_;  // that jumps and calls can go to
     std::optional<Layout> layout_;
     std::size_t line_ = 0;
+    bool hasFinalH_ = false;                          // some number of the program
     bool withFinalH_ = true;                          // is how numbers are written
     bool hasDecimal_ = false;                         // some number that is surely decimal
     std::vector<std::pair<std::size_t, Text>> bare_;  // numbers that may be decimal, and their lines
@@ -153,6 +155,7 @@ void Converter::FindNotation() {
             notation_.HasB = notation_.HasB || (!isOurs && upper.ends_with(u'B'));
         }
     }
+    hasFinalH_ = hasFinalH;
     withFinalH_ = hasFinalH || !hasBare || notation_.HasD || notation_.HasB;
     hasDecimal_ = notation_.HasD;
 }
@@ -253,9 +256,14 @@ void Converter::ConvertDefinition() {
 
 // Stores what the definition puts into memory. False where it cannot be read.
 bool Converter::CollectBytes() {
-    if (Parsed().What == Kind::Equal)
-        return Parsed().Operands.size() == 1 && layout_->Read(Parsed().Operands[0].Text, line_);
-    if (Parsed().What == Kind::Space) return layout_->ReadOnly(line_).has_value();
+    const bool isEqual = Parsed().What == Kind::Equal;
+    if (isEqual || Parsed().What == Kind::Space) {
+        const Operand& operand = Parsed().Operands[0];
+        const auto value = Parsed().Operands.size() == 1 ? layout_->Read(operand.Text, line_) : std::nullopt;
+        const auto choice = value ? Choose(*value, 0xFFFF) : std::nullopt;
+        if (choice) NoteReading(operand, *value, *choice);
+        return isEqual ? value.has_value() : choice.has_value();
+    }
     std::vector<std::int32_t> bytes;
     for (const Operand& operand : Parsed().Operands) {
         if (operand.IsString() && Parsed().What == Kind::Bytes) {
@@ -415,9 +423,20 @@ std::string Converter::ComposeData() const {
     return text.empty() ? text : text + "\r\n";
 }
 
+// Where no number is surely decimal, but some have a final H, the first without it deserves a word, unless it is an
+// address or stands in an instruction, of which there is a warning.
+void Converter::LeaveFirstOfMixed() {
+    constexpr std::size_t addressDigits = 4;
+    std::erase_if(bare_, [this](const std::pair<std::size_t, Text>& bare) {
+        const bool isOfInstruction = lines_[bare.first].Parsed.What == Kind::Instruction;
+        return !hasFinalH_ || isOfInstruction || bare.second.size() >= addressDigits;
+    });
+    bare_.resize(std::min(bare_.size(), std::size_t{1}));
+}
+
 // What may not be what it looks like, and what does not assemble.
 void Converter::SayWhatIsLeft() {
-    if (!hasDecimal_) bare_.clear();
+    if (!hasDecimal_) LeaveFirstOfMixed();
     for (const auto& [line, number] : bare_) lines_[line].Say(number + u" is taken as hexadecimal");
     const assembler::PreparedProgram program = assembler::PrepareProgram(result_.Program);
     for (const auto& [line, text] : assembler::FindWarnings(program)) {

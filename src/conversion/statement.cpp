@@ -43,6 +43,9 @@ bool IsQuote(char16_t character) {
     return character == u'\'' || character == u'"';
 }
 
+// Other assemblers know them, and nothing takes their place here.
+constexpr View unknownDirectives[] = {u"MACRO", u"INCLUDE", u"RADIX"};
+
 bool IsNumberColumn(std::string_view column) {
     return column.starts_with('I');
 }
@@ -107,12 +110,14 @@ private:
     void ReadOperation() {
         if (at_ >= code_.size()) return;
         TakeOperation();
-        if (statement_.IsInstruction() || statement_.What == Kind::Heading || !IsName(statement_.Operation)) return;
-        // A name without a colon, which may be that of a directive, before an operation.
+        const bool isHeading = statement_.What == Kind::Heading;
+        if (statement_.IsInstruction() || !IsName(statement_.Operation)) return;
+        // A name without a colon before an operation. It may be that of a directive where no label stands before it.
+        if (statement_.What != Kind::Unknown && !statement_.Labels.empty()) return;
         Statement first = statement_;
         const std::size_t afterFirst = at_;
         TakeOperation();
-        const bool mayFollow = statement_.IsInstruction() || statement_.IsOrigin();
+        const bool mayFollow = (statement_.IsInstruction() || statement_.IsOrigin()) && !isHeading;
         if (statement_.DefinesNames() || (mayFollow && !first.IsOrigin())) {
             statement_.Labels.push_back({first.Operation, first.At, {}});
             return;
@@ -215,6 +220,32 @@ std::vector<View> WordsOf(View code) {
     return words;
 }
 
+// Without what may end it in a sentence.
+View LettersOf(View word) {
+    return word.substr(0, word.find_last_not_of(u",.:") + 1);
+}
+
+bool IsUnknownDirective(View word) {
+    const bool isMarked = word.size() > 1 && word[0] == u'.' && IsWord(word.substr(1, 1));
+    return isMarked || m8085::Contains(unknownDirectives, UpperCase(LettersOf(word)));
+}
+
+// Whether the text cannot be English for a directive or an instruction in it. The latter has two operands, or comes
+// after what is not a word, such as an address, and is not written like "Add".
+bool IsForAssembler(View text) {
+    const std::vector<View> words = WordsOf(text);
+    const auto isInstruction = [&](View word) {
+        const Statement statement = ReadStatement(text.substr(static_cast<std::size_t>(word.data() - text.data())));
+        if (!statement.IsWholeInstruction()) return false;
+        const bool isCapitalized = word[0] <= u'Z' && word[1] > u'Z';
+        const bool takesNumber = IsNumberColumn(statement.Row->Operands[0]);
+        const bool isClear = !takesNumber || m8085::IsDecimalDigit(statement.Operands[0].Text[0]);
+        return statement.Operands.size() > 1 || (!IsWord(LettersOf(words[0])) && !isCapitalized && isClear);
+    };
+    return std::any_of(words.begin(), std::min(words.begin() + 2, words.end()), IsUnknownDirective) ||
+           std::any_of(words.begin() + 1, words.end(), isInstruction);
+}
+
 }  // namespace
 
 std::u16string Statement::Target() const {
@@ -267,21 +298,26 @@ bool IsFormerPlacement(View comment) {
 bool IsProse(const Statement& statement, View code) {
     constexpr std::size_t tooLongForMnemonic = 5;
     const bool hasOpenLabel = !statement.Labels.empty() && !statement.Labels.back().ColonAt;
-    const std::vector<View> words = WordsOf(code.substr(hasOpenLabel ? statement.Labels.back().At : statement.At));
-    if (statement.IsWholeInstruction() || words.empty()) return false;
+    const std::size_t labelAt = statement.Labels.empty() ? statement.At : statement.Labels.back().At;
+    const std::vector<View> words = WordsOf(code.substr(hasOpenLabel ? labelAt : statement.At));
+    if (statement.IsWholeInstruction() || words.empty() || IsForAssembler(code.substr(labelAt))) return false;
     const auto isLetter = [](View word) { return IsWord(word.substr(0, 1)); };
     const auto isSign = [=](View word) { return !isLetter(word) && m8085::HexDigitValue(word[0]) < 0; };
     const bool isSubject = !statement.Labels.empty() || (words.size() > 1 && isSign(words[1]));
     if (!isLetter(statement.Operation) && isSubject) return true;  // "Date: 1 May" and "9000 - the result"
     if (words.size() > 2) {
-        const Text second = UpperCase(words[1].substr(0, words[1].find_last_not_of(u",.:") + 1));
-        const bool isEnglish = IsWord(second) && second.size() > 1 && !m8085::Contains(registerNames, second);
+        const auto isEnglish = [](View word) {
+            const Text letters = UpperCase(LettersOf(word));
+            return IsWord(letters) && letters.size() > 1 && !m8085::Contains(registerNames, letters);
+        };
+        const bool isAfterColon = !statement.Labels.empty() && !hasOpenLabel;
         const bool takesRegister = statement.Row != nullptr && !IsNumberColumn(statement.Row->Operands[0]);
-        if (isEnglish && (hasOpenLabel || statement.What == Kind::Unknown || takesRegister)) return true;
+        const bool mayBeEnglish = hasOpenLabel || statement.What == Kind::Unknown || takesRegister;
+        if (mayBeEnglish && isEnglish(words[1]) && (!isAfterColon || isEnglish(words[0]))) return true;
     }
     const bool hasOperands = std::ranges::any_of(words, [](View word) { return word.find(u',') - 1 < 2; });
     const bool isLong = statement.What == Kind::Unknown && IsWord(words[0]) && words[0].size() >= tooLongForMnemonic;
-    return isLong && !hasOperands && assembler::FindInstruction(statement.Operation.substr(0, 4)) == nullptr;
+    return isLong && !hasOperands && !assembler::IsMnemonic(statement.Operation.substr(0, 4));
 }
 
 }  // namespace conversion

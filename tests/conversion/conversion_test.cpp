@@ -103,6 +103,8 @@ TEST(Conversion, NumbersAreBroughtToHexadecimal) {
               "1 10 is taken as hexadecimal\n2 100 became 64H\n3 2050 is taken as hexadecimal\n5 5D is taken as "
               "hexadecimal\n");
     EXPECT_EQ(NotesOf(Convert("mvi a,0AH\nadi 10")), "2 10 is hexadecimal too, though line 1 has 0AH\n");
+    EXPECT_EQ(NotesOf(Convert("mvi a,0AH\nds 12")),
+              "2 DS is a comment now, for 18 bytes at 8002\n2 12 is taken as hexadecimal\n");
 }
 
 TEST(Conversion, DirectivesBecomeComments) {
@@ -156,6 +158,7 @@ TEST(Conversion, DataGoToAFile) {
         "jmp go\nlist: db 1,2\nbuf ds 2\nlast: defb -1\ngo: lda last\nsta 8100\nlxi b,last-list\norg 8180\ndb 7",
         "jmp go\n; list  db 1,2\n; buf ds 2\n; last  defb -1\ngo: lda 8204\nsta 8100\nlxi b,0004\n; org 8180\n; db 7",
         "8180 : 07\r\n8200 : 01 02\r\n8204 : FF\r\n");
+    expectData("lda title\nhlt\ntitle db 5", "lda 8004\nhlt\n; title db 5", "8004 : 05\r\n");
     expectData("org 9000\nres:\norg 2000h\nsta res\nlda n\nhlt\nn: db 17h dup\nlxi h,n",
                "; org 9000\n; res \n; org 2000h\nsta 9000H\nlda 2007H\nhlt\nn: db 17h dup\nlxi h,2007H", "");
     expectData("db 0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\norg 0ffffh\ndb 1,2",
@@ -185,7 +188,6 @@ TEST(Conversion, JumpsGetLabels) {
     ExpectFaults({
         {"org 9\nio:\norg 2000\nnop\njmp io", "no instruction is known to begin at 0009"},
         {"nop\ncall 5", "no instruction is known to begin at 0005"},
-        {"mvi a,0\njmp 8001", "no instruction is known to begin at 8001"},
         {"nop\nwhat 5,6\nret\njmp 8001", "no instruction is known to begin at 8001"},
         {"; org 2000\njmp 8000", "no instruction is known to begin at 8000"},
     });
@@ -212,6 +214,10 @@ TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
         {"ei\nmvi a,3 or 4", "or 4 does not belong to MVI"},
         {"ei\nmvi a,low x", "x does not belong to MVI"},
         {"mvi a,0 5", "5 does not belong to MVI"},
+        {"hlt\n1) mvi a,5", "Bad opcode - 1)"},
+        {"hlt\nradix 10", "Bad opcode - RADIX"},
+        {"ei\n2000H: sub nop h,", "h, does not belong to SUB"},
+        {"x: org dw 5", "Bad opcode - ORG"},
         {"org 2000\nnop\nlda 2000", "2000 lies inside the program"},
         {"org 2000\nnop\nlxi h,8000", "8000 lies inside the program"},
     });
