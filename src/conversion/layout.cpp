@@ -84,6 +84,11 @@ void Layout::PlaceStatements() {
             isKnown = origin && !areAddressesLost_;
             ++region;
         }
+        if (const auto listed = statements_[line].Address; listed && (*listed != address || !isKnown)) {
+            address = *listed;
+            isKnown = !areAddressesLost_;
+            ++region;
+        }
         const auto size = SizeOf(line);
         places_[line] = {address, address, size.value_or(0), region, false, isKnown};
         isKnown = isKnown && size;

@@ -69,6 +69,29 @@ void CloseLabels(std::vector<Line>& lines, const Names& targets) {
     }
 }
 
+// Address and bytes in front of an instruction go into its comment.
+void MoveListing(Line& line) {
+    Text& code = line.Source.Code;
+    const auto after = FindAfterListing(code);
+    if (!after) return;
+    Text listing(m8085::Trimmed(View(code).substr(0, *after)));
+    std::erase(listing, u':');
+    code.erase(0, *after);
+    if (!m8085::IsBlank(code.back())) code += u' ';
+    line.Source.Comment = u"; " + listing + (line.Source.Comment.empty() ? u"" : u" ") + line.Source.Comment;
+    line.Say(listing + u" stands in the comment now");
+}
+
+std::optional<std::int32_t> FindListing(View comment, const Statement& statement) {
+    while (!comment.empty()) {
+        comment.remove_prefix(1);
+        const View part = comment.substr(0, comment.find(u';'));
+        if (const auto address = ReadListing(part, statement)) return address;
+        comment.remove_prefix(part.size());
+    }
+    return {};
+}
+
 }  // namespace
 
 void Line::MakeComment(std::size_t from) {
@@ -98,9 +121,11 @@ std::vector<Line> ReadProgram(View source) {
     for (SourceLine& divided : DivideLines(source)) {
         Line line;
         line.Number = static_cast<int>(lines.size()) + 1;
-        line.Parsed = ReadStatement(divided.Code);
-        for (const Text& change : divided.Changes) line.Say(change);
         line.Source = std::move(divided);
+        for (const Text& change : line.Source.Changes) line.Say(change);
+        MoveListing(line);
+        line.Parsed = ReadStatement(line.Source.Code);
+        line.Parsed.Address = FindListing(line.Source.Comment, line.Parsed);
         lines.push_back(std::move(line));
     }
     const Names targets = CutAtEnd(lines);

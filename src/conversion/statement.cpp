@@ -1,8 +1,10 @@
 #include "conversion/statement.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
+#include "assembler/disassembly.h"
 #include "conversion/expression.h"
 #include "machine/number_format.h"
 #include "machine/text.h"
@@ -254,19 +256,44 @@ std::u16string Statement::Target() const {
     return UpperCase(text.ends_with(u':') ? text.substr(0, text.size() - 1) : text);
 }
 
-bool Statement::IsWholeInstruction() const {
-    if (Row == nullptr) return false;
+const assembler::InstructionRow* Statement::WholeInstruction() const {
+    if (Row == nullptr) return nullptr;
     const auto count = static_cast<std::size_t>(
         std::ranges::count_if(Row->Operands, [](std::string_view column) { return !column.empty(); }));
-    if (Operands.size() < count) return false;
+    if (Operands.size() < count) return nullptr;
     View registers[2];
     for (std::size_t place = 0; place < count; ++place)
         if (!IsNumberColumn(Row->Operands[place])) registers[place] = Operands[place].Text;
-    return assembler::FindInstruction(Operation, UpperCase(registers[0]), UpperCase(registers[1])) != nullptr;
+    return assembler::FindInstruction(Operation, UpperCase(registers[0]), UpperCase(registers[1]));
 }
 
 Statement ReadStatement(View code) {
     return Reader(code).Read();
+}
+
+std::optional<std::int32_t> ReadListing(View text, const Statement& statement) {
+    const std::vector<View> words = WordsOf(text);
+    const assembler::InstructionRow* row = statement.WholeInstruction();
+    if (words.size() < 2 || row == nullptr) return {};
+    constexpr std::size_t addressDigits = 4;
+    const View address = words[0].substr(0, words[0].find_last_not_of(u"hH:") + 1);
+    Text bytes;
+    for (const View word : std::span(words).subspan(1)) bytes += word;
+    const bool isRight = address.size() == addressDigits &&
+                         std::cmp_equal(bytes.size(), 2 * assembler::InstructionLength(row->Opcode)) &&
+                         m8085::ReadHexNumber(View(bytes).substr(0, 2), 0xFF) == row->Opcode &&
+                         m8085::ReadHexNumber(View(bytes), 0xFFFFFF);
+    return isRight ? m8085::ReadHexNumber(address, 0xFFFF) : std::nullopt;
+}
+
+std::optional<std::size_t> FindAfterListing(View code) {
+    constexpr std::size_t mostColumns = 4;
+    const std::vector<View> words = WordsOf(code);
+    for (std::size_t place = 2; place < std::min(words.size(), mostColumns + 1); ++place) {
+        const auto after = static_cast<std::size_t>(words[place].data() - code.data());
+        if (ReadListing(code.substr(0, after), ReadStatement(code.substr(after)))) return after;
+    }
+    return {};
 }
 
 bool IsWord(View word) {

@@ -51,6 +51,7 @@ struct Statement {
     std::vector<Operand> Operands;
     std::optional<std::size_t> RestAt;               // what follows the operands
     const assembler::InstructionRow* Row = nullptr;  // some row of the mnemonic
+    std::optional<std::int32_t> Address;             // where it stands, if a listing says so
 
     bool IsInstruction() const { return What == Kind::Instruction || What == Kind::Interrupt; }
     bool IsOrigin() const { return What == Kind::Origin || What == Kind::Begin; }
@@ -63,11 +64,19 @@ struct Statement {
     // The label that a jump or call goes to, in upper case and without a colon; empty for any other statement.
     std::u16string Target() const;
 
-    // Whether it is an instruction with all its operands, and registers where they belong.
-    bool IsWholeInstruction() const;
+    // The row of an instruction with all its operands, and registers where they belong; nullptr for anything else.
+    const assembler::InstructionRow* WholeInstruction() const;
+    bool IsWholeInstruction() const { return WholeInstruction() != nullptr; }
 };
 
 Statement ReadStatement(std::u16string_view code);
+
+// The address in what a listing says of an instruction: that and its bytes, "2000 3A 00 25". Nothing for any other
+// text.
+std::optional<std::int32_t> ReadListing(std::u16string_view text, const Statement& statement);
+
+// Where the code begins after that. Nothing where there is none of it.
+std::optional<std::size_t> FindAfterListing(std::u16string_view code);
 
 // Whether a comment holds what may have been a statement that gives others their addresses.
 bool IsFormerPlacement(std::u16string_view comment);
