@@ -252,7 +252,7 @@ TEST_F(FrmMainTest, EveryControlStandsFreeInsideItsPanelAndHasANameForThoseWhoCa
     for (const char* name : {"cmdRun", "grdRAM", "Text1"}) EXPECT_TRUE(Find<QWidget>(name).font().bold()) << name;
     for (const char* name : {"txtEdit", "cmdCodes1", "cmdCodes2"})
         EXPECT_FALSE(Find<QWidget>(name).font().bold()) << name;
-    EXPECT_EQ(window->menuBar()->font().pixelSize(), 12);
+    EXPECT_EQ(QApplication::font().pixelSize(), 12);
     QWidgetList panels{&workbench->Splash};
     for (const char* name : {"client", "frmRegs", "frmRAM", "frmCA", "frmCA2", "frmCA3", "frmSave", "Frame1"})
         panels += &Find<QWidget>(name);
