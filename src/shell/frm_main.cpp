@@ -161,21 +161,21 @@ void frmMain::FollowTheEye() {
     };
     platform::ProgramText& txtCode = document_.txtCode();
     // The focus that comes back after a box is nothing new, and must not take from view what the command has shown.
-    connect(qApp, &QApplication::focusChanged, this,
+    connect(qApp, &QApplication::focusChanged, &eye_,
             [=, this, latest = QPointer<QWidget>()](const QWidget*, QWidget* control) mutable {
                 if (!client_->isAncestorOf(control) || control == latest) return;
                 latest = control;
                 follow(*control);
             });
-    connect(&txtCode, &QPlainTextEdit::cursorPositionChanged, this, [=, &txtCode] {
+    connect(&txtCode, &QPlainTextEdit::cursorPositionChanged, &eye_, [=, &txtCode] {
         if (txtCode.hasFocus()) follow(txtCode);
     });
-    connect(memoryGrid_.findChild<platform::Grid*>(), &platform::Grid::RowColChange, this, [=, this] {
+    connect(memoryGrid_.findChild<platform::Grid*>(), &platform::Grid::RowColChange, &eye_, [=, this] {
         if (QWidget* control = focusWidget(); memoryGrid_.isAncestorOf(control)) follow(*control);
     });
-    connect(&txtCode, &platform::ProgramText::LineShown, this,
+    connect(&txtCode, &platform::ProgramText::LineShown, &eye_,
             [this, &txtCode] { clientArea_->ensureWidgetVisible(&txtCode); });
-    connect(&memoryGrid_, &panels::MemoryGrid::Shown, this, [this](const QRect& place) {
+    connect(&memoryGrid_, &panels::MemoryGrid::Shown, &eye_, [this](const QRect& place) {
         const QPoint center = memoryGrid_.mapTo(client_, place.center());
         clientArea_->ensureVisible(center.x(), center.y(), place.width(), place.height());
     });

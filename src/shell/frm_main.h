@@ -73,6 +73,7 @@ private:
     aids::DelayDesigner delayDesigner_;
     bool exiting_ = false;
     bool isByMouse_ = false;  // what is going on
+    QObject eye_;  // receives what the view follows, and ends before the controls, which lose the focus as they end
 };
 
 }  // namespace shell
