@@ -46,9 +46,9 @@ bool Assembles(const assembler::PreparedProgram& program) {
     return assembler::AssembleProgram(program.Text, *machine, *code).Succeeded;
 }
 
-// Whether other assemblers compute with it.
+// Whether other assemblers compare with it.
 bool IsOperator(View word) {
-    constexpr View operators[] = {u"AND", u"OR", u"XOR", u"MOD", u"SHL", u"SHR"};
+    constexpr View operators[] = {u"EQ", u"NE", u"LT", u"LE", u"GT", u"GE"};
     return m8085::Contains(operators, UpperCase(word));
 }
 
@@ -109,6 +109,7 @@ private:
     std::set<Text> labels_;  // that jumps and calls can go to
     std::optional<Layout> layout_;
     std::size_t line_ = 0;
+    bool isBeginSaid_ = false;                        // where a run begins
     bool hasFinalH_ = false;                          // some number of the program
     bool withFinalH_ = true;                          // is how numbers are written
     bool hasDecimal_ = false;                         // some number that is surely decimal
@@ -132,6 +133,9 @@ Conversion Converter::Run() {
 
 // Where nothing before its first instruction says the origin, that is where a run begins.
 void Converter::ChooseOrigin() {
+    isBeginSaid_ = std::ranges::any_of(lines_, [](const Line& line) {
+        return line.Parsed.What == Kind::Begin || (line.Parsed.What == Kind::End && !line.Parsed.Operands.empty());
+    });
     for (Line& line : lines_) {
         if (line.Parsed.What == Kind::Origin || line.Parsed.IsInstruction()) return;
         if (line.Parsed.What == Kind::Begin) line.Parsed.What = Kind::Origin;
@@ -224,6 +228,10 @@ void Converter::ConvertOrigin() {
                          layout_->PlaceOf(first).NewAddress != layout_->PlaceOf(first).Address;
     const Text place = isMoved ? u"; the program goes on at " + NewPlace(layout_->PlaceOf(first)) : Text();
     Here().Say(IsComment(Parsed().Operation) + place);
+    const auto begin = std::ranges::find_if(statements_, &Statement::IsInstruction) - statements_.begin();
+    const Place& placeOfBegin = layout_->PlaceOf(static_cast<std::size_t>(begin));
+    if (isMoved && !isBeginSaid_ && layout_->PlaceOf(first).Address < placeOfBegin.Address)
+        Here().SayFault(u"the program may have begun here, and begins with its first instruction now");
 }
 
 // Both END and BEGIN may say where a run begins.
@@ -296,6 +304,7 @@ void Converter::ConvertInterrupt() {
     const auto number = ReadNumber(operand.Text);
     if (!number || (number->Number != 1 && number->Number != 5)) return;
     const std::size_t length = operand.At + operand.Text.size() - Parsed().At;
+    if (!m8085::Trimmed(View(Here().Source.Code).substr(Parsed().At + length)).empty()) return;
     const bool isLower = Here().Source.Code[Parsed().At] == u'r';
     Here().Replace(Parsed().At, length, isLower ? u"hlt" : u"HLT");
     Here().Say(u"RST " + operand.Text + u", a return to a monitor, became HLT");
@@ -381,12 +390,15 @@ bool Converter::HasReadableNumber() const {
 
 // Words that no operand can be are a comment. False where they may be something else.
 bool Converter::ConvertRest() {
-    const View rest = View(Here().Source.Code).substr(*Parsed().RestAt);
-    const View word = rest.substr(0, rest.find_first_of(u" \t,.;()-"));
-    const bool hasSum = std::ranges::any_of(
-        Parsed().Operands, [](const Operand& operand) { return operand.Text.find_first_of(u"+-", 1) != Text::npos; });
-    const bool mayBeComment = IsWord(word) && !IsOperator(word) && !ReadStatement(rest).IsWholeInstruction();
-    if (!mayBeComment || hasSum || !Parsed().IsWholeInstruction() || !HasReadableNumber()) {
+    const View code = Here().Source.Code;
+    const View rest = code.substr(*Parsed().RestAt);
+    const bool isAfterBlank = m8085::IsBlank(code[*Parsed().RestAt - 1]);
+    const bool compares = View(u"<>=").find(rest[0]) != View::npos && !rest.starts_with(u"<-");
+    const View text = rest.substr(std::min(rest.find_first_not_of(u"-#(.<> \t"), rest.size()));
+    const View word = text.substr(0, text.find_first_of(u" \t,.;()-"));
+    const bool isOther = compares || IsOperator(word) || ReadStatement(text).IsWholeInstruction();
+    const bool mayBeComment = isAfterBlank && IsWord(word) && !isOther;
+    if (!mayBeComment || !Parsed().IsWholeInstruction() || !HasReadableNumber()) {
         Here().SayFault(Text(m8085::Trimmed(rest)) + u" does not belong to " + Parsed().Operation +
                         u", and may be a comment or not");
         return false;

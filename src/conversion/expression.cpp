@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 
 #include "assembler/assembler.h"
 #include "machine/number_format.h"
@@ -53,27 +54,154 @@ bool IsOther(View word, const Notation& notation) {
     return word.ends_with(u'D') && notation.HasD && !isAddress;
 }
 
-std::size_t EndOfTerm(View text) {
+// As programs write them, and one sign for each; before a single term, and between two.
+constexpr std::pair<View, char> unaryOperators[] = {{u"HIGH", 'H'}, {u"LOW", 'L'}, {u"NOT", '~'}};
+constexpr std::pair<View, char> operators[] = {{u"+", '+'},   {u"-", '-'},  {u"*", '*'},   {u"/", '/'},  {u"MOD", '%'},
+                                               {u"AND", '&'}, {u"&", '&'},  {u"OR", '|'},  {u"|", '|'},  {u"XOR", '^'},
+                                               {u"^", '^'},   {u"<<", '<'}, {u"SHL", '<'}, {u">>", '>'}, {u"SHR", '>'}};
+
+// The operator that the text begins with; the last one of the list if none does. One that is a word has a blank or a
+// parenthesis after it. "--" with a blank after it begins a comment.
+const auto* FindOperator(const auto& list, View text) {
+    const auto begins = [&](const auto& entry) {
+        const auto& [name, sign] = entry;
+        if (m8085::UpperCase(text.substr(0, name.size())) != name || text.starts_with(u"-- ")) return false;
+        return !m8085::IsLetter(name[0]) ||
+               (text.size() > name.size() && View(u" \t(").find(text[name.size()]) != View::npos);
+    };
+    return std::find_if(std::begin(list), std::end(list), begins);
+}
+
+// Of a name, a number, a character in quotes, or an expression in parentheses.
+std::size_t LengthOfTerm(View text) {
     const bool isQuoted = text.size() > 2 && text[0] == text[2] && (text[0] == u'\'' || text[0] == u'"');
-    return std::min(isQuoted ? 3 : text.find_first_of(u"+-"), text.size());
+    if (isQuoted) return 3;
+    if (text.starts_with(u'(')) {
+        constexpr std::size_t longest = 200;
+        int depth = 0;
+        for (std::size_t at = 0; at < std::min(text.size(), longest); ++at) {
+            depth += text[at] == u'(' ? 1 : text[at] == u')' ? -1 : 0;
+            if (depth == 0) return at + 1;
+        }
+    }
+    const std::size_t length = std::min(text.find_first_of(u" \t,+-*/()&|^<>", 1), text.size());
+    if (text.empty() || !m8085::IsDecimalDigit(text[0])) return length;
+    const std::size_t next = std::min(text.find_first_not_of(u" \t", length), text.size());
+    const View letter = text.substr(next, text.substr(next).find_first_of(u" \t,+-*/()&|^<>"));
+    return letter == u"H" || letter == u"h" ? next + 1 : length;
 }
 
-std::optional<Value> ReadTerm(View term, const ValueOfName& valueOf, const Notation& notation) {
-    const bool isNumber = term.empty() || (term[0] >= u'0' && term[0] <= u'9');
-    if (!isNumber)
-        if (const auto value = valueOf(m8085::UpperCase(term))) return value;
-    return ReadNumber(term, notation);
+bool IsWithinBounds(const Value& value) {
+    return std::max({std::abs(value.Number), std::abs(value.IfDecimal), std::abs(value.Moved)}) <= 2 * beyond &&
+           std::abs(value.Addresses) <= 2;
 }
 
-// False where the sum grows without bounds.
-bool Add(Value& sum, const Value& value, int sign) {
-    sum.Number += sign * value.Number;
-    sum.IfDecimal += sign * value.IfDecimal;
-    sum.Moved += sign * value.Moved;
-    sum.Addresses += sign * value.Addresses;
-    return std::max({std::abs(sum.Number), std::abs(sum.IfDecimal), std::abs(sum.Moved)}) <= 2 * beyond &&
-           std::abs(sum.Addresses) <= 2;
+std::optional<std::int64_t> Compute(char sign, std::int64_t left, std::int64_t right) {
+    constexpr std::int64_t mostShifted = 15;
+    const bool isShift = sign == '<' || sign == '>';
+    const bool divides = sign == '/' || sign == '%';
+    if (left < 0 || right < 0 || (isShift && right > mostShifted) || (divides && right == 0)) return {};
+    switch (sign) {
+        case '*': return left * right;
+        case '/': return left / right;
+        case '%': return left % right;
+        case '&': return left & right;
+        case '|': return left | right;
+        case '^': return left ^ right;
+        case '<': return left << right;
+        default: return left >> right;
+    }
 }
+
+// Whether it is the same in all readings.
+bool IsConstant(const Value& value) {
+    return value.Addresses == 0 && value.Moved == value.Number && value.IfDecimal == value.Number;
+}
+
+// Addresses and numbers that may be decimal can only be added and subtracted.
+std::optional<Value> Combine(char sign, const Value& left, const Value& right) {
+    if (sign == '+' || sign == '-') {
+        const int factor = sign == '-' ? -1 : 1;
+        return Value{left.Number + factor * right.Number, left.IfDecimal + factor * right.IfDecimal,
+                     left.Moved + factor * right.Moved, left.Addresses + factor * right.Addresses};
+    }
+    const bool areConstant = IsConstant(left) && IsConstant(right);
+    const auto number = areConstant ? Compute(sign, left.Number, right.Number) : std::nullopt;
+    return number ? std::optional(Constant(*number)) : std::nullopt;
+}
+
+std::int64_t ApplyTo(std::int64_t number, char sign) {
+    return sign == '~' ? ~number : (sign == 'H' ? number >> 8 : number) & 0xFF;
+}
+
+// Assemblers do not agree on which operators go first. What is not the same from left to right as by the rules of
+// arithmetic is not read.
+class ExpressionReader {
+public:
+    ExpressionReader(View text, const ValueOfName& valueOf, const Notation& notation)
+        : rest_(Trimmed(text)), valueOf_(valueOf), notation_(notation) {}
+
+    std::optional<Value> Read() {
+        if (const auto* found = FindOperator(unaryOperators, rest_); found != std::end(unaryOperators)) {
+            Take(found->first.size());
+            const auto value = ReadTerm();
+            return value && rest_.empty() ? Apply(found->second, *value) : std::nullopt;
+        }
+        std::optional<Value> value = ReadTerm();
+        while (value && !rest_.empty()) {
+            const auto* found = FindOperator(operators, rest_);
+            if (found == std::end(operators) || !MayFollow(found->second)) return {};
+            Take(found->first.size());
+            const auto right = ReadTerm();
+            value = right ? Combine(found->second, *value, *right) : std::nullopt;
+            if (value && !IsWithinBounds(*value)) return {};
+        }
+        return value;
+    }
+
+private:
+    void Take(std::size_t length) { rest_ = Trimmed(rest_.substr(length)); }
+
+    // After products come sums; others stand among their own.
+    bool MayFollow(char sign) {
+        const bool isProduct = View(u"*/%").find(sign) != View::npos;
+        const bool isSum = sign == '+' || sign == '-';
+        const bool fits = last_ == 0 || sign == last_ || (isSum && !isOther_) || (isProduct && isProduct_);
+        isProduct_ = isProduct;
+        isOther_ = !isSum && !isProduct;
+        last_ = sign;
+        return fits;
+    }
+
+    static std::optional<Value> Apply(char sign, const Value& value) {
+        if (value.Addresses == 1 && sign != '~') return Constant(ApplyTo(value.Moved, sign));
+        if (value.Addresses != 0 || value.Moved != value.Number) return {};
+        const std::int64_t number = ApplyTo(value.Number, sign);
+        return Value{number, ApplyTo(value.IfDecimal, sign), number, 0};
+    }
+
+    // With signs before it.
+    std::optional<Value> ReadTerm() {
+        char sign = '+';
+        for (; rest_.starts_with(u'-') || rest_.starts_with(u'+'); Take(1))
+            if (rest_[0] == u'-') sign = sign == '-' ? '+' : '-';
+        const View term = rest_.substr(0, LengthOfTerm(rest_));
+        Take(term.size());
+        const bool isNumber = term.empty() || m8085::IsDecimalDigit(term[0]);
+        std::optional<Value> value = isNumber ? std::nullopt : valueOf_(m8085::UpperCase(term));
+        if (!value && term.starts_with(u'('))
+            value = ExpressionReader(term.substr(1, term.size() - 2), valueOf_, notation_).Read();
+        if (!value) value = ReadNumber(term, notation_);
+        return value ? Combine(sign, {}, *value) : std::nullopt;
+    }
+
+    View rest_;
+    const ValueOfName& valueOf_;
+    const Notation& notation_;
+    char last_ = 0;  // operator
+    bool isProduct_ = false;
+    bool isOther_ = false;  // than a product and a sum
+};
 
 }  // namespace
 
@@ -91,21 +219,23 @@ std::optional<Value> ReadNumber(View word, const Notation& notation) {
 }
 
 std::optional<Value> ReadExpression(View text, const ValueOfName& valueOf, const Notation& notation) {
-    Value sum;
-    text = Trimmed(text);
-    for (int sign = 1;;) {
-        if (text.starts_with(u'-') || text.starts_with(u'+')) {
-            sign *= text[0] == u'-' ? -1 : 1;
-            text = Trimmed(text.substr(1));
-        }
-        const std::size_t end = EndOfTerm(text);
-        const auto value = ReadTerm(Trimmed(text.substr(0, end)), valueOf, notation);
-        if (!value || !Add(sum, *value, sign)) return {};
-        text = Trimmed(text.substr(end));
-        if (text.empty()) return sum;
-        if (text[0] != u'+' && text[0] != u'-') return {};
-        sign = text[0] == u'-' ? -1 : 1;
-        text = Trimmed(text.substr(1));
+    return ExpressionReader(text, valueOf, notation).Read();
+}
+
+std::size_t LengthOfExpression(View text) {
+    std::size_t end = 0;
+    for (std::size_t at = 0;;) {
+        const auto pass = [&](std::size_t length) {
+            at = std::min(text.find_first_not_of(u" \t", at + length), text.size());
+        };
+        for (pass(0); at < text.size() && (text[at] == u'+' || text[at] == u'-');) pass(1);
+        if (const auto* found = FindOperator(unaryOperators, text.substr(at)); found != std::end(unaryOperators))
+            pass(found->first.size());
+        end = at + LengthOfTerm(text.substr(at));
+        pass(end - at);
+        const auto* found = FindOperator(operators, text.substr(at));
+        if (found == std::end(operators)) return end;
+        pass(found->first.size());
     }
 }
 

@@ -37,9 +37,13 @@ std::optional<Value> ReadNumber(std::u16string_view word, const Notation& notati
 // The value of a name in upper case, or of $ for the current address.
 using ValueOfName = std::function<std::optional<Value>(std::u16string_view)>;
 
-// The value of names and numbers with + and - between them or in front. Names come before numbers, which they are not
-// taken for if they begin with a digit. Nothing for any other text.
+// The value of names and numbers with operators between them or in front. Names come before numbers, which they are not
+// taken for if they begin with a digit. Nothing for any other text, and where assemblers may differ in what they do
+// first.
 std::optional<Value> ReadExpression(std::u16string_view text, const ValueOfName& valueOf, const Notation& notation);
+
+// How far an expression goes that the text begins with, readable or not. "05 H" is one term.
+std::size_t LengthOfExpression(std::u16string_view text);
 
 // The number to be used where there is room for one up to `largest`, FF or FFFF.
 struct Choice {

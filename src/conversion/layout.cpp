@@ -34,7 +34,7 @@ Layout::Layout(const std::vector<Statement>& statements, bool areAddressesLost, 
 }
 
 std::optional<Value> Layout::Read(View text, std::size_t line) const {
-    const bool isSum = text.find_first_of(u"+-") != View::npos;
+    const bool isSum = !IsName(text);
     const auto valueOf = [&](View name) {
         const std::u16string key(name);
         std::optional<Value> value;

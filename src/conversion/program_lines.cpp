@@ -40,6 +40,12 @@ bool IsProseLine(const Line& line, const Names& targets) {
     return std::ranges::none_of(statement.Labels, isTarget) && IsProse(statement, line.Source.Code);
 }
 
+// "----" and the like.
+bool IsRule(View code) {
+    code = m8085::Trimmed(code);
+    return !code.empty() && code.find_first_not_of(u"-=*#_~`+|/\\ ") == View::npos;
+}
+
 void TakeAwayProse(std::vector<Line>& lines, const Names& targets) {
     const auto isInstruction = [](const Line& line) {
         return line.Parsed.IsWholeInstruction() || line.Parsed.What == Kind::Interrupt;
@@ -47,7 +53,8 @@ void TakeAwayProse(std::vector<Line>& lines, const Names& targets) {
     const auto first = std::ranges::find_if(lines, isInstruction);
     const auto afterLast = std::find_if(lines.rbegin(), lines.rend(), isInstruction).base();
     for (auto line = lines.begin(); line != lines.end(); ++line) {
-        if ((line >= first && line < afterLast) || !IsProseLine(*line, targets)) continue;
+        const bool isProse = (line < first || line >= afterLast) && IsProseLine(*line, targets);
+        if (!isProse && !IsRule(line->Source.Code)) continue;
         line->Parsed = {};
         line->MakeComment();
         line->Say(u"the text is a comment now");

@@ -1,6 +1,7 @@
 #include "conversion/statement.h"
 
 #include <algorithm>
+#include <ranges>
 #include <span>
 #include <utility>
 
@@ -17,13 +18,14 @@ using m8085::UpperCase;
 
 // Those with a dot are words of English without it.
 constexpr std::pair<View, Kind> operations[] = {
-    {u"ORG", Kind::Origin},    {u"BEGIN", Kind::Begin},   {u"END", Kind::End},       {u"CPU", Kind::Heading},
-    {u"HOF", Kind::Heading},   {u"TITLE", Kind::Heading}, {u"SBTTL", Kind::Heading}, {u"PAGE", Kind::Heading},
-    {u"EJECT", Kind::Heading}, {u"DB", Kind::Bytes},      {u"DEFB", Kind::Bytes},    {u".BYTE", Kind::Bytes},
-    {u"DW", Kind::Words},      {u"DEFW", Kind::Words},    {u".WORD", Kind::Words},   {u"DS", Kind::Space},
-    {u"DEFS", Kind::Space},    {u"EQU", Kind::Equal},     {u"SET", Kind::Equal},     {u"=", Kind::Equal},
-    {u"RST", Kind::Interrupt}, {u"EI", Kind::Interrupt},  {u"DI", Kind::Interrupt},  {u"RIM", Kind::Interrupt},
-    {u"SIM", Kind::Interrupt}};
+    {u"ORG", Kind::Origin},    {u"BEGIN", Kind::Begin},    {u"END", Kind::End},       {u"CPU", Kind::Heading},
+    {u"HOF", Kind::Heading},   {u"TITLE", Kind::Heading},  {u"SBTTL", Kind::Heading}, {u"PAGE", Kind::Heading},
+    {u"EJECT", Kind::Heading}, {u"NAME", Kind::Heading},   {u"ASEG", Kind::Heading},  {u"CSEG", Kind::Heading},
+    {u"DSEG", Kind::Heading},  {u"PUBLIC", Kind::Heading}, {u".ASCII", Kind::Bytes},  {u"DB", Kind::Bytes},
+    {u"DEFB", Kind::Bytes},    {u".BYTE", Kind::Bytes},    {u"DW", Kind::Words},      {u"DEFW", Kind::Words},
+    {u".WORD", Kind::Words},   {u"DS", Kind::Space},       {u"DEFS", Kind::Space},    {u"EQU", Kind::Equal},
+    {u"SET", Kind::Equal},     {u"=", Kind::Equal},        {u"RST", Kind::Interrupt}, {u"EI", Kind::Interrupt},
+    {u"DI", Kind::Interrupt},  {u"RIM", Kind::Interrupt},  {u"SIM", Kind::Interrupt}};
 
 constexpr View registerNames[] = {u"A", u"B", u"C", u"D", u"E", u"H", u"L", u"M", u"BC", u"DE", u"HL", u"SP", u"PSW"};
 
@@ -147,7 +149,7 @@ private:
             if (column.empty() || at_ >= code_.size()) break;
             const std::size_t start = at_;
             if (IsNumberColumn(column))
-                PassNumber();
+                at_ += LengthOfExpression(code_.substr(at_));
             else
                 at_ += WordHere(u",").size();
             TakeOperand(start);
@@ -163,7 +165,7 @@ private:
             if (closing != View::npos && closing > at_ + 2)
                 at_ = closing + 1;
             else
-                PassNumber();
+                at_ += LengthOfExpression(code_.substr(at_));
             TakeOperand(start);
             if (!IsAt(u",")) return;
             ++at_;
@@ -182,29 +184,6 @@ private:
     void TakeOperand(std::size_t start) {
         if (at_ > start) statement_.Operands.push_back({start, Text(m8085::Trimmed(code_.substr(start, at_ - start)))});
         SkipBlanks();
-    }
-
-    // Terms with + and - between them; "05 H" is one term.
-    void PassNumber() {
-        while (true) {
-            while (IsAt(u"+-\t ")) ++at_;
-            const bool isDigit = IsAt(u"0123456789");
-            const bool isCharacter = at_ + 2 < code_.size() && IsQuote(code_[at_]) && code_[at_ + 2] == code_[at_];
-            if (isCharacter) at_ += 3;
-            at_ += WordHere(u",+-").size();
-            if (isDigit) PassFinalH();
-            const std::size_t end = at_;
-            SkipBlanks();
-            if (IsAt(u"+-")) continue;
-            at_ = end;
-            return;
-        }
-    }
-
-    void PassFinalH() {
-        const std::size_t end = at_;
-        SkipBlanks();
-        at_ = UpperCase(WordHere(u",+-")) == u"H" ? at_ + 1 : end;
     }
 
     View code_;
@@ -235,17 +214,19 @@ bool IsUnknownDirective(View word) {
 // Whether the text cannot be English for a directive or an instruction in it. The latter has two operands, or comes
 // after what is not a word, such as an address, and is not written like "Add".
 bool IsForAssembler(View text) {
-    const std::vector<View> words = WordsOf(text);
+    constexpr std::size_t enough = 20;  // of the words; a line can have very many
+    std::vector<View> words = WordsOf(text);
+    words.resize(std::min(words.size(), enough));
     const auto isInstruction = [&](View word) {
         const Statement statement = ReadStatement(text.substr(static_cast<std::size_t>(word.data() - text.data())));
         if (!statement.IsWholeInstruction()) return false;
-        const bool isCapitalized = word[0] <= u'Z' && word[1] > u'Z';
+        const bool isCapitalized = word.size() > 1 && word[0] <= u'Z' && word[1] > u'Z';
         const bool takesNumber = IsNumberColumn(statement.Row->Operands[0]);
         const bool isClear = !takesNumber || m8085::IsDecimalDigit(statement.Operands[0].Text[0]);
         return statement.Operands.size() > 1 || (!IsWord(LettersOf(words[0])) && !isCapitalized && isClear);
     };
-    return std::any_of(words.begin(), std::min(words.begin() + 2, words.end()), IsUnknownDirective) ||
-           std::any_of(words.begin() + 1, words.end(), isInstruction);
+    return std::ranges::any_of(words | std::views::take(2), IsUnknownDirective) ||
+           std::ranges::any_of(words | std::views::drop(1), isInstruction);
 }
 
 }  // namespace
@@ -330,8 +311,9 @@ bool IsProse(const Statement& statement, View code) {
     if (statement.IsWholeInstruction() || words.empty() || IsForAssembler(code.substr(labelAt))) return false;
     const auto isLetter = [](View word) { return IsWord(word.substr(0, 1)); };
     const auto isSign = [=](View word) { return !isLetter(word) && m8085::HexDigitValue(word[0]) < 0; };
-    const bool isSubject = !statement.Labels.empty() || (words.size() > 1 && isSign(words[1]));
-    if (!isLetter(statement.Operation) && isSubject) return true;  // "Date: 1 May" and "9000 - the result"
+    const bool isTitle = words.size() == 2 && words[1].size() >= tooLongForMnemonic - 1 && IsWord(words[1]);
+    const bool isSubject = !statement.Labels.empty() || isTitle || (words.size() > 1 && isSign(words[1]));
+    if (!isLetter(statement.Operation) && isSubject) return true;  // "Date: 1 May", "1. Start", "9000 - the result"
     if (words.size() > 2) {
         const auto isEnglish = [](View word) {
             const Text letters = UpperCase(LettersOf(word));

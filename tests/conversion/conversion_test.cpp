@@ -76,6 +76,7 @@ TEST(Conversion, CommentsNeitherStickNorBreakTheirLines) {
         {"cpi ';';x", "cpi 3BH ;x"},
         {"mov a,b copies it: so", "mov a,b ; copies it - so"},
         {"hlt ends here ; so", "hlt ; ends here ; so"},
+        {"mvi a,5 -- so\n----\nmov a,b # so\nhlt (so)", "mvi a,5 ; -- so\n; ----\nmov a,b ; # so\nhlt ; (so)"},
     });
 }
 
@@ -93,6 +94,9 @@ TEST(Conversion, NumbersAreBroughtToHexadecimal) {
         {"mvi a,05 H\nlxi h,2050 h", "mvi a,05H\nlxi h,2050H"},
         {"mvi a,'a'\ncpi \"A\"", "mvi a,61H\ncpi 41H"},
         {"mvi a,-1\nlxi h,0-2\nsui 5+3-1", "mvi a,0FFH\nlxi h,0FFFEH\nsui 07H"},
+        {"n equ 4\nmvi a,n*3+(1 shl 3)\nori not 0FH\nani n or 11h\nout (10h)",
+         "; n equ 4\nmvi a,14\nori 0F0\nani 15\nout 10"},
+        {"mvi b,high 2051h\nmvi c,low(l+1)\nl:\nadi 9/2", "mvi b,20H\nmvi c,05H\nl:\nadi 04H"},
         {"mvi a,10\nadi 1b\nadi 5D\nlda 2050", "mvi a,10\nadi 1b\nadi 5D\nlda 2050"},
         {"x equ 0A0\nmvi a,x\nlda 0C050\nsta buf\nbuf:", "; x equ 0A0\nmvi a,0A0\nlda 0C050\nsta 8008\nbuf:"},
     });
@@ -121,7 +125,7 @@ TEST(Conversion, DirectivesBecomeComments) {
               "1 #ORG is a comment now; the program goes on at 8000, not at 2000\n2 #BEGIN is a comment now\n"
               "4 ORG is a comment now; the program goes on at 8001, not at 3000\n6 END is a comment now\n");
     for (const char* source : {"nop\nx: hlt\nend x", "#BEGIN 2000\n#ORG 2000\nnop\n#BEGIN 2001\nhlt",
-                               "#ORG 2000\n#BEGIN 2001\nnop\nhlt", "hlt\nend nowhere"})
+                               "#ORG 2000\n#BEGIN 2001\nnop\nhlt", "hlt\nend nowhere", "org 9\nret\norg 3\nhlt"})
         EXPECT_NE(NotesOf(Convert(source)).find(", and begins with its first instruction now"), std::string::npos);
 }
 
@@ -197,9 +201,11 @@ TEST(Conversion, JumpsGetLabels) {
 
 TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
     ExpectConverted({
-        {"Addition of 2 bytes\nAim: to add, and so on\nDate : 1-2-3 \n\nPROGRAM\nmvi a,5\nhlt\nThe result stands in "
+        {"Addition of 2 bytes\nAim: to add, and so on\nDate : 1-2-3 \n1. Start\n\nPROGRAM\nmvi a,5\nhlt\nThe result "
+         "stands in "
          "A\n",
-         "; Addition of 2 bytes\n; Aim - to add, and so on\n; Date - 1-2-3 \n\n; PROGRAM\nmvi a,5\nhlt\n; The result "
+         "; Addition of 2 bytes\n; Aim - to add, and so on\n; Date - 1-2-3 \n; 1. Start\n\n; PROGRAM\nmvi a,5\nhlt\n; "
+         "The result "
          "stands in A\n"},
         {"ADD TWO NUMBERS\norg 8000\nFirst part\nnop\n", "; ADD TWO NUMBERS\n; org 8000\n; First part\nnop\n"},
         {"miv a,05 load a\nPUSHH B\ncall delay now\nadd b\n", "miv a,05 load a\nPUSHH B\ncall delay ; now\nadd b\n"},
@@ -207,14 +213,17 @@ TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
         {"begin\nmvi b,5\njnz begin\nsub b\nhlt", "begin:\nmvi b,5\njnz begin\nsub b\nhlt"},
         {"rst 1 ; monitor\n\n rst 5", "rst 1 ; monitor\n\n hlt"},
         {"nop\nRST 1 ; monitor", "nop\nHLT ; monitor"},
-        {"ei\nrst 7\nrim", "ei\nrst 7\nrim"},
+        {"ei\nrst 7\nrim\nrst 1,", "ei\nrst 7\nrim\nrst 1,"},
     });
     ExpectFaults({
         {"mov a,b add c", "add c does not belong to MOV"},
         {"ei\ninr a,b", ",b does not belong to INR"},
-        {"lxi h,9000+1 or so", "or so does not belong to LXI"},
-        {"ei\nmvi a,3 or 4", "or 4 does not belong to MVI"},
-        {"ei\nmvi a,low x", "x does not belong to MVI"},
+        {"lxi h,9000+1 or so", "Bad opcode - OR"},
+        {"ei\nmvi a,3 eq 4", "eq 4 does not belong to MVI"},
+        {"ei\nmov a,m > 4", "> 4 does not belong to MOV"},
+        {"ei\nmvi a,2+3*4", "Bad operand (2+3*4 is not a number"},
+        {"ei\nmvi a,10/5", "Bad operand (10/5 is not a number"},
+        {"ei\nmvi a,low x", "Bad opcode - X"},
         {"mvi a,0 5", "5 does not belong to MVI"},
         {"hlt\n1) mvi a,5", "Bad opcode - 1)"},
         {"hlt\nradix 10", "Bad opcode - RADIX"},
