@@ -394,9 +394,10 @@ bool Converter::ConvertRest() {
     const View rest = code.substr(*Parsed().RestAt);
     const bool isAfterBlank = m8085::IsBlank(code[*Parsed().RestAt - 1]);
     const bool compares = View(u"<>=").find(rest[0]) != View::npos && !rest.starts_with(u"<-");
-    const View text = rest.substr(std::min(rest.find_first_not_of(u"-#(.<> \t"), rest.size()));
+    const View text = rest.substr(std::min(rest.find_first_not_of(u"-#(.:<> \t"), rest.size()));
     const View word = text.substr(0, text.find_first_of(u" \t,.;()-"));
-    const bool isOther = compares || IsOperator(word) || ReadStatement(text).IsWholeInstruction();
+    const bool separates = rest[0] == u':' && assembler::IsMnemonic(UpperCase(word));
+    const bool isOther = compares || separates || IsOperator(word) || ReadStatement(text).IsWholeInstruction();
     const bool mayBeComment = isAfterBlank && IsWord(word) && !isOther;
     if (!mayBeComment || !Parsed().IsWholeInstruction() || !HasReadableNumber()) {
         Here().SayFault(Text(m8085::Trimmed(rest)) + u" does not belong to " + Parsed().Operation +

@@ -164,7 +164,7 @@ private:
 
     // After products come sums; others stand among their own.
     bool MayFollow(char sign) {
-        const bool isProduct = View(u"*/%").find(sign) != View::npos;
+        const bool isProduct = std::string_view("*/%").find(sign) != std::string_view::npos;
         const bool isSum = sign == '+' || sign == '-';
         const bool fits = last_ == 0 || sign == last_ || (isSum && !isOther_) || (isProduct && isProduct_);
         isProduct_ = isProduct;

@@ -125,14 +125,23 @@ std::u16string Line::Converted() const {
 
 std::vector<Line> ReadProgram(View source) {
     std::vector<Line> lines;
+    std::optional<std::int32_t> instruction;  // whose other bytes may follow, its address
     for (SourceLine& divided : DivideLines(source)) {
         Line line;
         line.Number = static_cast<int>(lines.size()) + 1;
         line.Source = std::move(divided);
         for (const Text& change : line.Source.Changes) line.Say(change);
         MoveListing(line);
+        const auto bytes = ReadListing(line.Source.Code);
+        if (bytes && instruction && bytes->Address > *instruction && bytes->Address < *instruction + 3) {
+            line.MakeComment();
+            line.Say(u"the bytes are a comment now");
+        } else {
+            instruction = {};
+        }
         line.Parsed = ReadStatement(line.Source.Code);
         line.Parsed.Address = FindListing(line.Source.Comment, line.Parsed);
+        if (line.Parsed.Address) instruction = line.Parsed.Address;
         lines.push_back(std::move(line));
     }
     const Names targets = CutAtEnd(lines);

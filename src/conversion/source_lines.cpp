@@ -114,7 +114,7 @@ std::u16string WithoutColons(View comment) {
         std::size_t next = at + 1;
         while (next < comment.size() && m8085::IsBlank(comment[next])) ++next;
         const bool breaks = comment[at] == u':' && next < comment.size() && comment[next] != u';';
-        if (breaks && next > at + 1 && !text.ends_with(u' ')) text += u' ';
+        if (breaks && next > at + 1 && !text.empty() && !text.ends_with(u' ')) text += u' ';
         text += breaks ? u'-' : comment[at];
     }
     return text;

@@ -1,7 +1,6 @@
 #include "conversion/statement.h"
 
 #include <algorithm>
-#include <ranges>
 #include <span>
 #include <utility>
 
@@ -225,8 +224,9 @@ bool IsForAssembler(View text) {
         const bool isClear = !takesNumber || m8085::IsDecimalDigit(statement.Operands[0].Text[0]);
         return statement.Operands.size() > 1 || (!IsWord(LettersOf(words[0])) && !isCapitalized && isClear);
     };
-    return std::ranges::any_of(words | std::views::take(2), IsUnknownDirective) ||
-           std::ranges::any_of(words | std::views::drop(1), isInstruction);
+    const auto second = words.begin() + 1;
+    return IsUnknownDirective(words[0]) || (second != words.end() && IsUnknownDirective(*second)) ||
+           std::any_of(second, words.end(), isInstruction);
 }
 
 }  // namespace
@@ -252,25 +252,33 @@ Statement ReadStatement(View code) {
     return Reader(code).Read();
 }
 
-std::optional<std::int32_t> ReadListing(View text, const Statement& statement) {
-    const std::vector<View> words = WordsOf(text);
-    const assembler::InstructionRow* row = statement.WholeInstruction();
-    if (words.size() < 2 || row == nullptr) return {};
+std::optional<Listing> ReadListing(View text) {
     constexpr std::size_t addressDigits = 4;
+    constexpr std::size_t mostDigits = 6;  // of the bytes
+    const std::vector<View> words = WordsOf(text);
+    if (words.size() < 2) return {};
     const View address = words[0].substr(0, words[0].find_last_not_of(u"hH:") + 1);
     Text bytes;
     for (const View word : std::span(words).subspan(1)) bytes += word;
-    const bool isRight = address.size() == addressDigits &&
-                         std::cmp_equal(bytes.size(), 2 * assembler::InstructionLength(row->Opcode)) &&
-                         m8085::ReadHexNumber(View(bytes).substr(0, 2), 0xFF) == row->Opcode &&
-                         m8085::ReadHexNumber(View(bytes), 0xFFFFFF);
-    return isRight ? m8085::ReadHexNumber(address, 0xFFFF) : std::nullopt;
+    const auto isHex = [](View digits) { return m8085::ReadHexNumber(digits, 0xFFFFFF).has_value(); };
+    const bool isRight = address.size() == addressDigits && bytes.size() <= mostDigits && bytes.size() % 2 == 0;
+    if (!isRight || !isHex(address) || !isHex(bytes)) return {};
+    return Listing{*m8085::ReadHexNumber(address, 0xFFFF), *m8085::ReadHexNumber(View(bytes).substr(0, 2), 0xFF),
+                   static_cast<int>(bytes.size()) / 2};
+}
+
+std::optional<std::int32_t> ReadListing(View text, const Statement& statement) {
+    const auto listing = ReadListing(text);
+    const assembler::InstructionRow* row = listing ? statement.WholeInstruction() : nullptr;
+    const bool fits = row != nullptr && listing->FirstByte == row->Opcode &&
+                      listing->Size <= assembler::InstructionLength(row->Opcode);
+    return fits ? std::optional(listing->Address) : std::nullopt;
 }
 
 std::optional<std::size_t> FindAfterListing(View code) {
     constexpr std::size_t mostColumns = 4;
     const std::vector<View> words = WordsOf(code);
-    for (std::size_t place = 2; place < std::min(words.size(), mostColumns + 1); ++place) {
+    for (std::size_t place = std::min(words.size(), mostColumns + 1); place-- > 2;) {
         const auto after = static_cast<std::size_t>(words[place].data() - code.data());
         if (ReadListing(code.substr(0, after), ReadStatement(code.substr(after)))) return after;
     }
@@ -313,6 +321,7 @@ bool IsProse(const Statement& statement, View code) {
     const auto isSign = [=](View word) { return !isLetter(word) && m8085::HexDigitValue(word[0]) < 0; };
     const bool isTitle = words.size() == 2 && words[1].size() >= tooLongForMnemonic - 1 && IsWord(words[1]);
     const bool isSubject = !statement.Labels.empty() || isTitle || (words.size() > 1 && isSign(words[1]));
+    if (words[0][0] == u'"') return true;
     if (!isLetter(statement.Operation) && isSubject) return true;  // "Date: 1 May", "1. Start", "9000 - the result"
     if (words.size() > 2) {
         const auto isEnglish = [](View word) {

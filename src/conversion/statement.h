@@ -71,7 +71,17 @@ struct Statement {
 
 Statement ReadStatement(std::u16string_view code);
 
-// The address in what a listing says of an instruction: that and its bytes, "2000 3A 00 25". Nothing for any other
+// An address and one to three bytes, "2000 3A 00 25".
+struct Listing {
+    std::int32_t Address = 0;
+    std::int32_t FirstByte = 0;
+    int Size = 0;  // in bytes
+};
+
+// Nothing for any other text.
+std::optional<Listing> ReadListing(std::u16string_view text);
+
+// The address in what a listing says of the instruction, with all or the first of its bytes. Nothing for any other
 // text.
 std::optional<std::int32_t> ReadListing(std::u16string_view text, const Statement& statement);
 

@@ -76,7 +76,7 @@ TEST(Conversion, CommentsNeitherStickNorBreakTheirLines) {
         {"cpi ';';x", "cpi 3BH ;x"},
         {"mov a,b copies it: so", "mov a,b ; copies it - so"},
         {"hlt ends here ; so", "hlt ; ends here ; so"},
-        {"mvi a,5 -- so\n----\nmov a,b # so\nhlt (so)", "mvi a,5 ; -- so\n; ----\nmov a,b ; # so\nhlt ; (so)"},
+        {"mvi a,5 -- so\n----\nmov a,b # so\nhlt : so", "mvi a,5 ; -- so\n; ----\nmov a,b ; # so\nhlt ; - so"},
     });
 }
 
@@ -185,8 +185,8 @@ TEST(Conversion, JumpsGetLabels) {
         {"sub1 equ 8003\ncall sub1\nret", "; sub1 equ 8003\ncall L8003\nL8003: ret"},
         {"lx: mvi a,0L8000\njmp 8002\nnop", "lx: mvi a,0L8000\nL8002: jmp L8002\nnop"},
         {"8000: nop\njmp 8000\njmp 8000:", "8000: nop\njmp 8000\njmp 8000"},
-        {"2000: 3E 05 mvi a,5\n\t2002 3C l: inr a;x\n2003\tC30220 jmp 2002 on\n2006 77 hlt",
-         "mvi a,5 ; 2000 3E 05\nl: inr a ; 2002 3C ;x\njmp L ; on ; 2003\tC30220\n2006 77 hlt"},
+        {"2000: 3E 05 mvi a,5\n\t2002 3C l: inr a;x\n2003\tC3 jmp 2002 on\n2004 02\n2005 20\n2006 77 hlt",
+         "mvi a,5 ; 2000 3E 05\nl: inr a ; 2002 3C ;x\njmp L ; on ; 2003\tC3\n; 2004 02\n; 2005 20\n2006 77 hlt"},
         {"loop dcr b\nnext\njnz loop\njz next\nlst : ret\njz lst",
          "loop: dcr b\nnext:\njnz loop\njz next\nlst:  ret\njz lst"},
     });
