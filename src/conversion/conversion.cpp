@@ -228,9 +228,9 @@ void Converter::ConvertOrigin() {
                          layout_->PlaceOf(first).NewAddress != layout_->PlaceOf(first).Address;
     const Text place = isMoved ? u"; the program goes on at " + NewPlace(layout_->PlaceOf(first)) : Text();
     Here().Say(IsComment(Parsed().Operation) + place);
+    if (!isMoved || isBeginSaid_) return;
     const auto begin = std::ranges::find_if(statements_, &Statement::IsInstruction) - statements_.begin();
-    const Place& placeOfBegin = layout_->PlaceOf(static_cast<std::size_t>(begin));
-    if (isMoved && !isBeginSaid_ && layout_->PlaceOf(first).Address < placeOfBegin.Address)
+    if (layout_->PlaceOf(first).Address < layout_->PlaceOf(static_cast<std::size_t>(begin)).Address)
         Here().SayFault(u"the program may have begun here, and begins with its first instruction now");
 }
 
