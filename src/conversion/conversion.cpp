@@ -199,8 +199,8 @@ void Converter::ConvertLine() {
 
 // Labels of data, to which no jump can go, do not stay in the program.
 bool Converter::LabelsGo() const {
-    const auto isAmbiguous = [this](const Label& label) { return layout_->IsAmbiguous(label.Name); };
-    return PlaceHere().IsOfData && PlaceHere().IsKnown && std::ranges::none_of(Parsed().Labels, isAmbiguous);
+    const auto stays = [this](const Label& label) { return layout_->IsAmbiguous(label.Name) || !IsName(label.Name); };
+    return PlaceHere().IsOfData && PlaceHere().IsKnown && std::ranges::none_of(Parsed().Labels, stays);
 }
 
 // In the comment they are without their colons.
@@ -251,6 +251,8 @@ void Converter::ConvertDefinition() {
     const bool isEqual = Parsed().What == Kind::Equal;
     for (const Label& label : Parsed().Labels)
         if (layout_->IsAmbiguous(label.Name)) return Here().SayFault(label.Name + u" has more than one value");
+    for (const Label& label : Parsed().Labels)
+        if (!IsName(label.Name)) return Here().SayFault(label.Name + u" is not a name");
     if (!isEqual && !PlaceHere().IsKnown) return Here().SayFault(u"where in memory this belongs is not known");
     const bool isNameless = isEqual && Parsed().Labels.empty();
     if (isNameless || Parsed().Operands.empty() || Parsed().RestAt || !CollectBytes())

@@ -171,6 +171,7 @@ TEST(Conversion, DataGoToAFile) {
     ExpectFaults({
         {"nop\ndb 1,n", "what follows DB cannot be read; it belongs to 8001"},
         {"nop\ndb 'é'", "what follows DB cannot be read"},
+        {"nop\n)x: db 1", ")X is not a name"},
         {"nop\ndb 1 2", "what follows DB cannot be read"},
         {"hlt\norg n\ndb 1", "where in memory this belongs is not known"},
         {"; org 2000\ndb 1", "where in memory this belongs is not known"},
