@@ -46,10 +46,12 @@ bool Assembles(const assembler::PreparedProgram& program) {
     return assembler::AssembleProgram(program.Text, *machine, *code).Succeeded;
 }
 
-// Whether other assemblers compare with it.
-bool IsOperator(View word) {
+// Whether other assemblers compare with it, or write it after a number for its base.
+bool IsOperator(View word, bool isAfterNumber) {
     constexpr View operators[] = {u"EQ", u"NE", u"LT", u"LE", u"GT", u"GE"};
-    return m8085::Contains(operators, UpperCase(word));
+    constexpr View bases[] = {u"B", u"D", u"O", u"Q"};
+    const Text upper = UpperCase(word);
+    return m8085::Contains(operators, upper) || (isAfterNumber && m8085::Contains(bases, upper));
 }
 
 // 0 where it takes no number.
@@ -94,7 +96,7 @@ private:
     void NoteReading(const Operand& operand, const Value& value, const Choice& choice);
 
     std::string ComposeData() const;
-    void LeaveFirstOfMixed();
+    void LeaveFirstOfData();
     void SayWhatIsLeft();
     void SayFaults(const assembler::PreparedProgram& program);
 
@@ -110,7 +112,6 @@ private:
     std::optional<Layout> layout_;
     std::size_t line_ = 0;
     bool isBeginSaid_ = false;                        // where a run begins
-    bool hasFinalH_ = false;                          // some number of the program
     bool withFinalH_ = true;                          // is how numbers are written
     bool hasDecimal_ = false;                         // some number that is surely decimal
     std::vector<std::pair<std::size_t, Text>> bare_;  // numbers that may be decimal, and their lines
@@ -159,7 +160,6 @@ void Converter::FindNotation() {
             notation_.HasB = notation_.HasB || (!isOurs && upper.ends_with(u'B'));
         }
     }
-    hasFinalH_ = hasFinalH;
     withFinalH_ = hasFinalH || !hasBare || notation_.HasD || notation_.HasB;
     hasDecimal_ = notation_.HasD;
 }
@@ -286,7 +286,7 @@ bool Converter::CollectBytes() {
         const std::int32_t largest = Parsed().What == Kind::Bytes ? 0xFF : 0xFFFF;
         const auto value = layout_->Read(operand.Text, line_);
         const auto choice = value ? Choose(*value, largest) : std::nullopt;
-        if (!choice) return false;
+        if (!choice || layout_->IsLost(*value)) return false;
         NoteReading(operand, *value, *choice);
         bytes.push_back(choice->Number & 0xFF);
         if (Parsed().What == Kind::Words) bytes.push_back(choice->Number >> 8);
@@ -335,6 +335,7 @@ void Converter::ConvertNumber(const Operand& operand, std::int32_t largest) {
     const auto value = layout_->Read(operand.Text, line_);
     const auto choice = value ? Choose(*value, largest) : std::nullopt;
     if (!choice) return;
+    if (layout_->IsLost(*value)) return Here().SayFault(u"what stood at " + operand.Text + u" stands elsewhere now");
     NoteReading(operand, *value, *choice);
     const bool isByte = largest == 0xFF;
     if (!isByte && value->Addresses == 0 && layout_->HasChanged(choice->Number)) {
@@ -399,8 +400,12 @@ bool Converter::ConvertRest() {
     const View text = rest.substr(std::min(rest.find_first_not_of(u"-#(.:<> \t"), rest.size()));
     const View word = text.substr(0, text.find_first_of(u" \t,.;()-"));
     const bool separates = rest[0] == u':' && assembler::IsMnemonic(UpperCase(word));
-    const bool isOther = compares || separates || IsOperator(word) || ReadStatement(text).IsWholeInstruction();
-    const bool mayBeComment = isAfterBlank && IsWord(word) && !isOther;
+    const bool isAfterNumber = LargestNumber(Parsed()) > 0;
+    const bool isOther =
+        compares || separates || IsOperator(word, isAfterNumber) || MayBeInstruction(text, code.substr(Parsed().At));
+    const bool isListing =
+        ReadListing(u"0000 " + Text(rest.substr(0, rest.find_first_of(u" \t"))), Parsed()).has_value();
+    const bool mayBeComment = isAfterBlank && (isListing || (IsWord(word) && !isOther));
     if (!mayBeComment || !Parsed().IsWholeInstruction() || !HasReadableNumber()) {
         Here().SayFault(Text(m8085::Trimmed(rest)) + u" does not belong to " + Parsed().Operation +
                         u", and may be a comment or not");
@@ -438,20 +443,20 @@ std::string Converter::ComposeData() const {
     return text.empty() ? text : text + "\r\n";
 }
 
-// Where no number is surely decimal, but some have a final H, the first without it deserves a word, unless it is an
-// address or stands in an instruction, of which there is a warning.
-void Converter::LeaveFirstOfMixed() {
+// Where no number is surely decimal, the first of the data deserves a word if it may be, unless it is an address: in
+// the file of data nobody sees how it was written.
+void Converter::LeaveFirstOfData() {
     constexpr std::size_t addressDigits = 4;
     std::erase_if(bare_, [this](const std::pair<std::size_t, Text>& bare) {
         const bool isOfInstruction = lines_[bare.first].Parsed.What == Kind::Instruction;
-        return !hasFinalH_ || isOfInstruction || bare.second.size() >= addressDigits;
+        return isOfInstruction || bare.second.size() >= addressDigits;
     });
     bare_.resize(std::min(bare_.size(), std::size_t{1}));
 }
 
 // What may not be what it looks like, and what does not assemble.
 void Converter::SayWhatIsLeft() {
-    if (!hasDecimal_) LeaveFirstOfMixed();
+    if (!hasDecimal_) LeaveFirstOfData();
     for (const auto& [line, number] : bare_) lines_[line].Say(number + u" is taken as hexadecimal");
     const assembler::PreparedProgram program = assembler::PrepareProgram(result_.Program);
     for (const auto& [line, text] : assembler::FindWarnings(program)) {

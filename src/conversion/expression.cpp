@@ -222,6 +222,10 @@ std::optional<Value> ReadExpression(View text, const ValueOfName& valueOf, const
     return ExpressionReader(text, valueOf, notation).Read();
 }
 
+bool IsUnaryOperator(View word) {
+    return std::ranges::count(unaryOperators, m8085::UpperCase(word), &std::pair<View, char>::first) > 0;
+}
+
 std::size_t LengthOfExpression(View text) {
     std::size_t end = 0;
     for (std::size_t at = 0;;) {

@@ -42,6 +42,9 @@ using ValueOfName = std::function<std::optional<Value>(std::u16string_view)>;
 // first.
 std::optional<Value> ReadExpression(std::u16string_view text, const ValueOfName& valueOf, const Notation& notation);
 
+// HIGH, LOW or NOT, in either case.
+bool IsUnaryOperator(std::u16string_view word);
+
 // How far an expression goes that the text begins with, readable or not. "05 H" is one term.
 std::size_t LengthOfExpression(std::u16string_view text);
 

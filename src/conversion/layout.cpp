@@ -65,11 +65,31 @@ std::optional<std::size_t> Layout::InstructionAt(std::int32_t address) const {
 }
 
 bool Layout::HasChanged(std::int32_t address) const {
+    const Place* place = PlaceAt(address);
+    return place == nullptr ? IsInProgram(address) : place->NewAddress != place->Address;
+}
+
+bool Layout::IsLost(const Value& value) const {
+    const auto address = static_cast<std::int32_t>(value.Number);
+    const auto goesAlong = [&](const Place* place) {
+        return place != nullptr && place->NewAddress - place->Address == value.Moved - value.Number;
+    };
+    const auto isDataNear = [&](std::int32_t distance) {
+        const Place* place = PlaceAt(address + distance);
+        return goesAlong(place) && place->IsOfData;
+    };
+    const Place* place = PlaceAt(address);
+    if (value.Addresses != 1 || goesAlong(place)) return false;
+    if (place == nullptr) return IsInProgram(static_cast<std::int32_t>(value.Moved));
+    return place->IsOfData || (!isDataNear(-1) && !isDataNear(1));
+}
+
+// Of the statement to which the byte there belonged as the program was written; nullptr if none did.
+const Place* Layout::PlaceAt(std::int32_t address) const {
     const auto after = lines_.upper_bound(address);
-    if (after == lines_.begin()) return IsInProgram(address);
+    if (after == lines_.begin()) return nullptr;
     const Place& place = places_[std::prev(after)->second];
-    if (address >= place.Address + place.Size) return IsInProgram(address);
-    return place.NewAddress != place.Address;
+    return address < place.Address + place.Size ? &place : nullptr;
 }
 
 void Layout::PlaceStatements() {

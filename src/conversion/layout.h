@@ -51,6 +51,10 @@ public:
     // Whether this address lay inside the program or does so now, and is not what it was.
     bool HasChanged(std::int32_t address) const;
 
+    // Whether the address that a sum comes to is no longer that of what stood there: "$+6" of data that went elsewhere.
+    // The bytes just before and after data go with them.
+    bool IsLost(const Value& value) const;
+
     // Whether it lies there now.
     bool IsInProgram(std::int32_t address) const { return address >= m8085::ProgramOrigin && address < end_; }
 
@@ -66,6 +70,7 @@ private:
     void DefineNames();
     void Define(const std::u16string& name, const std::optional<Value>& value);
     std::optional<Value> Here(std::size_t line) const;
+    const Place* PlaceAt(std::int32_t address) const;
     const std::vector<Statement>& statements_;
     bool areAddressesLost_;
     bool areSumsUnclear_ = false;  // since some address is not known

@@ -4,7 +4,9 @@
 #include <set>
 #include <utility>
 
+#include "assembler/disassembly.h"
 #include "conversion/expression.h"
+#include "machine/number_format.h"
 #include "machine/text.h"
 
 namespace conversion {
@@ -40,9 +42,10 @@ bool IsProseLine(const Line& line, const Names& targets) {
     return std::ranges::none_of(statement.Labels, isTarget) && IsProse(statement, line.Source.Code);
 }
 
-// "----" and the like.
+// "----", "```asm" and the like.
 bool IsRule(View code) {
     code = m8085::Trimmed(code);
+    if (code.starts_with(u"```")) return true;
     return !code.empty() && code.find_first_not_of(u"-=*#_~`+|/\\ ") == View::npos;
 }
 
@@ -76,17 +79,72 @@ void CloseLabels(std::vector<Line>& lines, const Names& targets) {
     }
 }
 
+// Puts a part of the code before its comment, as another one.
+Text MoveToComment(Line& line, std::size_t at, std::size_t length) {
+    Text& code = line.Source.Code;
+    Text& comment = line.Source.Comment;
+    Text text = WithoutColons(m8085::Trimmed(View(code).substr(at, length)));
+    code.erase(at, length);
+    if (!code.empty() && !m8085::IsBlank(code.back())) code += u' ';
+    comment = u"; " + text + (comment.empty() ? u"" : u" ") + comment;
+    return text;
+}
+
 // Address and bytes in front of an instruction go into its comment.
 void MoveListing(Line& line) {
     Text& code = line.Source.Code;
     const auto after = FindAfterListing(code);
     if (!after) return;
-    Text listing(m8085::Trimmed(View(code).substr(0, *after)));
+    Text listing = code.substr(0, *after);
     std::erase(listing, u':');
-    code.erase(0, *after);
-    if (!m8085::IsBlank(code.back())) code += u' ';
-    line.Source.Comment = u"; " + listing + (line.Source.Comment.empty() ? u"" : u" ") + line.Source.Comment;
-    line.Say(listing + u" stands in the comment now");
+    code.replace(0, *after, listing);
+    line.Say(MoveToComment(line, 0, listing.size()) + u" stands in the comment now");
+}
+
+// The number of a line, "1", "1." or "1)", up to the code after it.
+struct LineNumber {
+    std::optional<std::int64_t> Number;
+    std::size_t Length = 0;
+};
+
+constexpr std::int64_t mostLines = 100'000;
+
+LineNumber ReadLineNumber(View code) {
+    const std::size_t at = std::min(code.find_first_not_of(u" \t"), code.size());
+    const std::size_t end = std::min(code.find_first_not_of(u"0123456789", at), code.size());
+    const auto number = m8085::ReadDigits(code.substr(at, end - at), 10, mostLines);
+    const std::size_t after = end < code.size() && View(u".)").find(code[end]) != View::npos ? end + 1 : end;
+    if (after < code.size() && !m8085::IsBlank(code[after])) return {};
+    return {number, std::min(code.find_first_not_of(u" \t", after), code.size())};
+}
+
+// Whether instructions have numbers from 1 upward before them, to which no jump goes.
+bool AreNumbered(const std::vector<Line>& lines) {
+    std::int64_t next = 1;
+    std::set<std::int64_t> targets;
+    for (const Line& line : lines) {
+        const View code = line.Source.Code;
+        const auto [number, length] = ReadLineNumber(code);
+        const bool isNumbered = number == next;
+        const Statement statement = ReadStatement(isNumbered ? code.substr(length) : code);
+        if (isNumbered)
+            ++next;
+        else if (statement.IsInstruction())
+            return false;
+        targets.insert(m8085::ReadDigits(View(statement.Target()), 10, mostLines).value_or(mostLines));
+    }
+    return next > 2 && targets.lower_bound(1) == targets.lower_bound(next);
+}
+
+void MoveNumbers(std::vector<Line>& lines) {
+    if (!AreNumbered(lines)) return;
+    std::int64_t next = 1;
+    for (Line& line : lines) {
+        const auto [number, length] = ReadLineNumber(line.Source.Code);
+        if (number != next) continue;
+        line.Say(u"the number " + MoveToComment(line, 0, length) + u" stands in the comment now");
+        ++next;
+    }
 }
 
 std::optional<std::int32_t> FindListing(View comment, const Statement& statement) {
@@ -97,6 +155,85 @@ std::optional<std::int32_t> FindListing(View comment, const Statement& statement
         comment.remove_prefix(part.size());
     }
     return {};
+}
+
+// Where "- load it" or "/ load it" begins after an instruction. It is not computed with what follows the sign if that
+// is a word, but none of the names, and perhaps a number only if it stands alone.
+std::optional<std::size_t> FindRemark(const Statement& statement, View code, const Names& names) {
+    if (!statement.IsWholeInstruction()) return {};
+    const View own = code.substr(statement.At);
+    const auto isSign = [=](std::size_t at) {
+        return m8085::IsBlank(code[at - 1]) && View(u"-/*%!").find(code[at]) != View::npos;
+    };
+    std::size_t at = (statement.Operands.empty() ? statement.At : statement.Operands.back().At) + 1;
+    while (at < code.size() && !isSign(at)) ++at;
+    if (at + 1 >= code.size() || !m8085::IsBlank(code[at + 1])) return {};
+    const View text = m8085::Trimmed(code.substr(at + 1));
+    const View word = text.substr(0, text.find_first_of(u" \t,.;()-"));
+    const bool isOther = names.contains(m8085::UpperCase(word)) || IsUnaryOperator(word) || MayBeInstruction(text, own);
+    const bool mayBeNumber = word.size() == text.size() && ReadNumber(word);
+    return IsWord(word) && !isOther && !mayBeNumber ? std::optional(at) : std::nullopt;
+}
+
+void MoveRemarks(std::vector<Line>& lines) {
+    Names names;
+    for (const Line& line : lines) {
+        for (const Label& label : line.Parsed.Labels) names.insert(label.Name);
+        if (line.Parsed.IsAlone()) names.insert(line.Parsed.Operation);
+    }
+    for (Line& line : lines) {
+        const auto at = FindRemark(line.Parsed, line.Source.Code, names);
+        if (!at) continue;
+        MoveToComment(line, *at, Text::npos);
+        line.Say(u"the text after the instruction is a comment now");
+        const auto address = line.Parsed.Address;
+        line.Parsed = ReadStatement(line.Source.Code);
+        line.Parsed.Address = address;
+    }
+}
+
+// The address that stands before an instruction like a label.
+std::optional<std::int32_t> ReadColumn(const Statement& statement) {
+    constexpr std::size_t digits = 4;
+    if (statement.Labels.empty() || !statement.IsWholeInstruction()) return {};
+    View name = statement.Labels[0].Name;
+    if (name.ends_with(u'H')) name.remove_suffix(1);
+    return name.size() == digits ? m8085::ReadHexNumber(name, 0xFFFF) : std::nullopt;
+}
+
+// It is one if each address is that of the instruction before plus its length.
+void ReadColumnOfAddresses(std::vector<Line>& lines) {
+    std::optional<std::int32_t> next;
+    bool isColumn = false;
+    for (const Line& line : lines) {
+        const Statement& statement = line.Parsed;
+        if (statement.IsOrigin() || statement.IsData() || statement.What == Kind::Unknown) next = {};
+        if (!statement.IsInstruction()) continue;
+        const auto address = ReadColumn(statement);
+        if (address && next && *address != *next) return;
+        isColumn = isColumn || (address && next);
+        if (address) next = address;
+        if (next) *next += statement.Row == nullptr ? 1 : assembler::InstructionLength(statement.Row->Opcode);
+    }
+    for (Line& line : lines)
+        if (isColumn && !line.Parsed.Address) line.Parsed.Address = ReadColumn(line.Parsed);
+}
+
+void ReadStatements(std::vector<Line>& lines) {
+    std::optional<std::int32_t> instruction;  // whose other bytes may follow, its address
+    for (Line& line : lines) {
+        MoveListing(line);
+        const auto bytes = ReadListing(line.Source.Code);
+        if (bytes && instruction && bytes->Address > *instruction && bytes->Address < *instruction + 3) {
+            line.MakeComment();
+            line.Say(u"the bytes are a comment now");
+        } else {
+            instruction = {};
+        }
+        line.Parsed = ReadStatement(line.Source.Code);
+        line.Parsed.Address = FindListing(line.Source.Comment, line.Parsed);
+        if (line.Parsed.Address) instruction = line.Parsed.Address;
+    }
 }
 
 }  // namespace
@@ -125,25 +262,16 @@ std::u16string Line::Converted() const {
 
 std::vector<Line> ReadProgram(View source) {
     std::vector<Line> lines;
-    std::optional<std::int32_t> instruction;  // whose other bytes may follow, its address
     for (SourceLine& divided : DivideLines(source)) {
-        Line line;
-        line.Number = static_cast<int>(lines.size()) + 1;
+        Line& line = lines.emplace_back();
+        line.Number = static_cast<int>(lines.size());
         line.Source = std::move(divided);
         for (const Text& change : line.Source.Changes) line.Say(change);
-        MoveListing(line);
-        const auto bytes = ReadListing(line.Source.Code);
-        if (bytes && instruction && bytes->Address > *instruction && bytes->Address < *instruction + 3) {
-            line.MakeComment();
-            line.Say(u"the bytes are a comment now");
-        } else {
-            instruction = {};
-        }
-        line.Parsed = ReadStatement(line.Source.Code);
-        line.Parsed.Address = FindListing(line.Source.Comment, line.Parsed);
-        if (line.Parsed.Address) instruction = line.Parsed.Address;
-        lines.push_back(std::move(line));
     }
+    MoveNumbers(lines);
+    ReadStatements(lines);
+    ReadColumnOfAddresses(lines);
+    MoveRemarks(lines);
     const Names targets = CutAtEnd(lines);
     TakeAwayProse(lines, targets);
     CloseLabels(lines, targets);

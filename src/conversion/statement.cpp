@@ -47,7 +47,11 @@ bool IsQuote(char16_t character) {
 }
 
 // Other assemblers know them, and nothing takes their place here.
-constexpr View unknownDirectives[] = {u"MACRO", u"INCLUDE", u"RADIX"};
+constexpr View unknownDirectives[] = {u"MACRO", u"INCLUDE", u"RADIX", u"EXTRN", u"EXTERN"};
+
+// What the head of a program says of it, with a colon.
+constexpr View headWords[] = {u"NAME", u"AUTHOR", u"STUDENT", u"SUBJECT", u"COURSE", u"CLASS",  u"TITLE", u"PROGRAM",
+                              u"DATE", u"AIM",    u"OBJECT",  u"TASK",    u"INPUT",  u"OUTPUT", u"RESULT"};
 
 bool IsNumberColumn(std::string_view column) {
     return column.starts_with('I');
@@ -58,8 +62,7 @@ public:
     explicit Reader(View code) : code_(code) {}
 
     Statement Read() {
-        while (ReadLabel()) {
-        }
+        ReadLabels();
         SkipBlanks();
         ReadOperation();
         if (statement_.What == Kind::Instruction)
@@ -110,19 +113,30 @@ private:
         return true;
     }
 
+    void ReadLabels() {
+        while (ReadLabel()) {
+        }
+    }
+
     void ReadOperation() {
         if (at_ >= code_.size()) return;
         TakeOperation();
         const bool isHeading = statement_.What == Kind::Heading;
         if (statement_.IsInstruction() || !IsName(statement_.Operation)) return;
-        // A name without a colon before an operation. It may be that of a directive where no label stands before it.
+        // A name without a colon before an operation. It may be that of a directive where no label stands before it. An
+        // address may have labels after it.
         if (statement_.What != Kind::Unknown && !statement_.Labels.empty()) return;
         Statement first = statement_;
         const std::size_t afterFirst = at_;
+        const bool isAddress = m8085::IsDecimalDigit(first.Operation[0]);
+        if (isAddress) ReadLabels();
         TakeOperation();
         const bool mayFollow = (statement_.IsInstruction() || statement_.IsOrigin()) && !isHeading;
-        if (statement_.DefinesNames() || (mayFollow && !first.IsOrigin())) {
-            statement_.Labels.push_back({first.Operation, first.At, {}});
+        const bool isEnd = statement_.What == Kind::End && isAddress;
+        const bool isFirstOther = first.IsOrigin() || first.What == Kind::End;
+        if (statement_.DefinesNames() || isEnd || (mayFollow && !isFirstOther)) {
+            const auto place = statement_.Labels.begin() + static_cast<std::ptrdiff_t>(first.Labels.size());
+            statement_.Labels.insert(place, {first.Operation, first.At, {}});
             return;
         }
         statement_ = std::move(first);
@@ -260,6 +274,7 @@ std::optional<Listing> ReadListing(View text) {
     const View address = words[0].substr(0, words[0].find_last_not_of(u"hH:") + 1);
     Text bytes;
     for (const View word : std::span(words).subspan(1)) bytes += word;
+    std::erase(bytes, u',');
     const auto isHex = [](View digits) { return m8085::ReadHexNumber(digits, 0xFFFFFF).has_value(); };
     const bool isRight = address.size() == addressDigits && bytes.size() <= mostDigits && bytes.size() % 2 == 0;
     if (!isRight || !isHex(address) || !isHex(bytes)) return {};
@@ -300,6 +315,16 @@ bool IsName(View word) {
     });
 }
 
+bool MayBeInstruction(View text, View mnemonic) {
+    const Statement statement = ReadStatement(text);
+    if (!statement.IsWholeInstruction()) return false;
+    const auto isSmall = [](char16_t letter) { return letter != m8085::ToUpperCase(letter); };
+    const bool isSameStyle =
+        std::ranges::equal(text.substr(statement.At, 2), mnemonic.substr(0, 2), {}, isSmall, isSmall);
+    const bool isSentence = statement.RestAt && IsWord(text.substr(*statement.RestAt, 1));
+    return isSameStyle || !isSentence;
+}
+
 bool IsFormerPlacement(View comment) {
     while (!comment.empty()) {
         const View part = comment.substr(0, comment.find(u';'));
@@ -321,7 +346,8 @@ bool IsProse(const Statement& statement, View code) {
     const auto isSign = [=](View word) { return !isLetter(word) && m8085::HexDigitValue(word[0]) < 0; };
     const bool isTitle = words.size() == 2 && words[1].size() >= tooLongForMnemonic - 1 && IsWord(words[1]);
     const bool isSubject = !statement.Labels.empty() || isTitle || (words.size() > 1 && isSign(words[1]));
-    if (words[0][0] == u'"') return true;
+    const bool isOfHead = !statement.Labels.empty() && m8085::Contains(headWords, statement.Labels[0].Name);
+    if (words[0][0] == u'"' || (statement.What == Kind::Unknown && isOfHead)) return true;
     if (!isLetter(statement.Operation) && isSubject) return true;  // "Date: 1 May", "1. Start", "9000 - the result"
     if (words.size() > 2) {
         const auto isEnglish = [](View word) {

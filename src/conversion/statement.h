@@ -95,6 +95,10 @@ bool IsFormerPlacement(std::u16string_view comment);
 bool IsName(std::u16string_view word);
 bool IsWord(std::u16string_view word);
 
+// Whether the text after an instruction may be another one. What goes on in words is English, unless its mnemonic is
+// written in the letters, small or capital, of the instruction's own.
+bool MayBeInstruction(std::u16string_view text, std::u16string_view mnemonic);
+
 // Whether the code is more probably a line of English than a statement with a slip in it.
 bool IsProse(const Statement& statement, std::u16string_view code);
 

@@ -76,6 +76,9 @@ TEST(Conversion, CommentsNeitherStickNorBreakTheirLines) {
         {"cpi ';';x", "cpi 3BH ;x"},
         {"mov a,b copies it: so", "mov a,b ; copies it - so"},
         {"hlt ends here ; so", "hlt ; ends here ; so"},
+        {"lda 9000h - load\nadi 1 / add one\nmov a,b % so\nADD B  Add B to A\nINR A 3C so",
+         "lda 9000h ; - load\nadi 1 ; / add one\nmov a,b ; % so\nADD B  ; Add B to A\nINR A ; 3C so"},
+        {"n equ 3\nmvi a,9 - n\nadi 9 - f", "; n equ 3\nmvi a,06\nadi 0FA"},
         {"mvi a,5 -- so\n----\nmov a,b # so\nhlt : so", "mvi a,5 ; -- so\n; ----\nmov a,b ; # so\nhlt ; - so"},
     });
 }
@@ -107,8 +110,8 @@ TEST(Conversion, NumbersAreBroughtToHexadecimal) {
               "1 10 is taken as hexadecimal\n2 100 became 64H\n3 2050 is taken as hexadecimal\n5 5D is taken as "
               "hexadecimal\n");
     EXPECT_EQ(NotesOf(Convert("mvi a,0AH\nadi 10")), "2 10 is hexadecimal too, though line 1 has 0AH\n");
-    EXPECT_EQ(NotesOf(Convert("mvi a,0AH\nds 12")),
-              "2 DS is a comment now, for 18 bytes at 8002\n2 12 is taken as hexadecimal\n");
+    EXPECT_EQ(NotesOf(Convert("nop\nds 12")),
+              "2 DS is a comment now, for 18 bytes at 8001\n2 12 is taken as hexadecimal\n");
 }
 
 TEST(Conversion, DirectivesBecomeComments) {
@@ -119,7 +122,7 @@ TEST(Conversion, DirectivesBecomeComments) {
         {"a:.org 8000h\nhlt", "a: ; .org 8000h\nhlt"},
         {"hlt\nend\nnop: it\n\nnop", "hlt\n; end\n; nop - it\n\n; nop"},
         {"jz end\nnop\nend\nhlt", "jz end\nnop\nend:\nhlt"},
-        {"x: nop\nend x", "x: nop\n; end x"},
+        {"begin: nop\nend begin", "begin: nop\n; end begin"},
     });
     EXPECT_EQ(NotesOf(Convert("# ORG 2000H\n#BEGIN 2000H\nnop\norg 3000h\nhlt\nend")),
               "1 #ORG is a comment now; the program goes on at 8000, not at 2000\n2 #BEGIN is a comment now\n"
@@ -188,6 +191,11 @@ TEST(Conversion, JumpsGetLabels) {
         {"8000: nop\njmp 8000\njmp 8000:", "8000: nop\njmp 8000\njmp 8000"},
         {"2000: 3E 05 mvi a,5\n\t2002 3C l: inr a;x\n2003\tC3 jmp 2002 on\n2004 02\n2005 20\n2006 77 hlt",
          "mvi a,5 ; 2000 3E 05\nl: inr a ; 2002 3C ;x\njmp L ; on ; 2003\tC3\n; 2004 02\n; 2005 20\n2006 77 hlt"},
+        {"2000 mvi a,1\n2002: l: dcr a\n2003 a: jz 2002h\n2006 jmp 2003h\n2009 hlt",
+         "2000: mvi a,1\n2002: l: dcr a\n2003: a: jz 2002\n2006: jmp 2003\n2009: hlt"},
+        {"1 ; so\n2 2000 org 2000h\n3. 2000 3C inr a\n4) hlt",
+         "; 1 ; so\n2000: ; org 2000h ; 2\ninr a ; 2000 3C ; 3.\nhlt ; 4)"},
+        {"1 inr a\n2 jmp 1", "1: inr a\n2: jmp 1"},
         {"loop dcr b\nnext\njnz loop\njz next\nlst : ret\njz lst",
          "loop: dcr b\nnext:\njnz loop\njz next\nlst:  ret\njz lst"},
     });
@@ -202,10 +210,12 @@ TEST(Conversion, JumpsGetLabels) {
 
 TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
     ExpectConverted({
-        {"Addition of 2 bytes\nAim: to add, and so on\nDate : 1-2-3 \n1. Start\n\nPROGRAM\nmvi a,5\nhlt\nThe result "
+        {"Addition of 2 bytes\nAim: to add, and so on\nDate : 1-2-3 \nName: R. Rao\n1. Start\n\nPROGRAM\nmvi "
+         "a,5\nhlt\nThe result "
          "stands in "
          "A\n",
-         "; Addition of 2 bytes\n; Aim - to add, and so on\n; Date - 1-2-3 \n; 1. Start\n\n; PROGRAM\nmvi a,5\nhlt\n; "
+         "; Addition of 2 bytes\n; Aim - to add, and so on\n; Date - 1-2-3 \n; Name - R. Rao\n; 1. Start\n\n; "
+         "PROGRAM\nmvi a,5\nhlt\n; "
          "The result "
          "stands in A\n"},
         {"ADD TWO NUMBERS\norg 8000\nFirst part\nnop\n", "; ADD TWO NUMBERS\n; org 8000\n; First part\nnop\n"},
@@ -225,6 +235,9 @@ TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
         {"ei\nmvi a,2+3*4", "Bad operand (2+3*4 is not a number"},
         {"ei\nmvi a,10/5", "Bad operand (10/5 is not a number"},
         {"ei\nmvi a,low x", "Bad opcode - X"},
+        {"mvi b,c\nmvi a,10 d", "d does not belong to MVI"},
+        {"jmp x\ndb 1\nx: lxi h,x-1", "what stood at x-1 stands elsewhere now"},
+        {"org 9\nnop\nx equ $\norg 99\nret\nsta x", "what stood at x stands elsewhere now"},
         {"mvi a,0 5", "5 does not belong to MVI"},
         {"hlt\n1) mvi a,5", "Bad opcode - 1)"},
         {"hlt\nradix 10", "Bad opcode - RADIX"},
