@@ -1,5 +1,6 @@
 #include "editor/program_document.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <utility>
 
@@ -70,7 +71,7 @@ void ProgramDocument::mnuOpen_Click() {
 }
 
 void ProgramDocument::OpenNamed(const QString& name) {
-    const QString path = QFileInfo(name).absoluteFilePath();
+    const QString path = QDir::toNativeSeparators(QFileInfo(name).absoluteFilePath());
     const files::Content file = ReadBytes(path);
     if (file.Problem.empty() || file.IsTooLarge)
         Open(path);

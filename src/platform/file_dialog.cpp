@@ -69,6 +69,7 @@ void FileDialog::AddPlace(const QString& folder) {
 std::optional<QString> FileDialog::Show(QWidget& control, QFileDialog::AcceptMode mode) {
     SingleNameDialog dialog(control.window());
     dialog.setAcceptMode(mode);
+    dialog.setWindowTitle(mode == QFileDialog::AcceptOpen ? QFileDialog::tr("Open") : QFileDialog::tr("Save As"));
     dialog.setFileMode(QFileDialog::AnyFile);
     const QList<QUrl> ownPlaces = dialog.sidebarUrls();
     OfferPlaces(dialog, ownPlaces);
@@ -82,11 +83,11 @@ std::optional<QString> FileDialog::Show(QWidget& control, QFileDialog::AcceptMod
     dialog.setSidebarUrls(ownPlaces);
     if (!isAccepted || dialog.Path().isEmpty()) return std::nullopt;
 
-    const QString path = dialog.Path();
-    directory_ = QFileInfo(path).absolutePath();
+    const QFileInfo file(dialog.Path());
+    directory_ = file.absolutePath();
     AddPlace(directory_);
-    lastName_ = QFileInfo(path).fileName();
-    return path;
+    lastName_ = file.fileName();
+    return QDir::toNativeSeparators(dialog.Path());
 }
 
 }  // namespace platform

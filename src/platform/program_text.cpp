@@ -26,7 +26,7 @@ namespace {
 
 QString DroppedFile(const QDropEvent& event) {
     const QList<QUrl> files = event.mimeData()->urls();
-    const QString file = files.size() == 1 ? files.front().toLocalFile() : QString();
+    const QString file = files.size() == 1 ? QDir::toNativeSeparators(files.front().toLocalFile()) : QString();
     return QFileInfo(file).isFile() ? file : QString();
 }
 

@@ -1,5 +1,6 @@
 #include "platform/tip.h"
 
+#include <QApplication>
 #include <QFontMetrics>
 #include <QScreen>
 #include <QToolTip>
@@ -17,6 +18,9 @@ void ShowTip(const QRect& place, const QString& text, QWidget& control) {
     const bool fitsBelow = place.bottom() + height <= control.screen()->availableGeometry().bottom();
     const int top = fitsBelow ? place.bottom() + 1 : place.top() - height;
     QToolTip::showText({place.left(), top - offset + 4}, asItIs, &control);
+    // Qt leaves room for the pointer, which has another size on every desktop.
+    for (QWidget* tip : QApplication::topLevelWidgets())
+        if (tip->inherits("QTipLabel") && tip->geometry().intersects(place)) tip->move(tip->x(), top);
 }
 
 void HideTip() {

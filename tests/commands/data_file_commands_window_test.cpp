@@ -46,7 +46,7 @@ protected:
     }
 
     QTemporaryDir directory;
-    QString path = directory.filePath("Memory.dat");
+    QString path = QDir::toNativeSeparators(directory.filePath("Memory.dat"));
 };
 
 TEST_F(DataFileCommandsTest, LoadingRefreshesTheDisplayOrSaysWhyNot) {

@@ -20,7 +20,7 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    QString Path(const QString& name) const { return folder.filePath(name); }
+    QString Path(const QString& name) const { return QDir::toNativeSeparators(folder.filePath(name)); }
 
     void Open(const QString& path) {
         FileAnswer answer(path);

@@ -31,7 +31,7 @@ TEST(FileDialog, OffersTheFileThatWasChosenLast) {
     FileDialog dialog;
     for (const QString& path : {folder.filePath("first.dat"), other.filePath("second.dat")}) {
         const FileAnswer choice(path);
-        EXPECT_EQ(dialog.ShowSave(window).value_or(""), path);
+        EXPECT_EQ(dialog.ShowSave(window).value_or(""), QDir::toNativeSeparators(path));
         const FileAnswer cancel({});
         EXPECT_EQ(dialog.ShowOpen(window).value_or("nothing"), "nothing");
         EXPECT_EQ(cancel.Offered, path);

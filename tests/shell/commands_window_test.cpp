@@ -109,7 +109,7 @@ protected:
             if (widget->isVisible() && widget != window) titles += widget->windowTitle();
         const int memorySum = std::accumulate(machine->Memory.begin(), machine->Memory.end(), 0);
         const bool showsAssistant = Find<QWidget>("frmCA").isVisible();
-        return {"title " + window->windowHandle()->title().section('/', -1),
+        return {"title " + window->windowHandle()->title().section(QDir::separator(), -1),
                 "text " + OneLine(Editor().Text()),
                 "selected " + OneLine(Editor().SelectedText()),
                 "clipboard " + OneLine(platform::ReadRichText()),
