@@ -30,7 +30,12 @@ int Run(std::vector<std::string> arguments) {
 
 // Whoever started the program sees what ended it, so that a loop over many programs ends too.
 int End(int exitCode) {
-    if (const int signal = console::DeferredSignals::Arrived()) std::raise(signal);
+    const int signal = console::DeferredSignals::Arrived();
+#ifdef _WIN32
+    // The C library's own code would be 3, as for a run that comes to no end.
+    if (signal != 0) return static_cast<int>(STATUS_CONTROL_C_EXIT);
+#endif
+    if (signal != 0) std::raise(signal);
     return exitCode;
 }
 

@@ -40,6 +40,14 @@ std::wstring WholePath(const std::filesystem::path& path) {
     return begins(LR"(\\)") ? LR"(\\?\UNC)" + whole.substr(1) : LR"(\\?\)" + whole;
 }
 
+// What is written to "nul.asm" would be gone, and "com1" may be a serial port. Who writes NUL alone, or a path that
+// begins as those of devices do, means it.
+bool IsDeviceByAccident(std::filesystem::path path) {
+    constexpr std::wstring_view device = LR"(\\.\)";
+    return WholePath(path).starts_with(device) && !path.make_preferred().native().starts_with(device) &&
+           ::_wcsicmp(path.filename().c_str(), L"NUL") != 0;
+}
+
 // As people write it.
 std::wstring WithoutPrefix(const std::wstring& whole) {
     constexpr std::wstring_view prefix = LR"(\\?\)";
@@ -76,7 +84,7 @@ public:
         return information;
     }
 
-    // The path to which links have led.
+    // The path to which links have led. Empty where the file's system does not tell.
     std::wstring Path() const {
         std::wstring path(::GetFinalPathNameByHandleW(handle_, nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
         const auto room = static_cast<DWORD>(path.size());
@@ -170,6 +178,7 @@ private:
     void Fail(std::string reason) { problem_ = std::move(reason); }
 
     void Open(const std::filesystem::path& path, Writing how) {
+        if (IsDeviceByAccident(path)) return Fail("Windows keeps this name for a device.");
         path_ = WholePath(path);
         const DWORD attributes = ::GetFileAttributesW(path_.c_str());
         const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
@@ -180,7 +189,8 @@ private:
         if (!isOpen && ::GetLastError() != ERROR_FILE_NOT_FOUND) return Fail(Words());
         isDevice_ = isOpen && old.IsDevice();
         isInPlace_ = isDevice_ || how == Writing::InPlace;
-        if (isOpen && !isDevice_) path_ = old.Path();
+        std::wstring linked = isOpen && !isDevice_ ? old.Path() : L"";
+        if (!linked.empty()) path_ = std::move(linked);
         old.Close();
         if (!isInPlace_) return OpenCopy(isOpen);
         if (!copy_.Open(path_, GENERIC_WRITE, toRead, isDevice_ ? OPEN_EXISTING : OPEN_ALWAYS) ||
@@ -217,9 +227,10 @@ private:
         const DWORD error = exists ? Replace() : Move(copyPath_, path_);
         if (error == ERROR_SUCCESS)
             copyPath_.clear();
-        else if (error == ERROR_UNABLE_TO_REMOVE_REPLACED && copy_.Open(copyPath_, GENERIC_READ, toRead, OPEN_EXISTING))
+        else if ((error == ERROR_UNABLE_TO_REMOVE_REPLACED || error == ERROR_UNABLE_TO_MOVE_REPLACEMENT) &&
+                 copy_.Open(copyPath_, GENERIC_READ, toRead, OPEN_EXISTING))
             WriteOver();
-        else
+        else if (problem_.empty())
             Fail(Words(error));
     }
 
@@ -236,7 +247,8 @@ private:
         DWORD error = isReplaced ? ERROR_SUCCESS : ::GetLastError();
         if (error == ERROR_UNABLE_TO_MOVE_REPLACEMENT_2) {
             error = Move(copyPath_, path_);
-            if (error != ERROR_SUCCESS) Move(other, path_);
+            if (error != ERROR_SUCCESS && Move(other, path_) != ERROR_SUCCESS)
+                Keep(Words(error) + ". What was there before is in " + TextOf(WithoutPrefix(other)));
         }
         if (error == ERROR_SUCCESS) ::DeleteFileW(other.c_str());
         return error;
@@ -254,7 +266,12 @@ private:
             return Fail(reason);
         }
         if (target.TakeFrom(copy_) && target.SetSize(after) && target.Synchronize() && target.Close()) return;
-        Fail(Words() + ". What was to be written is in " + TextOf(WithoutPrefix(copyPath_)));
+        Keep(Words());
+    }
+
+    // The copy is the only place that has the new content.
+    void Keep(const std::string& reason) {
+        Fail(reason + ". What was to be written is in " + TextOf(WithoutPrefix(copyPath_)));
         copyPath_.clear();
     }
 

@@ -7,18 +7,30 @@
 #include "shell/start_options.h"
 #include "shell/workbench.h"
 
+#if defined(Q_OS_WIN)
+#include <windows.h>
+#endif
+
 namespace {
 
 constexpr int exitUsage = 2;
 
+// On Windows a program with a window has no console: where the text was not sent elsewhere either, it is in a box.
+bool Tell(std::FILE* stream, const std::string& text) {
+#if defined(Q_OS_WIN)
+    if (GetFileType(GetStdHandle(stream == stderr ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE)) == FILE_TYPE_UNKNOWN)
+        return MessageBoxW(nullptr, QString::fromStdString(text).toStdWString().c_str(), L"Velmora", MB_OK) != 0;
+#endif
+    return std::fputs(text.c_str(), stream) >= 0 && std::fflush(stream) == 0;
+}
+
 int Refuse(const std::string& problem) {
-    std::fprintf(stderr, "velmora: %s\n", problem.c_str());
+    Tell(stderr, "velmora: " + problem + '\n');
     return exitUsage;
 }
 
 int Print(const std::string& answer) {
-    const bool isPrinted = std::fputs(answer.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
-    return isPrinted ? EXIT_SUCCESS : EXIT_FAILURE;
+    return Tell(stdout, answer) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 // The window has light colours on every desktop, and so has its frame.

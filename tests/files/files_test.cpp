@@ -220,6 +220,8 @@ TEST_F(FilesTest, AFileThatIsOpenElsewhereOrReadOnlyKeepsItsTextAndItIsSaidWhy) 
     EXPECT_EQ(WriteFile(folder, "new"), "Is a directory");
     EXPECT_EQ(WriteFile(folder / "none" / "a.asm", "new"), "No such file or directory");
     EXPECT_EQ(WriteFile("NUL", "new"), std::nullopt) << "a device takes everything";
+    for (const char* device : {"aux.asm", "nul.hex", "COM1"})
+        EXPECT_EQ(WriteFile(folder / device, "new"), "Windows keeps this name for a device.");
 }
 
 TEST_F(FilesTest, APathMayHaveMoreThan260Characters) {
