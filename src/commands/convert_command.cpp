@@ -14,9 +14,9 @@ void ConvertCommand::Convert() {
     txtCode.ReplaceLines(conversion.Program);
     constexpr std::size_t mostNotes = 20;
     const auto text = QString::fromStdU16String(conversion::Summarize(conversion, mostNotes));
-    const bool isShortened = conversion.Notes.size() > mostNotes;
     const auto all = QString::fromStdU16String(conversion::Summarize(conversion, conversion.Notes.size()));
-    platform::ShowMessage(txtCode, text, QMessageBox::Information, "Convert from Elsewhere", isShortened ? all : "");
+    platform::ShowMessage(txtCode, text, QMessageBox::Information, "Convert from Elsewhere",
+                          text == all ? QString() : all);
     if (!conversion.Data.empty()) SaveData(conversion.Data);
     txtCode.setFocus();
 }

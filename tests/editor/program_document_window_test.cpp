@@ -36,6 +36,11 @@ protected:
             data.setUrls(urls);
         QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(text.viewport(), &enter);
+        const QImage before = text.viewport()->grab().toImage();
+        QDragMoveEvent move({1, 4}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(text.viewport(), &move);
+        EXPECT_TRUE(!urls.isEmpty() || text.Text().empty() || text.viewport()->grab().toImage() != before)
+            << "a caret shows where it will go";
         QDropEvent drop(text.cursorRect().center(), Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(text.viewport(), &drop);
         QCoreApplication::processEvents();

@@ -74,6 +74,8 @@ TEST_F(RegisterPanelTest, EachControlStandsInItsPlaceWithItsLabelItsNameAndItsTi
     std::ranges::sort(controls, {}, [](const auto* control) { return std::pair(control->y(), control->x()); });
     ASSERT_EQ(controls.size(), std::ssize(rows));
     EXPECT_EQ(panel.grab().toImage().pixelColor(0, 60), panel.palette().color(QPalette::Mid)) << "its edge";
+    for (const auto* label : panel.findChildren<QLabel*>())
+        EXPECT_TRUE(!label->text().startsWith("Click") || label->alignment() == Qt::AlignCenter);
     for (qsizetype i = 0; const auto& [name, label, accessibleName, tip] : rows) {
         const QWidget& control = *controls[i++];
         EXPECT_EQ(control.objectName(), name);

@@ -293,8 +293,10 @@ TEST_F(ProgramTextTest, ANoteIsPaintedAfterItsLineAndATooltipHasAllOfIt) {
     EXPECT_GE(std::get<0>(extent(4, NeutralNoteGround)), 0) << "a neutral one covers nothing";
     text.horizontalScrollBar()->setValue(20);
     EXPECT_TRUE(IsPaintedAnew(text));
+    const QImage bar = text.horizontalScrollBar()->grab().toImage();
     text.horizontalScrollBar()->setValue(text.horizontalScrollBar()->maximum());
     EXPECT_GT(std::get<0>(extent(2, BadNoteGround)), 0);
+    EXPECT_NE(text.horizontalScrollBar()->grab().toImage(), bar);
 
     QHelpEvent rest(QEvent::ToolTip, {edge - 9, 24}, text.viewport()->mapToGlobal(QPoint(edge - 9, 24)));
     QApplication::sendEvent(text.viewport(), &rest);

@@ -253,6 +253,7 @@ TEST_F(FrmMainTest, EveryControlStandsFreeInsideItsPanelAndHasANameForThoseWhoCa
     for (const char* name : {"txtEdit", "cmdCodes1", "cmdCodes2"})
         EXPECT_FALSE(Find<QWidget>(name).font().bold()) << name;
     EXPECT_EQ(QApplication::font().pixelSize(), 12);
+    EXPECT_EQ(QApplication::palette().color(QPalette::Disabled, QPalette::Base), QColor(240, 240, 240));
     QWidgetList panels{&workbench->Splash};
     for (const char* name : {"client", "frmRegs", "frmRAM", "frmCA", "frmCA2", "frmCA3", "frmSave", "Frame1"})
         panels += &Find<QWidget>(name);
