@@ -313,7 +313,7 @@ void Converter::ConvertInterrupt() {
 }
 
 void Converter::ConvertInstruction() {
-    if (Parsed().RestAt && !ConvertRest()) return;
+    if ((Parsed().RestAt && !ConvertRest()) || !Parsed().IsWholeInstruction()) return;
     const auto& columns = Parsed().Row->Operands;
     for (std::size_t place = 0; place < Parsed().Operands.size(); ++place) {
         const Operand& operand = Parsed().Operands[place];
@@ -387,8 +387,8 @@ Text Converter::LabelOf(std::size_t line) {
 }
 
 bool Converter::HasReadableNumber() const {
-    const auto number = static_cast<std::size_t>(Parsed().Operands.size() - 1);
-    return LargestNumber(Parsed()) == 0 || layout_->Read(Parsed().Operands[number].Text, line_);
+    if (LargestNumber(Parsed()) == 0 && (Parsed().Target().empty() || IsName(Parsed().Target()))) return true;
+    return layout_->Read(Parsed().Operands.back().Text, line_).has_value();
 }
 
 // Words that no operand can be are a comment. False where they may be something else.

@@ -45,7 +45,7 @@ bool IsProseLine(const Line& line, const Names& targets) {
 // "----", "```asm" and the like.
 bool IsRule(View code) {
     code = m8085::Trimmed(code);
-    if (code.starts_with(u"```")) return true;
+    if (code.starts_with(u"```") && IsWord(code.substr(3))) return true;
     return !code.empty() && code.find_first_not_of(u"-=*#_~`+|/\\ ") == View::npos;
 }
 
@@ -148,12 +148,8 @@ void MoveNumbers(std::vector<Line>& lines) {
 }
 
 std::optional<std::int32_t> FindListing(View comment, const Statement& statement) {
-    while (!comment.empty()) {
-        comment.remove_prefix(1);
-        const View part = comment.substr(0, comment.find(u';'));
+    for (const View part : PartsOf(comment))
         if (const auto address = ReadListing(part, statement)) return address;
-        comment.remove_prefix(part.size());
-    }
     return {};
 }
 
@@ -175,12 +171,26 @@ std::optional<std::size_t> FindRemark(const Statement& statement, View code, con
     return IsWord(word) && !isOther && !mayBeNumber ? std::optional(at) : std::nullopt;
 }
 
-void MoveRemarks(std::vector<Line>& lines) {
+void AddNames(const Statement& statement, Names& names) {
+    const bool isWhole = statement.What != Kind::Instruction || statement.IsWholeInstruction();
+    if (statement.What != Kind::Unknown && isWhole)
+        for (const Label& label : statement.Labels) names.insert(label.Name);
+    if (statement.IsAlone()) names.insert(statement.Operation);
+}
+
+// Those before END. An earlier conversion has left some in comments.
+Names FindNames(const std::vector<Line>& lines) {
     Names names;
     for (const Line& line : lines) {
-        for (const Label& label : line.Parsed.Labels) names.insert(label.Name);
-        if (line.Parsed.IsAlone()) names.insert(line.Parsed.Operation);
+        if (line.Parsed.What == Kind::End) break;
+        AddNames(line.Parsed, names);
+        for (const View part : PartsOf(line.Source.Comment)) AddNames(ReadStatement(part), names);
     }
+    return names;
+}
+
+void MoveRemarks(std::vector<Line>& lines) {
+    const Names names = FindNames(lines);
     for (Line& line : lines) {
         const auto at = FindRemark(line.Parsed, line.Source.Code, names);
         if (!at) continue;

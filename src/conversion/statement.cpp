@@ -6,6 +6,7 @@
 
 #include "assembler/disassembly.h"
 #include "conversion/expression.h"
+#include "conversion/source_lines.h"
 #include "machine/number_format.h"
 #include "machine/text.h"
 
@@ -326,14 +327,10 @@ bool MayBeInstruction(View text, View mnemonic) {
 }
 
 bool IsFormerPlacement(View comment) {
-    while (!comment.empty()) {
-        const View part = comment.substr(0, comment.find(u';'));
+    return std::ranges::any_of(PartsOf(comment), [](View part) {
         const Statement statement = ReadStatement(part);
-        if ((statement.IsData() || statement.IsOrigin()) && !statement.Operands.empty() && !statement.RestAt)
-            return true;
-        comment.remove_prefix(std::min(part.size() + 1, comment.size()));
-    }
-    return false;
+        return (statement.IsData() || statement.IsOrigin()) && !statement.Operands.empty() && !statement.RestAt;
+    });
 }
 
 bool IsProse(const Statement& statement, View code) {
