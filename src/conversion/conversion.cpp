@@ -90,6 +90,7 @@ private:
     void ConvertNumber(const Operand& operand, std::int32_t largest);
     void ConvertBranch(const Operand& operand);
     Text LabelOf(std::size_t line);
+    bool IsRemark(View rest) const;
     bool ConvertRest();
     bool HasReadableNumber() const;
     void ConvertLabels();
@@ -203,11 +204,14 @@ bool Converter::LabelsGo() const {
     return PlaceHere().IsOfData && PlaceHere().IsKnown && std::ranges::none_of(Parsed().Labels, stays);
 }
 
-// In the comment they are without their colons.
+// In the comment they are without their colons, and each but the last is a comment of its own, which another conversion
+// can read.
 void Converter::MakeComment(bool ofLabels) {
     if (!ofLabels) return Here().MakeComment(Parsed().At);
-    for (const Label& label : Parsed().Labels)
-        if (label.ColonAt) Here().Source.Code[*label.ColonAt] = u' ';
+    for (const Label& label : Parsed().Labels) {
+        const bool isLast = &label == &Parsed().Labels.back();
+        if (label.ColonAt || !isLast) Here().Source.Code[label.ColonAt.value_or(label.End())] = isLast ? u' ' : u';';
+    }
     Here().MakeComment();
     Here().Parsed.Labels.clear();
 }
@@ -391,22 +395,26 @@ bool Converter::HasReadableNumber() const {
     return layout_->Read(Parsed().Operands.back().Text, line_).has_value();
 }
 
-// Words that no operand can be are a comment. False where they may be something else.
-bool Converter::ConvertRest() {
-    const View code = Here().Source.Code;
-    const View rest = code.substr(*Parsed().RestAt);
-    const bool isAfterBlank = m8085::IsBlank(code[*Parsed().RestAt - 1]);
-    const bool compares = View(u"<>=").find(rest[0]) != View::npos && !rest.starts_with(u"<-");
+// Whether what follows the operands begins like a comment: with a word that can be no part of them and of no other
+// instruction, or with the bytes of a listing.
+bool Converter::IsRemark(View rest) const {
+    const View code = lines_[line_].Source.Code;
+    if (!m8085::IsBlank(code[*Parsed().RestAt - 1])) return false;
+    const View first = rest.substr(0, rest.find_first_of(u" \t"));
+    if (ReadListing(u"0000 " + Text(first), Parsed())) return true;
     const View text = rest.substr(std::min(rest.find_first_not_of(u"-#(.:<> \t"), rest.size()));
     const View word = text.substr(0, text.find_first_of(u" \t,.;()-"));
+    const bool compares = View(u"<>=").find(rest[0]) != View::npos && !rest.starts_with(u"<-");
     const bool separates = rest[0] == u':' && assembler::IsMnemonic(UpperCase(word));
-    const bool isAfterNumber = LargestNumber(Parsed()) > 0;
-    const bool isOther =
-        compares || separates || IsOperator(word, isAfterNumber) || MayBeInstruction(text, code.substr(Parsed().At));
-    const bool isListing =
-        ReadListing(u"0000 " + Text(rest.substr(0, rest.find_first_of(u" \t"))), Parsed()).has_value();
-    const bool mayBeComment = isAfterBlank && (isListing || (IsWord(word) && !isOther));
-    if (!mayBeComment || !Parsed().IsWholeInstruction() || !HasReadableNumber()) {
+    const bool isOperator = IsOperator(word, LargestNumber(Parsed()) > 0);
+    if (compares || separates || isOperator || MayBeInstruction(text, code.substr(Parsed().At))) return false;
+    return IsWord(word) || first == u"#";
+}
+
+// False where it may not be a comment.
+bool Converter::ConvertRest() {
+    const View rest = View(Here().Source.Code).substr(*Parsed().RestAt);
+    if (!IsRemark(rest) || !Parsed().IsWholeInstruction() || !HasReadableNumber()) {
         Here().SayFault(Text(m8085::Trimmed(rest)) + u" does not belong to " + Parsed().Operation +
                         u", and may be a comment or not");
         return false;

@@ -159,7 +159,7 @@ std::optional<std::size_t> FindRemark(const Statement& statement, View code, con
     if (!statement.IsWholeInstruction()) return {};
     const View own = code.substr(statement.At);
     const auto isSign = [=](std::size_t at) {
-        return m8085::IsBlank(code[at - 1]) && View(u"-/*%!").find(code[at]) != View::npos;
+        return m8085::IsBlank(code[at - 1]) && View(u"-/*%!|").find(code[at]) != View::npos;
     };
     std::size_t at = (statement.Operands.empty() ? statement.At : statement.Operands.back().At) + 1;
     while (at < code.size() && !isSign(at)) ++at;
@@ -202,17 +202,17 @@ void MoveRemarks(std::vector<Line>& lines) {
     }
 }
 
-// The address that stands before an instruction like a label.
+// The address that stands before an instruction or data like a label.
 std::optional<std::int32_t> ReadColumn(const Statement& statement) {
     constexpr std::size_t digits = 4;
-    if (statement.Labels.empty() || !statement.IsWholeInstruction()) return {};
+    if (statement.Labels.empty() || !(statement.IsWholeInstruction() || statement.IsData())) return {};
     View name = statement.Labels[0].Name;
     if (name.ends_with(u'H')) name.remove_suffix(1);
     return name.size() == digits ? m8085::ReadHexNumber(name, 0xFFFF) : std::nullopt;
 }
 
-// It is one if each address is that of the instruction before plus its length.
-void ReadColumnOfAddresses(std::vector<Line>& lines) {
+// Whether each of the addresses is that of the instruction before plus its length.
+bool HasColumnOfAddresses(const std::vector<Line>& lines) {
     std::optional<std::int32_t> next;
     bool isColumn = false;
     for (const Line& line : lines) {
@@ -220,13 +220,23 @@ void ReadColumnOfAddresses(std::vector<Line>& lines) {
         if (statement.IsOrigin() || statement.IsData() || statement.What == Kind::Unknown) next = {};
         if (!statement.IsInstruction()) continue;
         const auto address = ReadColumn(statement);
-        if (address && next && *address != *next) return;
+        if (address && next && *address != *next) return false;
         isColumn = isColumn || (address && next);
         if (address) next = address;
         if (next) *next += statement.Row == nullptr ? 1 : assembler::InstructionLength(statement.Row->Opcode);
     }
-    for (Line& line : lines)
-        if (isColumn && !line.Parsed.Address) line.Parsed.Address = ReadColumn(line.Parsed);
+    return isColumn;
+}
+
+// Data may stand elsewhere than after the line before, and no label of theirs begins with a digit.
+void ReadColumnOfAddresses(std::vector<Line>& lines) {
+    const bool isColumn = HasColumnOfAddresses(lines);
+    for (Line& line : lines) {
+        Statement& statement = line.Parsed;
+        const auto address = ReadColumn(statement);
+        const bool isMeant = isColumn || (address && statement.IsData() && statement.Labels[0].Name[0] <= u'9');
+        if (isMeant && !statement.Address) statement.Address = address;
+    }
 }
 
 void ReadStatements(std::vector<Line>& lines) {

@@ -76,8 +76,8 @@ TEST(Conversion, CommentsNeitherStickNorBreakTheirLines) {
         {"cpi ';';x", "cpi 3BH ;x"},
         {"mov a,b copies it: so", "mov a,b ; copies it - so"},
         {"hlt ends here ; so", "hlt ; ends here ; so"},
-        {"lda 9000h - load\nadi 1 / add one\nmov a,b % so\nADD B  Add B to A\nINR A 3C so",
-         "lda 9000h ; - load\nadi 1 ; / add one\nmov a,b ; % so\nADD B  ; Add B to A\nINR A ; 3C so"},
+        {"lda 9000h - load\nadi 1 / add one\nmov a,b | so\nnop # +1\nADD B  Add B to A\nINR A 3C so",
+         "lda 9000h ; - load\nadi 1 ; / add one\nmov a,b ; | so\nnop ; # +1\nADD B  ; Add B to A\nINR A ; 3C so"},
         {"n equ 3\nmvi a,9 - n\nadi 9 - f", "; n equ 3\nmvi a,06\nadi 0FA"},
         {"mvi a,5 -- so\n----\nmov a,b # so\nhlt : so", "mvi a,5 ; -- so\n; ----\nmov a,b ; # so\nhlt ; - so"},
     });
@@ -165,6 +165,7 @@ TEST(Conversion, DataGoToAFile) {
         "jmp go\nlist: db 1,2\nbuf ds 2\nlast: defb -1\ngo: lda last\nsta 8100\nlxi b,last-list\norg 8180\ndb 7",
         "jmp go\n; list  db 1,2\n; buf ds 2\n; last  defb -1\ngo: lda 8204\nsta 8100\nlxi b,0004\n; org 8180\n; db 7",
         "8180 : 07\r\n8200 : 01 02\r\n8204 : FF\r\n");
+    expectData("2000 lda 2100h\nhlt\n2100 l: db 5", "2000: lda 2100h\nhlt\n; 2100;l  db 5", "2100 : 05\r\n");
     expectData("lda title\nhlt\ntitle db 5", "lda 8004\nhlt\n; title db 5", "8004 : 05\r\n");
     expectData("org 9000\nres:\norg 2000h\nsta res\nlda n\nhlt\nn: db 17h dup\nlxi h,n",
                "; org 9000\n; res \n; org 2000h\nsta 9000H\nlda 2007H\nhlt\nn: db 17h dup\nlxi h,2007H", "");
