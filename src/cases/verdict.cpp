@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "cases/case.h"
 #include "machine/number_format.h"
@@ -50,6 +51,21 @@ void AppendResults(std::vector<Verdict>& verdicts, const Case& which, const Mach
     }
 }
 
+// Of several on a line the worst stays, with the texts of all that are as bad.
+std::vector<Verdict> OneForEachLine(std::vector<Verdict> verdicts) {
+    std::ranges::stable_sort(verdicts, {}, &Verdict::Line);
+    std::vector<Verdict> result;
+    for (Verdict& verdict : verdicts) {
+        if (result.empty() || result.back().Line != verdict.Line)
+            result.push_back(std::move(verdict));
+        else if (verdict.What > result.back().What)
+            result.back() = std::move(verdict);
+        else if (verdict.What == result.back().What)
+            result.back().Text += "; " + verdict.Text;
+    }
+    return result;
+}
+
 }  // namespace
 
 std::vector<Verdict> VerdictsOf(std::string_view program, const MachineState& before, const MachineState& after,
@@ -68,8 +84,7 @@ std::vector<Verdict> VerdictsOf(std::string_view program, const MachineState& be
             verdicts.push_back({which.Line, Verdict::Kind::Held, "held"});
         if (!whyNot) AppendResults(verdicts, which, after);
     }
-    std::ranges::stable_sort(verdicts, {}, &Verdict::Line);
-    return verdicts;
+    return OneForEachLine(std::move(verdicts));
 }
 
 }  // namespace cases

@@ -88,7 +88,7 @@ TEST(Cases, AreJudgedWhereWhatIsGivenWasThere) {
         "; given B=01, port 10=07\n; gives A=04\n"
         "; given none.dat\n; gives A=04\n"
         "; given [no place] X=01\n; gives A=04\n"
-        "; given B=1\n; gives A=3\n; gives Y=1\n";
+        "; given B=1\n; gives A=3\n; gives Y=1\n; given A=zz";
     const auto load = [](const std::string& name, m8085::MemoryBytes& memory) {
         std::ranges::copy(std::array{4, 6, 7}, memory.begin() + 0x9000);
         return name == "list.dat";
@@ -112,7 +112,8 @@ TEST(Cases, AreJudgedWhereWhatIsGivenWasThere) {
               "7~port 10 was 00, so not tried\n"
               "9~there is no data file none.dat beside the program\n"
               "11-\"X\" is not a register (A to L, F), flag (S, Z, AC, P, CY), p\n"
-              "13+held\n14+held\n15-\"Y\" is not a register (A to L, F), flag (S, Z, AC, P, CY), p\n");
+              "13+held\n14+held\n15-\"Y\" is not a register (A to L, F), flag (S, Z, AC, P, CY), p\n"
+              "16-\"A=zz\": a value of A is hexadecimal, from 0 to FF; no gives \n");
 }
 
 }  // namespace
