@@ -43,6 +43,8 @@ QFont Display(double points, const QString& name, int width) {
     QFont font = FontOf({"Decollage", "DejaVu Sans", "Verdana"}, QFont::Decorative, points, Weight::Bold);
     const int natural = QFontMetrics(font).horizontalAdvance(name);
     if (natural > width) font.setStretch(100 * width / natural);
+    // What draws letters on scaled screens on Windows moves them together, but leaves them as wide as they were.
+    font.setHintingPreference(QFont::PreferFullHinting);
     return font;
 }
 

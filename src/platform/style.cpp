@@ -40,8 +40,9 @@ void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex
     const QRect caption(indent, 0, frame->fontMetrics.horizontalAdvance(frame->text) + 2 * gap, height);
     DrawEdge(*painter, frame->rect.adjusted(0, height / 2, 0, 0), frame->palette.color(QPalette::Mid));
     painter->fillRect(caption, frame->palette.window());
-    drawItemText(painter, caption, Qt::AlignCenter, frame->palette, widget == nullptr || widget->isEnabled(),
-                 frame->text, QPalette::WindowText);
+    // On a scaled screen a letter may reach out of its font's height.
+    drawItemText(painter, caption, Qt::AlignCenter | Qt::TextDontClip, frame->palette,
+                 widget == nullptr || widget->isEnabled(), frame->text, QPalette::WindowText);
 }
 
 }  // namespace platform

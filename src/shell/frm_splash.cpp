@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileInfo>
 #include <QFontMetrics>
 #include <QKeyEvent>
@@ -33,7 +34,8 @@ QUrl PageAddress() {
 
 // As it fits into a width in pixels: the end of a path says more than its middle.
 QString ShownAddress(const QUrl& address, const QFont& font, int width) {
-    return QFontMetrics(font).elidedText(address.toString(QUrl::PreferLocalFile), Qt::ElideMiddle, width);
+    const QString text = address.isLocalFile() ? QDir::toNativeSeparators(address.toLocalFile()) : address.toString();
+    return QFontMetrics(font).elidedText(text, Qt::ElideMiddle, width);
 }
 
 // The blue share grows from 100 at the top to 200 at the bottom.
@@ -41,7 +43,7 @@ void PaintGradient(QPainter& painter) {
     constexpr int step = 10;
     for (int y = 0; y <= clientHeight; y += step) {
         const int blue = qRound(static_cast<double>(y) / clientHeight * 100 + 100);
-        painter.fillRect(0, y, clientWidth, step, QColor(250, 250, blue));
+        painter.fillRect(0, y, clientWidth, 2 * step, QColor(250, 250, blue));  // no gap on a scaled screen
     }
 }
 
