@@ -34,6 +34,13 @@ QColor GroundOf(LineNote::Kind kind) {
     return BadNoteGround;
 }
 
+// Stays with a block wherever a change moves it. A cursor would not do: Qt goes on using one that is destroyed where it
+// tells of the change that clears a text.
+struct BlockAnchor : QTextBlockUserData {
+    explicit BlockAnchor(int number) : Number(number) {}
+    const int Number;
+};
+
 }  // namespace
 
 LineNotes::LineNotes(QPlainTextEdit& editor) : editor_(editor), font_(SansSerif(8.25)) {
@@ -56,8 +63,9 @@ void LineNotes::Show(const std::vector<LineNote>& notes) {
     for (const LineNote& note : notes) {
         const QTextBlock line = editor_.document()->findBlockByNumber(note.Line - 1);
         if (!line.isValid()) continue;
-        const Shown& shown = notes_.emplace_back(line.blockNumber(), line.text(), note.Text, note.What,
-                                                 metrics.horizontalAdvance(note.Text) + 2 * padding);
+        Shown& shown = notes_.emplace_back(line.blockNumber(), line.text(), note.Text, note.What,
+                                           metrics.horizontalAdvance(note.Text) + 2 * padding);
+        Anchor(shown);
         const int end = EndOfLine(shown).right() + editor_.horizontalScrollBar()->value();
         extent_ = std::max(extent_, end + gap + std::min(leastWidth, shown.Width));
     }
@@ -66,29 +74,56 @@ void LineNotes::Show(const std::vector<LineNote>& notes) {
     editor_.viewport()->update();
 }
 
-// A line that the change may have touched has to be found again: as far from the beginning of the text as before, or
-// as far from its end. Of two lines that have become one, one note stays.
+void LineNotes::StayThrough(const std::function<void()>& change) {
+    std::vector<Shown> notes = std::exchange(notes_, {});
+    change();
+    notes_ = std::move(notes);
+    for (Shown& note : notes_) Anchor(note);
+    WidenScrolling(textMaximum_);
+}
+
+// A line that the change may have touched has to be found again. Of two lines that have become one, one note stays.
 void LineNotes::NoteChange(int position, int added) {
     if (notes_.empty()) return;
     const QTextDocument& text = *editor_.document();
     const int more = text.blockCount() - std::exchange(lines_, text.blockCount());
-    const int first = text.findBlock(position).blockNumber();
-    const int last = text.findBlock(std::min(position + added, text.characterCount() - 1)).blockNumber();
-    for (Shown& note : notes_) {
-        const bool isTouched = note.Line >= first && note.Line <= last - more;
-        if (note.Line < first || (isTouched && IsAt(note.Line, note))) continue;
-        note.Line = !isTouched || IsAt(note.Line + more, note) ? note.Line + more : gone;
-    }
+    const QTextBlock first = text.findBlock(position);
+    const QTextBlock last = text.findBlock(std::min(position + added, text.characterCount() - 1));
+    const auto from = std::ranges::lower_bound(notes_, first.blockNumber(), {}, &Shown::Line);
+    const auto to = std::ranges::upper_bound(from, notes_.end(), last.blockNumber() - more, {}, &Shown::Line);
+    for (auto below = to; below != notes_.end(); ++below) below->Line += more;
+    FindAgain({from, to}, first, last, more);
     if (std::erase_if(notes_, [](const Shown& note) { return note.Line == gone; }) > 0) editor_.viewport()->update();
-    std::ranges::sort(notes_, {}, &Shown::Line);
     const auto same = std::ranges::unique(notes_, {}, &Shown::Line);
     notes_.erase(same.begin(), same.end());
     Describe();
 }
 
-bool LineNotes::IsAt(int line, const Shown& note) const {
-    const QTextBlock block = editor_.document()->findBlockByNumber(line);
-    return block.isValid() && block.text() == note.TextOfLine;
+// In these lines: where its block is now, or as far from the beginning of the text as before, or as far from its end.
+// Where a line has been split at its beginning, its text is in one of the blocks below its own.
+void LineNotes::FindAgain(std::span<Shown> notes, const QTextBlock& first, const QTextBlock& last, int more) {
+    const auto isAt = [&](int line, const Shown& note) {
+        return line >= first.blockNumber() && line <= last.blockNumber() &&
+               editor_.document()->findBlockByNumber(line).text() == note.TextOfLine;
+    };
+    for (Shown& note : notes)
+        if (!isAt(note.Line, note)) note.Line = isAt(note.Line + more, note) ? note.Line + more : gone;
+    auto sought = notes.end();
+    for (QTextBlock block = first; block.isValid() && block.blockNumber() <= last.blockNumber(); block = block.next()) {
+        if (const auto* anchor = static_cast<const BlockAnchor*>(block.userData()))
+            sought = std::ranges::find(notes, anchor->Number, &Shown::Anchor);
+        if (sought == notes.end() || block.text() != sought->TextOfLine) continue;
+        sought->Line = block.blockNumber();
+        sought = notes.end();
+    }
+    std::ranges::sort(notes, {}, &Shown::Line);
+    for (Shown& note : notes)
+        if (note.Line != gone) Anchor(note);
+}
+
+void LineNotes::Anchor(Shown& note) {
+    note.Anchor = ++anchors_;
+    editor_.document()->findBlockByNumber(note.Line).setUserData(new BlockAnchor(note.Anchor));
 }
 
 void LineNotes::Describe() {

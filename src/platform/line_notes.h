@@ -2,9 +2,12 @@
 
 #include <QObject>
 #include <QString>
+#include <functional>
+#include <span>
 #include <vector>
 
 class QPlainTextEdit;
+class QTextBlock;
 
 namespace platform {
 
@@ -27,6 +30,9 @@ public:
     void Show(const std::vector<LineNote>& notes);
     void Clear() { Show({}); }
 
+    // Does what replaces the text and leaves it as it was: the notes stay at their lines.
+    void StayThrough(const std::function<void()>& change);
+
     // To be called when the editor has painted its text in a part of its viewport.
     void Paint(const QRect& part) const;
 
@@ -39,11 +45,13 @@ private:
         QString TextOfLine;
         QString Text;
         LineNote::Kind What;
-        int Width;  // in pixels, where it is not cut off
+        int Width;       // in pixels, where it is not cut off
+        int Anchor = 0;  // of the line's block, unlike every other one
     };
 
     void NoteChange(int position, int added);
-    bool IsAt(int line, const Shown& note) const;
+    void FindAgain(std::span<Shown> notes, const QTextBlock& first, const QTextBlock& last, int more);
+    void Anchor(Shown& note);
     void Describe();
     void WidenScrolling(int textMaximum);
     QRect EndOfLine(const Shown& note) const;
@@ -53,6 +61,7 @@ private:
     QPlainTextEdit& editor_;
     const QFont font_;
     std::vector<Shown> notes_;  // in ascending order
+    int anchors_ = 0;           // so many there have been
     int lines_ = 0;             // of the text
     int extent_ = 0;            // of lines and notes from the text's left edge, in pixels
     int textMaximum_ = 0;       // of the horizontal scroll bar, for the text alone

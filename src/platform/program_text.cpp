@@ -412,7 +412,7 @@ void ProgramText::ForgetSteps() {
     const int position = textCursor().position();
     const int across = horizontalScrollBar()->value();
     const int down = verticalScrollBar()->value();
-    setPlainText(document()->toRawText());
+    notes_.StayThrough([this] { setPlainText(document()->toRawText()); });
     changes_.Forget();
     marks_.Restore();
     QTextCursor cursor = textCursor();

@@ -59,11 +59,12 @@ TEST_F(ProgramTextTest, AllStepsButTheLatestAreForgottenUnseen) {
     const std::u16string before = text.Text();
     text.SelectLine(30'000);
     text.ToggleMark(30'000);
+    text.Notes().Show({{29'999, "x"}});
     changes.clear();
     text.ReplaceSelection(u"y");
     EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(text.SelectionStart(), 29'999 * 72 + 1);
-    EXPECT_TRUE(text.Marks().Has(30'000));
+    EXPECT_TRUE(text.Marks().Has(30'000) && text.accessibleDescription() == "Line 29999: x");
     text.undo();
     text.undo();
     EXPECT_EQ(text.Text(), before);
@@ -256,6 +257,10 @@ TEST_F(ProgramTextTest, ANoteGoesWithItsLineAndIsGoneWhenItChanges) {
         QTest::keyClick(&text, key);
         EXPECT_EQ(text.accessibleDescription(), told) << at;
     }
+    text.SetText(u"one\r\n2\r\nthree");
+    text.Notes().Show({{1, "a"}, {2, "b"}});
+    text.InsertAt({0, 5, 8}, u"\r\n\r\n");
+    EXPECT_EQ(text.accessibleDescription(), "Line 3: a; Line 6: b") << "moved within what one change has touched";
 }
 
 TEST_F(ProgramTextTest, ANoteIsPaintedAfterItsLineAndATooltipHasAllOfIt) {
