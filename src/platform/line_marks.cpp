@@ -10,7 +10,7 @@ void LineMarks::Toggle(int line) {
     if (place != marks_.end() && place->Line == line) {
         marks_.erase(place);
     } else if (line >= 1 && line <= text_.blockCount()) {
-        Mark mark{line, numbersAreKept_ ? line : 0, QTextCursor(&text_), {}};
+        Mark mark{line, numbersAreKept_ ? line : 0, QTextCursor(&text_), {}, {}};
         Anchor(mark);
         marks_.insert(place, std::move(mark));
     }
@@ -44,7 +44,9 @@ bool LineMarks::Follow() {
     const std::size_t before = marks_.size();
     std::erase_if(marks_, IsGone);
     for (Mark& mark : marks_) {
-        mark.Line = mark.Start.blockNumber() + 1;
+        if (IsJoined(mark) && mark.Joint.isNull()) mark.Joint = mark.Start;
+        mark.Line = (mark.Joint.isNull() ? mark.Start : mark.Joint).blockNumber() + 1;
+        if (mark.Joint.atBlockStart()) mark.Joint = {};
         Anchor(mark);
     }
     // Two lines that have become one.
@@ -54,7 +56,10 @@ bool LineMarks::Follow() {
 }
 
 void LineMarks::Restore() {
-    for (Mark& mark : marks_) Anchor(mark);
+    for (Mark& mark : marks_) {
+        mark.Joint = {};
+        Anchor(mark);
+    }
 }
 
 void LineMarks::Anchor(Mark& mark) {
@@ -65,12 +70,16 @@ void LineMarks::Anchor(Mark& mark) {
     mark.Next = next.isValid() ? QTextCursor(next) : QTextCursor();
 }
 
+// The line end in front of it has been removed.
+bool LineMarks::IsJoined(const Mark& mark) {
+    return mark.Line > 1 && mark.Start.anchor() == mark.Start.position() && !mark.Start.atBlockStart();
+}
+
 // A line is gone when the line end in front of it has been removed and all of its text as well, or its own line end
 // with all of its text. What has been joined to the line before, or has got another text, is still there.
 bool LineMarks::IsGone(const Mark& mark) {
-    const bool isJoined = mark.Line > 1 && mark.Start.anchor() == mark.Start.position();
     const bool hasNothingBeforeNext = !mark.Next.isNull() && mark.Next.position() == mark.Start.position();
-    return hasNothingBeforeNext || (isJoined && !mark.Start.atBlockStart() && mark.Start.atBlockEnd());
+    return hasNothingBeforeNext || (IsJoined(mark) && mark.Start.atBlockEnd());
 }
 
 }  // namespace platform

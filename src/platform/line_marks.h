@@ -38,9 +38,12 @@ private:
         // other one stands at the beginning of the next line, if there is one.
         QTextCursor Start;
         QTextCursor Next;
+        // Where a line begins that has been joined to the one before it, until they are separated again.
+        QTextCursor Joint;
     };
 
     void Anchor(Mark& mark);
+    static bool IsJoined(const Mark& mark);
     static bool IsGone(const Mark& mark);
 
     QTextDocument& text_;

@@ -148,6 +148,7 @@ TEST_F(ProgramTextTest, MarksGoWithTheirLinesAndWithALineThatIsRemoved) {
         {6, 2, u"", {2, 4}},  // joined to another; an empty line is gone then
         {0, 16, u"f\r\n\r\ng\r\nh", {}},
         {12, 4, u"", {2, 3}},
+        {12, 2, u"", {2, 3, 4}},
     };
     for (const auto& [start, length, inserted, marked] : all) {
         text.ClearMarks();
@@ -163,6 +164,8 @@ TEST_F(ProgramTextTest, MarksGoWithTheirLinesAndWithALineThatIsRemoved) {
             if (text.Marks().Has(line)) left.push_back(line);
         EXPECT_EQ(left, marked) << start << ' ' << length;
     }
+    text.undo();
+    EXPECT_TRUE(text.Marks().Has(5)) << "what was joined is separated again";
 }
 
 TEST_F(ProgramTextTest, AMarkStaysWhereAChangeIsRefused) {
