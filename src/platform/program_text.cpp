@@ -115,6 +115,7 @@ void ProgramText::FinishChange() {
     if (!problem) return;
     if (!problem->empty()) {
         marks_.Restore();
+        if (beforeKey_) Select(beforeKey_->first, beforeKey_->second);
         emit Refused(QString::fromStdString(*problem));
         return;
     }
@@ -291,6 +292,8 @@ void ProgramText::keyPressEvent(QKeyEvent* event) {
         insertPlainText("\n");
         ensureCursorVisible();
     } else {
+        const QTextCursor caret = textCursor();
+        const QScopedValueRollback key(beforeKey_, {{caret.anchor(), caret.position()}});
         QPlainTextEdit::keyPressEvent(event);
     }
 }
@@ -415,13 +418,17 @@ void ProgramText::ForgetSteps() {
     notes_.StayThrough([this] { setPlainText(document()->toRawText()); });
     changes_.Forget();
     marks_.Restore();
+    Select(anchor, position);
+    horizontalScrollBar()->setValue(across);
+    verticalScrollBar()->setValue(down);
+    inserted_ = 0;
+}
+
+void ProgramText::Select(int anchor, int position) {
     QTextCursor cursor = textCursor();
     cursor.setPosition(anchor);
     cursor.setPosition(position, QTextCursor::KeepAnchor);
     setTextCursor(cursor);
-    horizontalScrollBar()->setValue(across);
-    verticalScrollBar()->setValue(down);
-    inserted_ = 0;
 }
 
 }  // namespace platform

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/line_margin.h"
@@ -131,14 +132,16 @@ private:
     void BeginStep();
     void EndStep(std::size_t inserted);
     void ForgetSteps();
+    void Select(int anchor, int position);  // in the document
 
     TextChanges changes_{*this};
     LineMarks marks_;
     LineMargin* margin_;
     LineNotes notes_{*this};
     Tips tips_;
-    bool isMoving_ = false;              // text from one place to another, which is one change
-    bool selectionIsForTheEye_ = false;  // made by SelectLine
+    bool isMoving_ = false;                         // text from one place to another, which is one change
+    bool selectionIsForTheEye_ = false;             // made by SelectLine
+    std::optional<std::pair<int, int>> beforeKey_;  // anchor and caret in the document, while a key does its work
     std::optional<QPoint> pressInSelection_;
     QPoint doubleClick_;  // the latest
     QElapsedTimer sinceDoubleClick_;

@@ -178,6 +178,8 @@ TEST_F(ProgramTextTest, AMarkStaysWhereAChangeIsRefused) {
     text.SetSelectionStart(1);
     text.SetSelectionLength(5);
     QTest::keyClick(&text, Qt::Key_Delete);
+    EXPECT_EQ(text.SelectedText(), u"\r\nx\r\n") << "the caret stays as well";
+    text.SetSelectionStart(6);
     QTest::keyClick(&text, Qt::Key_C);
     EXPECT_EQ(text.Text(), u"a\r\nx\r\ncb");
     EXPECT_TRUE(text.Marks().Has(2) && !text.Marks().Has(3));
