@@ -89,11 +89,13 @@ TEST_F(FrmMainTest, TheTooltipsOfTheEditorAreAboutTheCharacterUnderTheMouse) {
     };
     const auto isHidden = [] { return QTest::qWaitFor([] { return !QToolTip::isVisible(); }); };
     const QString label = "FIRST is 8000, defined in line 1";
+    const QPoint stood = window->pos();
     for (const int pixels : {2, 7}) {
         EXPECT_EQ(tipAt(3, 4, pixels), label);
         EXPECT_EQ(tipAt(3, 8, pixels), label);
         EXPECT_EQ(tipAt(3, 3, pixels), "8002: C3 00 80");
     }
+    EXPECT_EQ(window->pos(), stood);
     EXPECT_EQ(tipAt(2, 7, 90), "8000: 3E 05");
     Click("cmdClear");
     tipAt(3, 4, 2);
@@ -377,6 +379,9 @@ TEST_F(FrmMainTest, AProgramFromElsewhereIsConvertedInOneStepOfUndo) {
     EXPECT_EQ(Editor().Text(), u"\t; ORG 2000H\r\nloop: inr a\r\n; \u2029 x\r\nlda 2005H ;x\r\nei\r\n; list  db 1,2");
     EXPECT_TRUE(Editor().Marks().Has(2) && Editor().LineOfCaret() == 2);
     EXPECT_EQ(Read(path), "2005 : 01 02\r\n");
+    QTest::keyClick(&Editor(), Qt::Key_A);
+    Editor().undo();
+    EXPECT_TRUE(Editor().Text().starts_with(u"\t; ORG")) << "what is typed next is a step of its own";
     Editor().undo();
     EXPECT_EQ(Editor().Text(), source);
     Editor().SetText(u"mvi a,10");
