@@ -103,6 +103,7 @@ void RunControl::LoseText() {
 }
 
 void RunControl::LoseProgram() {
+    programStands_ = false;
     if (IsRunning()) {
         programLost_ = true;
         MarkNextAddress();
@@ -116,6 +117,7 @@ void RunControl::SetAssembled(bool success, std::vector<std::int32_t> instructio
     instructions_ = std::move(instructions);
     UpdateStops();
     textIsAssembled_ = success;
+    programStands_ = success;
     Enter(success ? CommandState::ProgramAssembled : CommandState::NoProgram);
 }
 
@@ -139,13 +141,13 @@ void RunControl::StartRun() {
     canTakeRunBack_ = true;
     machine_.Refused = {};
     const bool isAtBeginning = machine_.PC == m8085::ProgramOrigin && machine_.TStates == 0;
-    beginning_ = textIsAssembled_ && isAtBeginning ? std::make_unique<m8085::MachineState>(machine_) : nullptr;
+    beginning_ = programStands_ && isAtBeginning ? std::make_unique<m8085::MachineState>(machine_) : nullptr;
     if (textIsAssembled_) view_.ForgetOutcome();
     Enter(CommandState::Running);
 }
 
 void RunControl::ShowOutcome() {
-    if (beginning_ && textIsAssembled_ && !programLost_) view_.ShowOutcome(*beginning_, machine_);
+    if (beginning_ && programStands_) view_.ShowOutcome(*beginning_, machine_);
 }
 
 void RunControl::EndRun() {

@@ -126,6 +126,7 @@ private:
     bool StopRequested = false;
     bool programLost_ = false;
     bool textIsAssembled_ = false;
+    bool programStands_ = false;  // in memory, as the text says it
 };
 
 }  // namespace execution

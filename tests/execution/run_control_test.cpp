@@ -248,8 +248,8 @@ TEST_F(RunControlTest, ARunOfTheAssembledTextFromItsBeginningToItsEndHasAnOutcom
         [this] { machine.PC = 0x8001; },
         [this] { control.SetMarkedLines({2}); },
         [this] { onYield = [this] { control.Stop(); }; },
-        [this] { onYield = [this] { control.LoseText(); }; },
         [this] { onYield = [this] { control.LoseProgram(); }; },
+        [this] { control.LoseProgram(); },
         [this] { machine.Memory[0x8001] = 0xF1, machine.SP = 0xFFFF; },  // POP, which is refused
     };
     for (const auto command : {&RunControl::RunProgram, &RunControl::SlowRun})
