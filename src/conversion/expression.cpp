@@ -189,7 +189,7 @@ private:
         Take(term.size());
         const bool isNumber = term.empty() || m8085::IsDecimalDigit(term[0]);
         std::optional<Value> value = isNumber ? std::nullopt : valueOf_(m8085::UpperCase(term));
-        if (!value && term.starts_with(u'('))
+        if (!value && term.starts_with(u'(') && term.ends_with(u')'))
             value = ExpressionReader(term.substr(1, term.size() - 2), valueOf_, notation_).Read();
         if (!value) value = ReadNumber(term, notation_);
         return value ? Combine(sign, {}, *value) : std::nullopt;

@@ -235,6 +235,7 @@ TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
         {"ei\nmov a,m > 4", "> 4 does not belong to MOV"},
         {"ei\nmvi a,2+3*4", "Bad operand (2+3*4 is not a number"},
         {"ei\nmvi a,10/5", "Bad operand (10/5 is not a number"},
+        {"ei\nmvi a,(12", "Bad operand ((12 is not a number"},
         {"ei\nmvi a,low x", "Bad opcode - X"},
         {"mvi b,c\nmvi a,10 d", "d does not belong to MVI"},
         {"jmp x\ndb 1\nx: lxi h,x-1", "what stood at x-1 stands elsewhere now"},
