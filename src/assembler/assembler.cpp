@@ -1,14 +1,15 @@
 #include "assembler/assembler.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 #include "assembler/instruction_table.h"
+#include "assembler/line_words.h"
 #include "machine/bytes.h"
 #include "machine/number_format.h"
-#include "machine/text.h"
 
 namespace assembler {
 
@@ -32,18 +33,11 @@ public:
     }
 
 private:
-    // Between words, and inside one; by the number of the word.
-    enum class State { BeforeFirst, InFirst, BeforeSecond, InSecond, BeforeThird, InThird };
-
     bool Scan();
-    void TakeCharacter(std::size_t position);
-    void OpenWord(std::size_t position, State inWord);
-    void CloseWord(std::size_t end, State next);
-
-    bool ProcessLine();
+    bool ProcessLine(std::u16string_view line);
     bool DefineLabel();
     bool TranslateInstruction();
-    bool TranslateOperand(std::size_t place, std::u16string_view word);
+    bool TranslateOperand(std::size_t place);
     bool EmitByte(std::u16string_view word);
     bool EmitWord(std::u16string_view word);
     bool EmitReference();
@@ -61,105 +55,53 @@ private:
 
     std::int32_t LocationCounter;
     std::int16_t LineCounter = 0;
-    State state_ = State::BeforeFirst;
-    std::size_t wordStart_ = 0;
-    std::u16string_view W1;                // mnemonic or label
-    std::u16string_view W2;                // first operand
-    std::u16string_view W3;                // second operand
+    std::array<std::u16string, 3> words_;  // mnemonic or label, and the operands
     const InstructionRow* row_ = nullptr;  // of the words translated so far
 };
 
 bool Translation::Scan() {
     if (text_.size() > LongestPreparedText) return FailGenerally();
-    for (std::size_t position = 0; position < text_.size(); ++position) {
-        if (text_[position] == u';') {
-            position = text_.find(u'\n', position);
-            if (position == std::u16string_view::npos) return true;
-        }
-        if (text_[position] != u'\n') {
-            TakeCharacter(position);
-            continue;
-        }
-        CloseWord(position, State::BeforeFirst);
+    for (std::size_t end = text_.find(u'\n'); end != text_.npos; end = text_.find(u'\n')) {
         ++LineCounter;
-        if (!ProcessLine()) return false;
+        if (!ProcessLine(text_.substr(0, end))) return false;
+        text_.remove_prefix(end + 1);
     }
     return true;
 }
 
-// The comma separates the second word from the third; everywhere else it is a character of its word. After the third
-// word the next one takes the place of the first.
-void Translation::TakeCharacter(std::size_t position) {
-    const bool blank = m8085::IsBlank(text_[position]);
-    const bool comma = text_[position] == u',';
-    switch (state_) {
-        case State::BeforeFirst:
-            if (!blank) OpenWord(position, State::InFirst);
-            break;
-        case State::InFirst:
-            if (blank) CloseWord(position, State::BeforeSecond);
-            break;
-        case State::BeforeSecond:
-            if (!blank) OpenWord(position, State::InSecond);
-            break;
-        case State::InSecond:
-            if (blank || comma) CloseWord(position, State::BeforeThird);
-            break;
-        case State::BeforeThird:
-            if (!blank && !comma) OpenWord(position, State::InThird);
-            break;
-        case State::InThird:
-            if (blank) CloseWord(position, State::BeforeFirst);
-            break;
-    }
-}
-
-void Translation::OpenWord(std::size_t position, State inWord) {
-    wordStart_ = position;
-    state_ = inWord;
-}
-
-// Stores the open word, if one is open, and changes to the state given.
-void Translation::CloseWord(std::size_t end, State next) {
-    const std::u16string_view word = text_.substr(wordStart_, end - wordStart_);
-    if (state_ == State::InFirst) W1 = word;
-    if (state_ == State::InSecond) W2 = word;
-    if (state_ == State::InThird) W3 = word;
-    state_ = next;
-}
-
-bool Translation::ProcessLine() {
-    if (W1.empty()) return true;
-    const bool good = W1.ends_with(u':') ? DefineLabel() : TranslateInstruction();
-    if (good) W1 = W2 = W3 = {};
-    return good;
+bool Translation::ProcessLine(std::u16string_view line) {
+    words_ = {};
+    for (std::size_t place = 0; PlacedWord & word : PlacedWordsOfLine(line))
+        words_[place++ % words_.size()] = std::move(word.Text);
+    if (words_[0].empty()) return true;
+    return words_[0].ends_with(u':') ? DefineLabel() : TranslateInstruction();
 }
 
 bool Translation::DefineLabel() {
-    const std::u16string_view name = W1.substr(0, W1.size() - 1);
-    return result_.Labels.Append({std::u16string(name), LocationCounter, LabelKind::Definition, LineCounter}) ||
-           FailGenerally();
+    words_[0].pop_back();
+    return result_.Labels.Append({words_[0], LocationCounter, LabelKind::Definition, LineCounter}) || FailGenerally();
 }
 
 bool Translation::TranslateInstruction() {
     constexpr std::size_t longestSearchableWord = 5;
     codeMap_.SetLine(LocationCounter, LineCounter);
-    if (W1.size() > longestSearchableWord) return FailGenerally();
-    row_ = FindInstruction(W1);
-    if (row_ == nullptr) return Fail(u"Bad opcode - " + std::u16string(W1), codeMap_.LineAt(LocationCounter));
+    if (words_[0].size() > longestSearchableWord) return FailGenerally();
+    row_ = FindInstruction(words_[0]);
+    if (row_ == nullptr) return Fail(u"Bad opcode - " + words_[0], codeMap_.LineAt(LocationCounter));
     if (!Write(LocationCounter, row_->Opcode)) return FailGenerally();
     result_.Instructions.push_back(LocationCounter++);
-    return TranslateOperand(0, W2) && TranslateOperand(1, W3);
+    return TranslateOperand(0) && TranslateOperand(1);
 }
 
 // A register operand selects the row, and so the opcode.
-bool Translation::TranslateOperand(std::size_t place, std::u16string_view word) {
+bool Translation::TranslateOperand(std::size_t place) {
+    const std::u16string& word = words_[place + 1];
     const std::string_view column = row_->Operands[place];
     if (column.empty()) return true;
     if (column == "I8") return EmitByte(word);
     if (column == "I16") return row_->TakesLabel() ? EmitReference() : EmitWord(word);
-    row_ = word.empty() ? nullptr : FindInstruction(W1, W2, place == 0 ? std::u16string_view() : W3);
-    if (row_ == nullptr) return Fail(u"Bad operand - " + std::u16string(word), codeMap_.LineAt(LocationCounter - 1));
+    row_ = word.empty() ? nullptr : FindInstruction(words_[0], words_[1], place == 0 ? std::u16string_view() : word);
+    if (row_ == nullptr) return Fail(u"Bad operand - " + word, codeMap_.LineAt(LocationCounter - 1));
     return Write(LocationCounter - 1, row_->Opcode);
 }
 
@@ -183,8 +125,7 @@ bool Translation::EmitWord(std::u16string_view word) {
 
 // Leaves room for the target, which is written when all labels are known.
 bool Translation::EmitReference() {
-    if (!result_.Labels.Append({std::u16string(W2), LocationCounter, LabelKind::Reference, LineCounter}))
-        return FailGenerally();
+    if (!result_.Labels.Append({words_[1], LocationCounter, LabelKind::Reference, LineCounter})) return FailGenerally();
     LocationCounter += 2;
     return true;
 }
@@ -231,9 +172,8 @@ std::optional<std::int32_t> ReadNumber(std::u16string_view word) {
     return m8085::ReadHexNumber(WithoutFinalH(word), 0xFFFF);
 }
 
-Assembly AssembleProgram(std::u16string text, m8085::MachineState& machine, m8085::CodeMap& codeMap,
+Assembly AssembleProgram(std::u16string_view text, m8085::MachineState& machine, m8085::CodeMap& codeMap,
                          std::int32_t origin) {
-    text = m8085::UpperCase(text);
     return Translation(text, machine, codeMap, origin).Run();
 }
 

@@ -47,7 +47,7 @@ std::u16string_view WithoutFinalH(std::u16string_view word);
 // Translates a program into Memory from `origin`, 0 to FFFF, upward and notes each opcode's source line in the code
 // map. The text is a prepared one: labels on lines of their own, every line ended by a line feed. All numbers in it are
 // hexadecimal. On success Halted becomes false. A failure ends the assembly at once; what was written by then stays.
-Assembly AssembleProgram(std::u16string text, m8085::MachineState& machine, m8085::CodeMap& codeMap,
+Assembly AssembleProgram(std::u16string_view text, m8085::MachineState& machine, m8085::CodeMap& codeMap,
                          std::int32_t origin = m8085::ProgramOrigin);
 
 }  // namespace assembler

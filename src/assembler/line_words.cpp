@@ -9,6 +9,7 @@ namespace assembler {
 std::vector<PlacedWord> PlacedWordsOfLine(std::u16string_view line) {
     enum Place { Mnemonic, FirstOperand, SecondOperand, Places };
     std::vector<PlacedWord> words;
+    words.reserve(Places);
     bool isInWord = false;
     for (std::size_t at = 0; at < line.size(); ++at) {
         if (line[at] == u';') {
