@@ -36,8 +36,12 @@ void Button::GiveUpAccessKey() {
 }
 
 bool Button::event(QEvent* event) {
-    if (event->type() == QEvent::Shortcut && !static_cast<QShortcutEvent*>(event)->isAmbiguous())
+    if (event->type() == QEvent::Shortcut && !static_cast<QShortcutEvent*>(event)->isAmbiguous()) {
+        // Qt would press it a tenth of a second later, whatever is open by then, and the next keys would come before.
         setFocus(Qt::ShortcutFocusReason);
+        click();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return QPushButton::event(event);
     QKeyEvent key = WithBlankForEnter(static_cast<QKeyEvent&>(*event));
     const bool isHandled = QPushButton::event(&key);
