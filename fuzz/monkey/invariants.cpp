@@ -122,7 +122,7 @@ Invariants::Selection Invariants::SelectionNow() const {
 
 void Invariants::NoteTextChange() {
     textIsAssembled_ = false;
-    selection_.Depth = 0;
+    selection_.reset();
     textHasChanged_ = true;
     (IsRunning() ? programIsLostInRun_ : programIsLost_) = true;
 }
@@ -147,7 +147,7 @@ void Invariants::NoteCommand(const QString& name) {
     // A run may have ended before it in the same event, and shown all.
     if (name == "mnuCompile" || (isLoad && wasToldOfFailure_)) gridMayBeOld_ = true, wasRunning_ = false;
     const bool isFullRun = IsOneOf(name, {"cmdRun", "mnuRun"});
-    const bool hasStepped = (isStep || isRun) && !wasHalted_;
+    const bool hasStepped = isStep && !wasHalted_;
     if (isRun || isStepBack) beforeMarked_.reset();
     if (isFullRun || (isStep && !before_.Halted)) beforeMarked_ = before_;
     if (isTypingBefore_) beforeMarked_.reset();
@@ -155,11 +155,13 @@ void Invariants::NoteCommand(const QString& name) {
         allCellsAreDue_ = true;
         if (!isLoad) gridMayBeOld_ = false;
     }
-    if (isLoad) wasToldOfFailure_ = false;
+    if (isLoad || isAssemble) wasToldOfFailure_ = false;
 }
 
 std::optional<QString> Invariants::FindFault() {
     LookBeforeCommand();
+    const bool hasExecuted = (IsRunning() || wasRunning_) && machine_.TStates != tStatesSeen_;
+    if (hasExecuted) gridMayBeOld_ = false;
     if (IsFailureTold()) gridMayBeOld_ = wasToldOfFailure_ = true;
     for (const auto& fault :
          {FaultInMemory(), FaultAfterStop(), FaultInRegisters(), FaultInCells(), FaultInCellEditor(),
@@ -167,6 +169,7 @@ std::optional<QString> Invariants::FindFault() {
         if (fault) return fault;
     wasRunning_ = IsRunning();
     wasHalted_ = machine_.Halted;
+    tStatesSeen_ = machine_.TStates;
     return std::nullopt;
 }
 
@@ -218,11 +221,12 @@ std::uint8_t Invariants::ByteOf(const m8085::MachineState& machine, int row, int
     return column == grid_.model()->columnCount() - 1 ? machine.Ports[address] : machine.Memory[address];
 }
 
-// Only what the grid was left out of may make it differ from memory: Assemble from the menu, a data file that failed
-// half-way, and a run that is not over. All cells are checked when they have just been rewritten, or else a few.
+// Only what the grid was left out of may make it differ from memory: a run that is not over, and Assemble from the menu
+// and a data file that failed half-way, until the next instruction has been executed; a Slow Run may end without one.
+// All cells are checked when they have just been rewritten, or else a few.
 std::optional<QString> Invariants::FaultInCells() {
     if (IsRunning()) return std::nullopt;
-    if (wasRunning_) gridMayBeOld_ = false, allCellsAreDue_ = true;
+    if (wasRunning_) allCellsAreDue_ = true;
     if (gridMayBeOld_) return std::nullopt;
     const auto faultAt = [this](int row, int column) -> std::optional<QString> {
         if (CellText(row, column) == Hex(ByteOf(machine_, row, column), 2)) return std::nullopt;
@@ -303,7 +307,7 @@ std::optional<QString> Invariants::FaultInMemory() {
 
 // While a program runs whose text has changed, only the user selects.
 std::optional<QString> Invariants::FaultInSelection() const {
-    if (!IsRunning() || textIsAssembled_ || selection_.Depth != depth_ || selection_ == SelectionNow())
+    if (!IsRunning() || textIsAssembled_ || !selection_ || selection_->Depth != depth_ || selection_ == SelectionNow())
         return std::nullopt;
     return "a line is selected in a changed text";
 }

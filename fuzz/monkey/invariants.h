@@ -77,7 +77,7 @@ private:
     };
     Selection SelectionNow() const;
     int depth_ = 0;
-    Selection selection_{};
+    std::optional<Selection> selection_;
     bool textIsAssembled_ = false;
 
     bool gridMayBeOld_ = false;
@@ -85,6 +85,7 @@ private:
     bool wasRunning_ = false;
     bool wasToldOfFailure_ = false;
     bool wasHalted_ = false;
+    std::int32_t tStatesSeen_ = 0;
 
     bool textHasChanged_ = false;  // since the title was last without its mark
     QString titleSeen_;
