@@ -113,11 +113,11 @@ void CodeAssistant::InitRegisters() {
     MakeCaption("lblRegisters", "8 Bit Registers:", {240, 480}, frmCA3_);
     MakeCaption("lblPairs", "16 Bit Registers:", {240, 1920}, frmCA3_);
     for (int i = 0; i < static_cast<int>(cmdRegs_.size()); ++i) {
-        const char* caption = registerCaptions[static_cast<std::size_t>(i)];
+        const std::string_view name = assembler::RegisterNames[static_cast<std::size_t>(i)];
         const QRect place = i < singleRegisters ? QRect(240 + 480 * i, 840, 495, 495)
                                                 : QRect(240 + 600 * (i - singleRegisters), 2280, 615, 495);
-        cmdRegs_[static_cast<std::size_t>(i)] =
-            MakeKey("cmdRegs", i, caption, frmCA3_, place, [this, caption] { Take(entry_.ChooseRegister(caption)); });
+        cmdRegs_[static_cast<std::size_t>(i)] = MakeKey("cmdRegs", i, QString::fromLatin1(name), frmCA3_, place,
+                                                        [this, name] { Take(entry_.ChooseRegister(name)); });
     }
 }
 
@@ -172,7 +172,7 @@ void CodeAssistant::Take(const EntryStep& step) {
         case NextEntry::Label: return AskForBranchTarget();
         case NextEntry::Register:
             for (std::size_t i = 0; i < cmdRegs_.size(); ++i)
-                cmdRegs_[i]->setEnabled(entry_.IsLive(registerCaptions[i]));
+                cmdRegs_[i]->setEnabled(entry_.IsLive(assembler::RegisterNames[i]));
             return ShowOnly(frmCA3_);
     }
 }

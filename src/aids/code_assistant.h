@@ -62,9 +62,6 @@ private:
     void Stop();
     void ShowOnly(QWidget* panel);
 
-    static constexpr std::array<const char*, 13> registerCaptions = {"A", "B",  "C",  "D",  "E",  "H",  "L",
-                                                                     "M", "BC", "DE", "HL", "SP", "PSW"};
-
     platform::ProgramText& txtCode_;
     QWidget& frmRegs_;
     QWidget& frmRAM_;
@@ -72,7 +69,7 @@ private:
     QGroupBox* frmCA2_;
     QGroupBox* frmCA3_;
     std::array<platform::Button*, 16> cmdDigits_{};
-    std::array<platform::Button*, registerCaptions.size()> cmdRegs_{};
+    std::array<platform::Button*, assembler::RegisterNames.size()> cmdRegs_{};
     InstructionEntry entry_;
     QPoint latestPress_;    // of the mouse on a key
     QPoint bringingPress_;  // the one that brought up the panel which is shown

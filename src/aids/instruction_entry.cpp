@@ -24,9 +24,7 @@ EntryStep InstructionEntry::ChooseMnemonic(std::string_view mnemonic) {
 }
 
 EntryStep InstructionEntry::ChooseRegister(std::string_view caption) {
-    // Pairs go by the name of their first register, but for those that have none.
-    const bool isWhole = caption == "PSW" || caption == "SP";
-    return CAGetOperand(m8085::LowerCase(Wide(isWhole ? caption : caption.substr(0, 1))));
+    return CAGetOperand(m8085::LowerCase(Wide(assembler::RegisterText(caption))));
 }
 
 EntryStep InstructionEntry::ChooseDigit(int digit) {

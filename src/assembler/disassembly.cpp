@@ -11,12 +11,10 @@ namespace assembler {
 
 namespace {
 
-// A pair goes by its first register, but for those that have none.
-std::string OperandText(std::string_view column, const std::array<std::uint8_t, 3>& bytes) {
+std::string OperandText(std::string_view column, std::span<const std::uint8_t> bytes) {
     if (column == "I8") return m8085::FormatHexByte(bytes[1]);
     if (column == "I16") return m8085::FormatHexLong(m8085::Join(bytes[2], bytes[1]));
-    const bool isPair = column.size() == 2 && column != "SP";
-    return std::string(isPair ? column.substr(0, 1) : column);
+    return std::string(RegisterText(column));
 }
 
 }  // namespace
@@ -37,7 +35,7 @@ std::string InstructionBytes(std::span<const std::uint8_t> memory, std::int32_t 
     return text;
 }
 
-std::string Disassemble(std::array<std::uint8_t, 3> bytes) {
+std::string Disassemble(std::span<const std::uint8_t> bytes) {
     const InstructionRow* row = FindInstruction(bytes[0]);
     if (row == nullptr) return {};
     std::string text(row->Mnemonic);

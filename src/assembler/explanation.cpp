@@ -35,10 +35,8 @@ constexpr Pair twins[] = {{u"MOV", u"MVI"}, {u"ADD", u"ADI"}, {u"ADC", u"ACI"}, 
 constexpr std::tuple<View, View, int> notations[] = {
     {u"decimal ", u"", 10}, {u"decimal ", u"D", 10}, {u"binary ", u"B", 2}};
 
-constexpr View registerNames[] = {u"A", u"B", u"C", u"D", u"E", u"H", u"L", u"M", u"BC", u"DE", u"HL", u"SP", u"PSW"};
-
-auto PlaceOfRegister(View name) {
-    return std::ranges::find(registerNames, name);
+auto PlaceOfRegister(std::string_view name) {
+    return std::ranges::find(RegisterNames, name);
 }
 
 void AppendOnce(std::vector<Text>& words, const Text& word) {
@@ -83,7 +81,7 @@ struct Fault {
     Answer Always() const { return If(true); }
     Answer IsMissing() const { return If(Word().empty()); }
     Answer IsAlone() const { return If(Words[1].empty()); }
-    Answer IsRegister() const { return If(Contains(registerNames, Word())); }
+    Answer IsRegister() const { return If(assembler::IsRegister(Word())); }
     Answer IsInterruptMnemonic() const { return If(Contains(interruptMnemonics, Word())); }
     Answer HasComma() const { return If(Word().find(u',') != View::npos); }
     Answer HasColon() const { return If(Word().ends_with(u':')); }
@@ -172,13 +170,12 @@ struct Fault {
     // What can stand in the place of the word, as programs write it, and what stands there.
     Answer Registers() const {
         std::vector<Text> choices;
-        for (const InstructionRow& row : InstructionRows()) {
-            if (row.Mnemonic != Row->Mnemonic || (Place == 2 && row.Operands[0] != Row->Operands[0])) continue;
-            const std::string_view operand = row.Operands[Place - 1];
-            const bool isPair = operand.size() == 2 && operand != "SP";
-            AppendOnce(choices, Wide(isPair ? operand.substr(0, 1) : operand));
-        }
-        std::ranges::sort(choices, {}, PlaceOfRegister);
+        for (const std::string_view name : RegisterNames)
+            if (std::ranges::any_of(InstructionRows(), [&](const InstructionRow& row) {
+                    return row.Mnemonic == Row->Mnemonic && row.Operands[Place - 1] == name &&
+                           (Place < 2 || row.Operands[0] == Row->Operands[0]);
+                }))
+                choices.push_back(Wide(RegisterText(name)));
         constexpr std::size_t allRegisters = 7;
         const bool isMany = choices.size() >= allRegisters;
         const View many = choices.size() > allRegisters ? u"a register or M" : u"a register";
@@ -192,10 +189,10 @@ struct Fault {
             const std::string_view other = row.Operands[1].empty() ? "A" : row.Operands[1];
             const bool fits = row.Mnemonic == Row->Mnemonic && (Place < 2 || row.Operands[0] == Row->Operands[0]) &&
                               row.Operands[0] != other;
-            return std::tuple(!fits, PlaceOfRegister(Wide(row.Operands[0])), PlaceOfRegister(Wide(row.Operands[1])));
+            return std::tuple(!fits, PlaceOfRegister(row.Operands[0]), PlaceOfRegister(row.Operands[1]));
         };
         const InstructionRow& example = *std::ranges::min_element(InstructionRows(), {}, order);
-        return m8085::LowerCase(Wide(Disassemble({example.Opcode, 0x05, 0x90})));
+        return m8085::LowerCase(Wide(Disassemble(std::array<std::uint8_t, 3>{example.Opcode, 0x05, 0x90})));
     }
 
     // The line with the mnemonic in the place of its own.

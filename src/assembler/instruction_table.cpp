@@ -24,7 +24,6 @@ struct SingleForm {
 };
 
 constexpr std::array<std::string_view, 8> registerNames = {"B", "C", "D", "E", "H", "L", "M", "A"};
-constexpr std::array<std::string_view, 4> pairNames = {"BC", "DE", "HL", "SP"};
 constexpr std::array<std::string_view, 8> accumulatorMnemonics = {"ADD", "ADC", "SUB", "SBB",
                                                                   "ANA", "XRA", "ORA", "CMP"};
 constexpr std::array<std::string_view, 8> jumpMnemonics = {"JNZ", "JZ", "JNC", "JC", "JPO", "JPE", "JP", "JM"};
@@ -49,7 +48,7 @@ constexpr SingleForm singleForms[] = {
 // The families of codes 00 to 3F, told apart by their low bits.
 constexpr InstructionForm LowForm(unsigned opcode) {
     const std::string_view destination = registerNames[opcode >> 3 & 7];
-    const std::string_view pair = pairNames[opcode >> 4 & 3];
+    const std::string_view pair = m8085::PairNames[opcode >> 4 & 3];
     switch (opcode & 0x0F) {
         case 0x1: return {"LXI", '1', pair, "I16"};
         case 0x3: return {"INX", '2', pair};
@@ -156,6 +155,14 @@ bool BeginsWith(std::string_view text, std::u16string_view beginning) {
 }  // namespace
 
 const std::string_view InstructionTable(tableText.data(), tableText.size());
+
+std::string_view RegisterText(std::string_view name) {
+    return name.size() == 2 && name != "SP" ? name.substr(0, 1) : name;
+}
+
+bool IsRegister(std::u16string_view word) {
+    return std::ranges::any_of(RegisterNames, [word](std::string_view name) { return std::ranges::equal(name, word); });
+}
 
 std::span<const InstructionRow> InstructionRows() {
     return rows;

@@ -13,6 +13,14 @@ namespace assembler {
 // many bits, or blanks. The rows begin with opcode 7C, run up to FE and continue from 00 to 7B.
 extern const std::string_view InstructionTable;
 
+// The registers and pairs that operand columns hold, in the order in which they are shown.
+inline constexpr std::array<std::string_view, 13> RegisterNames = {"A", "B",  "C",  "D",  "E",  "H",  "L",
+                                                                   "M", "BC", "DE", "HL", "SP", "PSW"};
+bool IsRegister(std::u16string_view word);
+
+// One of them as programs write it: a pair goes by its first register, but for those that have none.
+std::string_view RegisterText(std::string_view name);
+
 // What a row says. Its texts are without padding.
 struct InstructionRow {
     std::uint8_t Opcode = 0;

@@ -1,7 +1,6 @@
 #include "assembler/program_disassembly.h"
 
 #include <algorithm>
-#include <array>
 #include <set>
 #include <utility>
 
@@ -96,10 +95,7 @@ private:
         if (!place.IsInstruction()) return Mark(place.Address, place.End(), "the bytes end inside an instruction");
         WriteLabel(place.Address);
         if (place.IsBranch()) return WriteBranch(place);
-        std::array<std::uint8_t, 3> instruction{};
-        for (std::size_t i = 0; i < std::min(instruction.size(), place.Bytes.size()); ++i)
-            instruction[i] = place.Bytes[i];
-        program_.Text += Disassemble(instruction) + '\n';
+        program_.Text += Disassemble(place.Bytes) + '\n';
     }
 
     void WriteBranch(const Place& place) {

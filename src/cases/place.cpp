@@ -21,10 +21,10 @@ std::optional<Place> Named(std::string_view upper) {
         const auto found = std::ranges::find(names, upper, nameOf);
         if (found == std::end(names)) return std::nullopt;
         const int index = static_cast<int>(found - std::begin(names));
-        return Place{kind, index, index};
+        return Place{kind, index, index, std::invoke(nameOf, *found)};
     };
     using enum Place::Kind;
-    if (upper == "F") return Place{FlagByte, 0, 0};
+    if (upper == "F") return Place{FlagByte, 0, 0, "F"};
     if (const auto place = find(Register, m8085::ByteRegisters, &m8085::Named<std::uint8_t>::Name)) return place;
     if (const auto place = find(Flag, m8085::Flags, &m8085::Named<bool>::Name)) return place;
     if (const auto place = find(Pair, m8085::StackPairNames, std::identity{})) return place;
@@ -58,7 +58,7 @@ Place ReadNumbered(Place::Kind kind, std::string_view text, std::string_view num
     if (*from > last || *to > last)
         throw Misread(Quoted(text) + (isPort ? ": the ports are 00 to FF" : ": the last address is FFFF"));
     if (*from > *to) throw Misread(Quoted(text) + " is not a range: its first address must not be above its last");
-    return {kind, *from, *to};
+    return {kind, *from, *to, {}};
 }
 
 }  // namespace
@@ -75,8 +75,7 @@ int Place::Largest() const {
 int Place::Kept(int value) const {
     constexpr int flagBits = 0xD5;
     if (What == Kind::FlagByte) return value & flagBits;
-    const bool isPSW = What == Kind::Pair && m8085::StackPairNames[static_cast<std::size_t>(First)] == "PSW";
-    return isPSW ? value & (0xFF00 | flagBits) : value;
+    return Label == "PSW" ? value & (0xFF00 | flagBits) : value;
 }
 
 int Place::Value(const m8085::MachineState& machine, int number) const {
@@ -112,17 +111,8 @@ std::string Place::Format(int value) const {
 }
 
 std::string Place::Name() const {
-    const auto index = static_cast<std::size_t>(First);
-    switch (What) {
-        case Kind::Register: return std::string(m8085::ByteRegisters[index].Name);
-        case Kind::FlagByte: return "F";
-        case Kind::Flag: return std::string(m8085::Flags[index].Name);
-        case Kind::Pair: return std::string(m8085::StackPairNames[index]);
-        case Kind::AddressRegister: return std::string(m8085::AddressRegisters[index].Name);
-        case Kind::Memory: return m8085::FormatHexLong(First);
-        case Kind::Port: return "port " + m8085::FormatHexByte(m8085::Low(First));
-    }
-    return {};
+    if (!IsMany()) return std::string(Label);
+    return What == Kind::Port ? "port " + m8085::FormatHexByte(m8085::Low(First)) : m8085::FormatHexLong(First);
 }
 
 Place ReadPlace(std::string_view text) {

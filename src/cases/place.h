@@ -18,8 +18,9 @@ struct Misread : std::runtime_error {
 struct Place {
     enum class Kind { Register, FlagByte, Flag, Pair, AddressRegister, Memory, Port };
     Kind What = Kind::Memory;
-    int First = 0;  // an address or a port; else an index into the names of its kind
-    int Last = 0;   // the same as First where there is only one
+    int First = 0;                // an address or a port; else an index into the names of its kind
+    int Last = 0;                 // the same as First where there is only one
+    std::string_view Label = {};  // the name; empty for memory and ports
 
     bool IsMany() const { return What == Kind::Memory || What == Kind::Port; }
 

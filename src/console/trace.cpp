@@ -7,15 +7,6 @@
 
 namespace console {
 
-namespace {
-
-void AppendPair(std::string& text, std::string_view name, std::int32_t value) {
-    text += name;
-    text += m8085::FormatHexLong(value);
-}
-
-}  // namespace
-
 Fetched FetchAtPC(const m8085::MachineState& machine) {
     Fetched fetched{machine.PC, {}};
     if (machine.CanFetch())
@@ -34,10 +25,8 @@ void AppendTraceLine(std::string& text, const Fetched& instruction, const m8085:
     text += assembler::Disassemble(instruction.Bytes);
     padTo(registersColumn);
     text += "A=" + m8085::FormatHexByte(after.A);
-    AppendPair(text, " BC=", after.GetRegPair(0, false));
-    AppendPair(text, " DE=", after.GetRegPair(1, false));
-    AppendPair(text, " HL=", after.GetRegPair(2, false));
-    AppendPair(text, " SP=", after.SP);
+    for (std::uint8_t code = 0; code < m8085::PairNames.size(); ++code)
+        text.append(" ").append(m8085::PairNames[code]) += '=' + m8085::FormatHexLong(after.GetRegPair(code, false));
     for (const auto& [name, flag] : m8085::Flags) {
         text += ' ';
         text += after.*flag ? name : std::string_view("..").substr(0, name.size());

@@ -27,8 +27,6 @@ constexpr std::pair<View, Kind> operations[] = {
     {u"SET", Kind::Equal},     {u"=", Kind::Equal},        {u"RST", Kind::Interrupt}, {u"EI", Kind::Interrupt},
     {u"DI", Kind::Interrupt},  {u"RIM", Kind::Interrupt},  {u"SIM", Kind::Interrupt}};
 
-constexpr View registerNames[] = {u"A", u"B", u"C", u"D", u"E", u"H", u"L", u"M", u"BC", u"DE", u"HL", u"SP", u"PSW"};
-
 bool IsMarked(View word) {
     return word.starts_with(u'.') || word.starts_with(u'#');
 }
@@ -349,7 +347,7 @@ bool IsProse(const Statement& statement, View code) {
     if (words.size() > 2) {
         const auto isEnglish = [](View word) {
             const Text letters = UpperCase(LettersOf(word));
-            return IsWord(letters) && letters.size() > 1 && !m8085::Contains(registerNames, letters);
+            return IsWord(letters) && letters.size() > 1 && !assembler::IsRegister(letters);
         };
         const bool isAfterColon = !statement.Labels.empty() && !hasOpenLabel;
         const bool takesRegister = statement.Row != nullptr && !IsNumberColumn(statement.Row->Operands[0]);

@@ -58,7 +58,8 @@ inline constexpr std::array<std::uint8_t Registers::*, 8> RegisterOfCode = {
     &Registers::B, &Registers::C, &Registers::D, &Registers::E, &Registers::H, &Registers::L, nullptr, &Registers::A};
 inline constexpr std::uint8_t CodeOfM = 6;
 
-// The pairs by their codes, where PSW has the place of SP.
+// The pairs by their codes, and on the stack, where PSW has the place of SP.
+inline constexpr std::array<std::string_view, 4> PairNames = {"BC", "DE", "HL", "SP"};
 inline constexpr std::array<std::string_view, 4> StackPairNames = {"BC", "DE", "HL", "PSW"};
 
 }  // namespace m8085

@@ -140,9 +140,9 @@ QString MemoryModel::Tip(const QModelIndex& cell) const {
     const bool isNamed = address <= m8085::LastFetchAddress && std::ranges::binary_search(instructions_, address);
     if (!isNamed) return tip;
     // A cell may be older than the instruction, and by hand it may have become a code that is not one.
-    const auto* opcode = machine_.Memory.data() + address;
-    const std::string instruction = assembler::Disassemble({opcode[0], opcode[1], opcode[2]});
-    if (*opcode == byte && !instruction.empty()) tip += "\nInstruction " + QString::fromStdString(instruction);
+    const auto bytes = std::span(machine_.Memory).subspan(m8085::Index(address));
+    const std::string instruction = assembler::Disassemble(bytes);
+    if (bytes[0] == byte && !instruction.empty()) tip += "\nInstruction " + QString::fromStdString(instruction);
     return tip;
 }
 
