@@ -2,6 +2,7 @@
 
 #include <QTextBlock>
 #include <algorithm>
+#include <utility>
 
 namespace platform {
 
@@ -39,9 +40,20 @@ std::vector<int> LineMarks::KeptNumbers() const {
     return numbers;
 }
 
-bool LineMarks::Follow() {
+void LineMarks::Lift(const QTextCursor& stretch) {
+    for (Mark& mark : marks_) {
+        const QTextBlock line = text_.findBlockByNumber(mark.Line - 1);
+        const bool isMoved = line.position() >= stretch.selectionStart() &&
+                             line.position() + line.length() - 1 <= stretch.selectionEnd();
+        mark.Lifted = isMoved ? stretch.selectionEnd() - line.position() : 0;
+    }
+}
+
+bool LineMarks::Follow(int endOfMoved) {
     numbersAreKept_ = false;
     const std::size_t before = marks_.size();
+    for (Mark& mark : marks_)
+        if (mark.Lifted > 0) PutDown(mark, endOfMoved);
     std::erase_if(marks_, IsGone);
     for (Mark& mark : marks_) {
         if (IsJoined(mark) && mark.Joint.isNull()) mark.Joint = mark.Start;
@@ -49,6 +61,7 @@ bool LineMarks::Follow() {
         if (mark.Joint.atBlockStart()) mark.Joint = {};
         Anchor(mark);
     }
+    std::ranges::sort(marks_, {}, &Mark::Line);
     // Two lines that have become one.
     const auto rest = std::ranges::unique(marks_, {}, &Mark::Line);
     marks_.erase(rest.begin(), rest.end());
@@ -58,8 +71,15 @@ bool LineMarks::Follow() {
 void LineMarks::Restore() {
     for (Mark& mark : marks_) {
         mark.Joint = {};
+        mark.Lifted = 0;
         Anchor(mark);
     }
+}
+
+void LineMarks::PutDown(Mark& mark, int endOfMoved) {
+    mark.Line = text_.findBlock(endOfMoved - std::exchange(mark.Lifted, 0)).blockNumber() + 1;
+    mark.Joint = {};
+    Anchor(mark);
 }
 
 void LineMarks::Anchor(Mark& mark) {

@@ -25,9 +25,14 @@ public:
     void KeepNumbers();
     std::vector<int> KeptNumbers() const;
 
+    // A change is about to move this stretch of the text to another place: the marks of the lines whose text is in it
+    // go there. A cursor without a selection moves nothing.
+    void Lift(const QTextCursor& stretch);
+
     // Each change of the text ends with one of these: with the first where it stands, which returns whether a mark has
-    // gone, and with the second where it has been taken back and the text is what it was.
-    bool Follow();
+    // gone, and with the second where it has been taken back and the text is what it was. The place is where a stretch
+    // ends that has been moved.
+    bool Follow(int endOfMoved);
     void Restore();
 
 private:
@@ -40,8 +45,11 @@ private:
         QTextCursor Next;
         // Where a line begins that has been joined to the one before it, until they are separated again.
         QTextCursor Joint;
+        // Where a line begins that is moved, in characters before the end of what is moved; 0 for others.
+        int Lifted = 0;
     };
 
+    void PutDown(Mark& mark, int endOfMoved);
     void Anchor(Mark& mark);
     static bool IsJoined(const Mark& mark);
     static bool IsGone(const Mark& mark);

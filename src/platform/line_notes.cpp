@@ -57,6 +57,7 @@ LineNotes::LineNotes(QPlainTextEdit& editor) : editor_(editor), font_(SansSerif(
 void LineNotes::Show(const std::vector<LineNote>& notes) {
     if (notes.empty() && notes_.empty()) return;
     notes_.clear();
+    beforeChange_.clear();
     lines_ = editor_.blockCount();
     extent_ = 0;
     const QFontMetrics metrics(font_);
@@ -75,16 +76,25 @@ void LineNotes::Show(const std::vector<LineNote>& notes) {
 }
 
 void LineNotes::StayThrough(const std::function<void()>& change) {
-    std::vector<Shown> notes = std::exchange(notes_, {});
+    beforeChange_ = std::exchange(notes_, {});
     change();
-    notes_ = std::move(notes);
-    for (Shown& note : notes_) Anchor(note);
+    Restore();
     WidenScrolling(textMaximum_);
+}
+
+void LineNotes::Restore() {
+    if (beforeChange_.empty()) return;
+    notes_ = std::exchange(beforeChange_, {});
+    lines_ = editor_.blockCount();
+    for (Shown& note : notes_) Anchor(note);
+    Describe();
+    editor_.viewport()->update();
 }
 
 // A line that the change may have touched has to be found again. Of two lines that have become one, one note stays.
 void LineNotes::NoteChange(int position, int added) {
     if (notes_.empty()) return;
+    if (beforeChange_.empty()) beforeChange_ = notes_;
     const QTextDocument& text = *editor_.document();
     const int more = text.blockCount() - std::exchange(lines_, text.blockCount());
     const QTextBlock first = text.findBlock(position);

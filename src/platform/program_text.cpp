@@ -115,11 +115,13 @@ void ProgramText::FinishChange() {
     if (!problem) return;
     if (!problem->empty()) {
         marks_.Restore();
+        notes_.Restore();
         if (beforeKey_) Select(beforeKey_->first, beforeKey_->second);
         emit Refused(QString::fromStdString(*problem));
         return;
     }
-    const bool isMarkGone = marks_.Follow();
+    const bool isMarkGone = marks_.Follow(textCursor().position());
+    notes_.Follow();
     margin_->ShowMarks();
     if (isMarkGone) emit MarksChanged();
     emit TextChanged();
@@ -324,7 +326,9 @@ void ProgramText::dropEvent(QDropEvent* event) {
     if (!AnswerFiles(*event)) {
         const QScopedValueRollback moving(isMoving_, event->source() == viewport());
         BeginStep();
+        if (isMoving_ && event->dropAction() == Qt::MoveAction) marks_.Lift(textCursor());
         QPlainTextEdit::dropEvent(event);
+        marks_.Lift({});
     } else if (event->isAccepted()) {
         emit FileDropped(DroppedFile(*event));
     }

@@ -159,26 +159,51 @@ TEST_F(ProgramTextTest, MarksGoWithTheirLinesAndWithALineThatIsRemoved) {
         if (length > 0) text.ReplaceSelection(inserted);
         for (const char16_t* next = inserted; length == 0 && *next != 0; ++next)
             if (*next != u'\n') QTest::keyClick(&text, static_cast<char>(*next));
-        std::vector<int> left;
-        for (int line = 1; line < 9; ++line)
-            if (text.Marks().Has(line)) left.push_back(line);
-        EXPECT_EQ(left, marked) << start << ' ' << length;
+        EXPECT_EQ(text.Marks().Lines(), marked) << start << ' ' << length;
     }
     text.undo();
     EXPECT_TRUE(text.Marks().Has(5)) << "what was joined is separated again";
 }
 
-TEST_F(ProgramTextTest, AMarkStaysWhereAChangeIsRefused) {
+// As Qt moves what is dragged, which needs a desktop.
+TEST_F(ProgramTextTest, AMarkGoesWithALineThatIsMoved) {
+    struct Move {
+        int From, To, Place;
+        std::vector<int> Marked;
+    };
+    for (const auto& [from, to, place, marked] :
+         {Move{0, 4, 6, {1, 3}}, {2, 6, 0, {1, 2}}, {4, 6, 6, {2, 3}}, {6, 7, 2, {2, 3}}, {1, 3, 7, {2, 4}}}) {
+        QTextDocument lines("a\nb\nc\nd");
+        LineMarks marks(lines);
+        for (const int line : {2, 3}) marks.Toggle(line);
+        QTextCursor taken(&lines), put(&lines);
+        taken.setPosition(from);
+        taken.setPosition(to, QTextCursor::KeepAnchor);
+        put.setPosition(place);
+        marks.Lift(taken);
+        const QString moved = taken.selectedText();
+        put.beginEditBlock();
+        taken.removeSelectedText();
+        put.insertText(moved);
+        put.endEditBlock();
+        EXPECT_FALSE(marks.Follow(put.position()));
+        EXPECT_EQ(marks.Lines(), marked) << from;
+    }
+}
+
+TEST_F(ProgramTextTest, AMarkAndANoteStayWhereAChangeIsRefused) {
     text.SetRules(
         {.Plain = [](std::u16string_view lines) { return std::u16string(lines); },
          .FindProblem = [](std::u16string_view lines) { return lines.find(u"ab") < lines.size() ? "no" : ""; },
          .RoomIn = [](std::u16string_view) { return 1000; }});
     text.SetText(u"a\r\nx\r\nb");
     text.ToggleMark(2);
+    text.Notes().Show({{2, "x"}, {3, "b"}});
     text.SetSelectionStart(1);
     text.SetSelectionLength(5);
     QTest::keyClick(&text, Qt::Key_Delete);
     EXPECT_EQ(text.SelectedText(), u"\r\nx\r\n") << "the caret stays as well";
+    EXPECT_EQ(text.accessibleDescription(), "Line 2: x; Line 3: b");
     text.SetSelectionStart(6);
     QTest::keyClick(&text, Qt::Key_C);
     EXPECT_EQ(text.Text(), u"a\r\nx\r\ncb");
