@@ -55,6 +55,9 @@ TEST(ProgramFile, Utf16IsReadByItsMarkAndWhatIsNotATextIsRefused) {
          {std::string_view("n\0", 2), std::string_view("\xFF\xFEn\0x", 5), std::string_view("{\\rtf1"),
           std::string_view("a\x1A nop"), std::string_view("\x7F")})
         EXPECT_EQ(DecodeProgramFile(bytes).Problem, "It is not a text file.") << bytes;
+    const std::u16string largest(LargestProgramFile / 2, u'\n');
+    EXPECT_EQ(FindProblem(largest), "");
+    EXPECT_NE(FindProblem(largest + u'x'), "");
 }
 
 TEST(PlainSource, OutsideCommentsItIsWhatItLooksLike) {

@@ -265,7 +265,8 @@ TEST_F(FrmMainTest, EveryControlStandsFreeInsideItsPanelAndHasANameForThoseWhoCa
             [](const auto* each) { return each->isHidden() && each->testAttribute(Qt::WA_WState_ExplicitShowHide); });
         EXPECT_GE(controls.size(), 4) << qPrintable(panel->objectName());
         for (const QWidget* control : controls) {
-            EXPECT_TRUE(panel->rect().contains(control->geometry())) << qPrintable(control->objectName());
+            EXPECT_TRUE(panel->rect().contains(control->geometry()) && !control->pos().isNull())
+                << qPrintable(control->objectName());
             const bool isNamed = !control->accessibleName().isEmpty() || control->focusPolicy() == Qt::NoFocus;
             EXPECT_TRUE(isNamed) << qPrintable(control->objectName());
             // Keys side by side share an edge, and the large letters of the About box reach over their place.
@@ -332,6 +333,21 @@ TEST_F(FrmMainTest, TheListingIsThatOfTheLatestAssemblyAsItWas) {
     const MessageAnswer error;
     Click("cmdCompile");
     EXPECT_EQ(copyListing(), u"");
+}
+
+TEST_F(FrmMainTest, AStepBringsTheNextInstructionIntoViewForwardAndBack) {
+    std::u16string program = u"jmp far\r\n";
+    for (int address = 0x8003; address < 0x80F0; ++address) program += u"nop\r\n";
+    StartWith(program + u"far: nop\r\nhlt");
+    Find<QLineEdit>("txtEdit").hide();
+    auto& grid = Find<QTableView>("grdRAM");
+    const auto isInView = [&](int row) {
+        return grid.viewport()->rect().contains(grid.visualRect(Cells().index(row, 0)));
+    };
+    Click("cmdSingleStep");
+    EXPECT_TRUE(isInView(0xF0) && !isInView(0));
+    Find<QAction>("mnuStepBack").trigger();
+    EXPECT_TRUE(isInView(0) && !isInView(0xF0));
 }
 
 TEST_F(FrmMainTest, AStepBackShowsWhatWasShownBefore) {
