@@ -16,6 +16,7 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 // Whether all that looks different now has been painted again: what is on the screen is what painting it whole gives.
 inline bool IsPaintedAnew(QWidget& window) {
     QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents();  // what a timer, such as the caret's, has just wanted to be painted
     const QImage shown = window.screen()->grabWindow(window.winId()).toImage();
     return shown == window.grab().toImage().convertToFormat(shown.format());
 }
