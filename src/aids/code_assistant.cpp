@@ -1,7 +1,6 @@
 #include "aids/code_assistant.h"
 
 #include <QGuiApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QStyleHints>
 #include <algorithm>
@@ -11,6 +10,7 @@
 #include "machine/number_format.h"
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
+#include "platform/keys.h"
 #include "platform/twips.h"
 
 namespace aids {
@@ -211,8 +211,7 @@ bool CodeAssistant::IsRestOfDoubleClick(const QMouseEvent& press) {
 
 // So may the second of two quick Enters or blanks, with no other key between them.
 bool CodeAssistant::IsRestOfDoublePress(const QKeyEvent& press) {
-    const bool presses = press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter || press.key() == Qt::Key_Space;
-    if (!presses) sinceBrought_.invalidate();
+    if (!platform::PressesButton(press)) sinceBrought_.invalidate();
     return sinceBrought_.isValid() &&
            !sinceBrought_.hasExpired(QGuiApplication::styleHints()->mouseDoubleClickInterval());
 }

@@ -3,12 +3,12 @@
 #include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QPainter>
 #include <algorithm>
 
 #include "panels/byte_text.h"
 #include "platform/fonts.h"
+#include "platform/menu.h"
 #include "platform/palette.h"
 #include "platform/style.h"
 #include "platform/tip.h"
@@ -88,10 +88,8 @@ void CellEditor::Describe() {
     setAccessibleName(kind + ' ' + address.data().toString());
     grid_.FrameCell(target == cell_ || isHidden() ? QModelIndex() : target);
     const bool hasChanged = model_.HasChanged(cell_);
-    QPalette colours;
-    colours.setColor(QPalette::Text, hasChanged ? platform::ChangedText : Qt::black);
-    colours.setColor(QPalette::Highlight, hasChanged ? platform::ChangedText : platform::NextText);
-    if (colours != palette()) setPalette(colours);
+    platform::SetColour(*this, QPalette::Text, hasChanged ? platform::ChangedText : Qt::black);
+    platform::SetColour(*this, QPalette::Highlight, hasChanged ? platform::ChangedText : platform::NextText);
 }
 
 void CellEditor::StoreTyped() {
@@ -178,11 +176,7 @@ bool CellEditor::event(QEvent* event) {
 }
 
 void CellEditor::contextMenuEvent(QContextMenuEvent* event) {
-    QMenu* menu = createStandardContextMenu();
-    menu->addSeparator();
-    menu->addActions(grid_.actions());
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->popup(event->globalPos());
+    platform::OpenMenu(createStandardContextMenu(), grid_.actions(), event->globalPos());
 }
 
 // A thin edge shows that it is open.

@@ -56,18 +56,7 @@ void Show(QLineEdit& box, const std::string& text, const QString& name, const st
 }
 
 void Mark(QWidget& control, QPalette::ColorRole role, bool hasChanged) {
-    const QColor colour = hasChanged ? platform::ChangedText : Qt::black;
-    QPalette palette = control.palette();
-    if (palette.color(role) == colour) return;
-    palette.setColor(role, colour);
-    control.setPalette(palette);
-}
-
-void FixColours(QWidget& box) {
-    QPalette palette = box.palette();
-    palette.setColor(QPalette::Base, QColor(224, 224, 224));
-    palette.setColor(QPalette::Text, Qt::black);
-    box.setPalette(palette);
+    platform::SetColour(control, role, hasChanged ? platform::ChangedText : Qt::black);
 }
 
 }  // namespace
@@ -174,7 +163,8 @@ platform::TextBox* RegisterPanel::AddBox(const QString& name, const QString& acc
     box->setGeometry(place);
     box->setAlignment(Qt::AlignCenter);
     box->SelectAllWhenClicked();
-    FixColours(*box);
+    platform::SetColour(*box, QPalette::Base, QColor(224, 224, 224));
+    platform::SetColour(*box, QPalette::Text, Qt::black);
     return box;
 }
 

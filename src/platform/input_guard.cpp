@@ -1,18 +1,15 @@
 #include "platform/input_guard.h"
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QStyleHints>
 
+#include "platform/keys.h"
+
 namespace platform {
 
 namespace {
-
-bool PressesAButton(int key) {
-    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
-}
 
 bool IsBoxOrMenu(const QWidget& widget) {
     return widget.isWindow() && (widget.isModal() || qobject_cast<const QMenu*>(&widget) != nullptr);
@@ -61,7 +58,7 @@ bool InputGuard::IsMeantForAnother(const QKeyEvent& key, QWidget* window) {
         const bool isCommand = (key.modifiers() & Qt::AltModifier) != 0;
         return isCommand || !isKnown || latest->IsOver || latest->Window != window;
     }
-    if (isKnown && place == latest_ && PressesAButton(key.key()) && latest->WasJustIn(window)) return true;
+    if (isKnown && place == latest_ && PressesButton(key) && latest->WasJustIn(window)) return true;
     Press press{window, {}};
     press.Since.start();
     presses_.insert(place, press);

@@ -10,6 +10,11 @@ inline bool IsCharacterKey(const QKeyEvent& event) {
     return !event.text().isEmpty() && event.key() != Qt::Key_Delete;
 }
 
+// Whether a key presses the button that has the focus.
+inline bool PressesButton(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter || event.key() == Qt::Key_Space;
+}
+
 // Whether a key press is Alt with a letter, a digit or a sign. AltGr, which types characters of its own, is not Alt;
 // some systems report it as Alt with Ctrl.
 inline bool IsAltCharacter(const QKeyEvent& event) {

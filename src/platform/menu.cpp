@@ -25,4 +25,11 @@ void Menu::keyPressEvent(QKeyEvent* event) {
     QMenu::keyPressEvent(&choose);
 }
 
+void OpenMenu(QMenu* standard, const QList<QAction*>& entries, const QPoint& place) {
+    standard->addSeparator();
+    standard->addActions(entries);
+    standard->setAttribute(Qt::WA_DeleteOnClose);
+    standard->popup(place);
+}
+
 }  // namespace platform

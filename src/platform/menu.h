@@ -18,4 +18,7 @@ private:
     QList<QAction*> EnabledEntriesWith(QChar letter) const;
 };
 
+// Opens a control's standard menu at a place on the screen, with the control's own entries below, and then deletes it.
+void OpenMenu(QMenu* standard, const QList<QAction*>& entries, const QPoint& place);
+
 }  // namespace platform

@@ -1,11 +1,18 @@
 #include "platform/palette.h"
 
-#include <QPalette>
+#include <QWidget>
 
 #include "platform/fonts.h"
 #include "platform/style.h"
 
 namespace platform {
+
+void SetColour(QWidget& control, QPalette::ColorRole role, const QColor& colour) {
+    QPalette palette = control.palette();
+    if (palette.color(role) == colour) return;
+    palette.setColor(role, colour);
+    control.setPalette(palette);
+}
 
 void ApplyFixedAppearance(QApplication& application) {
     QApplication::setStyle(new Style);

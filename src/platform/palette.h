@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QColor>
+#include <QPalette>
 
 namespace platform {
 
@@ -20,6 +21,9 @@ inline constexpr QColor MarkDot(200, 30, 30);
 inline constexpr QColor GoodNoteGround(222, 242, 222);
 inline constexpr QColor NeutralNoteGround(232, 232, 232);
 inline constexpr QColor BadNoteGround(255, 240, 190);
+
+// Gives a control a colour of its own. One that has it already is not painted again.
+void SetColour(QWidget& control, QPalette::ColorRole role, const QColor& colour);
 
 // Fixes style and colours, so that the program looks the same under every desktop theme, a dark one included.
 void ApplyFixedAppearance(QApplication& application);

@@ -4,7 +4,6 @@
 #include <QDrag>
 #include <QFileInfo>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -17,6 +16,7 @@
 #include "platform/document_text.h"
 #include "platform/fonts.h"
 #include "platform/keys.h"
+#include "platform/menu.h"
 #include "platform/palette.h"
 #include "platform/tip.h"
 
@@ -75,17 +75,12 @@ int ProgramText::SelectionStart() const {
 }
 
 void ProgramText::SetSelectionStart(int position) {
-    QTextCursor cursor = textCursor();
-    cursor.setPosition(ToDocument(*document(), position));
-    setTextCursor(cursor);
+    const int start = ToDocument(*document(), position);
+    Select(start, start);
 }
 
 void ProgramText::SetSelectionLength(int characters) {
-    const int start = SelectionStart();
-    QTextCursor cursor = textCursor();
-    cursor.setPosition(ToDocument(*document(), start));
-    cursor.setPosition(ToDocument(*document(), start + characters), QTextCursor::KeepAnchor);
-    setTextCursor(cursor);
+    Select(textCursor().selectionStart(), ToDocument(*document(), SelectionStart() + characters));
 }
 
 std::u16string ProgramText::SelectedText() const {
@@ -160,12 +155,11 @@ void ProgramText::ReplaceLines(std::u16string_view text) {
 }
 
 void ProgramText::ClearSelection() {
-    QTextCursor cursor = textCursor();
-    if (!cursor.hasSelection()) return;
+    if (!textCursor().hasSelection()) return;
     const int across = horizontalScrollBar()->value();
     const int down = verticalScrollBar()->value();
-    cursor.setPosition(cursor.selectionStart());
-    setTextCursor(cursor);
+    const int start = textCursor().selectionStart();
+    Select(start, start);
     horizontalScrollBar()->setValue(across);
     verticalScrollBar()->setValue(down);
 }
@@ -180,10 +174,7 @@ void ProgramText::SelectLine(int line) {
     constexpr int linesBelow = 3;
     setTextCursor(QTextCursor(document()->findBlockByNumber(std::min(line - 1 + linesBelow, blockCount() - 1))));
     // It ends at the line's beginning, so that a long line is not scrolled to its end.
-    QTextCursor cursor = textCursor();
-    cursor.setPosition(block.position() + block.length() - 1);
-    cursor.setPosition(block.position(), QTextCursor::KeepAnchor);
-    setTextCursor(cursor);
+    Select(block.position() + block.length() - 1, block.position());
     selectionIsForTheEye_ = true;
     emit LineShown();
 }
@@ -269,11 +260,7 @@ void ProgramText::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() == QContextMenuEvent::Mouse && !IsInSelection(event->pos()))
         setTextCursor(cursorForPosition(event->pos()));
     emit MenuOpening();
-    QMenu* menu = createStandardContextMenu(event->pos());
-    menu->addSeparator();
-    menu->addActions(actions());
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->popup(event->globalPos());
+    OpenMenu(createStandardContextMenu(event->pos()), actions(), event->globalPos());
 }
 
 // Tab types a tab and Enter ends the line, whatever the shift state. Qt's own line separator, which Shift with

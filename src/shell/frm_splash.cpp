@@ -14,6 +14,7 @@
 #include "platform/dialogs.h"
 #include "platform/fonts.h"
 #include "platform/keys.h"
+#include "platform/palette.h"
 #include "platform/twips.h"
 #include "shell/documents.h"
 
@@ -101,9 +102,7 @@ QLabel& frmSplash::AddLabel(const QString& name, const QString& text, const QFon
     label->setObjectName(name);
     label->setFont(font);
     label->setTextFormat(Qt::PlainText);
-    QPalette colours = label->palette();
-    colours.setColor(QPalette::WindowText, colour);
-    label->setPalette(colours);
+    platform::SetColour(*label, QPalette::WindowText, colour);
     label->setAttribute(Qt::WA_TransparentForMouseEvents);
     label->move(platform::Pixels(left), platform::Pixels(top));
     label->adjustSize();
