@@ -55,17 +55,14 @@ void RefuseOtherSigns(std::string_view text, std::size_t sign) {
 std::vector<int> ValuesIn(std::string_view values, const Place& where, std::string_view text) {
     const int largest = where.Largest();
     std::vector<int> read;
-    for (bool isLast = false; !isLast;) {
-        const std::size_t comma = std::min(values.find(','), values.size());
-        const std::string_view part = Trimmed(values.substr(0, comma));
+    for (const std::string_view each : m8085::PartsOf(values, ',')) {
+        const std::string_view part = Trimmed(each);
         if (part.find_first_of(" \t;") != part.npos)
             Refuse(text, "after a value stands a comma, or nothing: \"" + std::string(part) + "\" is not one value");
         const auto value = ReadNumber(part, largest);
         if (!value || *value > largest)
             Refuse(text, "a value of " + where.Name() + " is hexadecimal, from 0 to " + m8085::FormatHexShort(largest));
         read.push_back(where.Kept(*value));
-        isLast = comma == values.size();
-        values.remove_prefix(std::min(comma + 1, values.size()));
     }
     return read;
 }
@@ -160,16 +157,13 @@ Feed ReadFeed(std::string_view text) {
 
 Claims ReadClaims(std::string_view text) {
     std::vector<std::string> items;
-    for (bool isLast = false; !isLast;) {
-        const std::size_t comma = std::min(text.find(','), text.size());
-        const std::string_view part = Trimmed(text.substr(0, comma));
+    for (const std::string_view each : m8085::PartsOf(text, ',')) {
+        const std::string_view part = Trimmed(each);
         const bool begins = part.find('=') != part.npos || IsAboutTStates(part) || IsFileName(part);
         if (begins || items.empty())
             items.emplace_back(part);
         else
             items.back().append(",").append(part);
-        isLast = comma == text.size();
-        text.remove_prefix(std::min(comma + 1, text.size()));
     }
     Claims claims;
     for (std::string& item : items) {

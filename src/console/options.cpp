@@ -17,7 +17,7 @@ using Words = std::vector<std::string>;
 View ReadView(const std::string& text) {
     const std::string upper = m8085::UpperCase(text);
     if (upper == "REGISTERS") return {View::Kind::Registers, {}};
-    if (upper == "PORTS") return {View::Kind::Ports, {}};
+    if (upper == "PORTS") return {View::Kind::Place, {cases::Place::Kind::Port, 0, m8085::PortCount - 1}};
     if (upper == "CHANGED") return {View::Kind::Changed, {}};
     if (upper == "TRAFFIC") return {View::Kind::Traffic, {}};
     try {

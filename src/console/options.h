@@ -19,7 +19,7 @@ struct UsageError : std::runtime_error {
 
 // What --show asks for.
 struct View {
-    enum class Kind { Registers, Ports, Changed, Traffic, Place };
+    enum class Kind { Registers, Changed, Traffic, Place };
     Kind What = Kind::Registers;
     cases::Place Where;  // of Place
 };

@@ -135,13 +135,9 @@ std::string ViewText(const Simulation& simulation, const View& view) {
     if (view.What == View::Kind::Traffic) return TrafficLines(simulation);
     if (view.What == View::Kind::Changed) return ChangedLines(simulation, m8085::MemorySize);
     const cases::Place& place = view.Where;
-    if (view.What == View::Kind::Place && !place.IsMany())
-        return place.Name() + '=' + place.Format(place.Value(simulation.Machine, place.First)) + '\n';
+    if (!place.IsMany()) return place.Name() + '=' + place.Format(place.Value(simulation.Machine, place.First)) + '\n';
     std::vector<std::string> rows;
-    if (view.What == View::Kind::Ports)
-        AppendRows(rows, {0, simulation.Machine.Ports}, true);
-    else
-        AppendRows(rows, BytesAt(simulation, place), place.What == cases::Place::Kind::Port);
+    AppendRows(rows, BytesAt(simulation, place), place.What == cases::Place::Kind::Port);
     std::string text;
     for (const std::string& row : rows) text += row + '\n';
     return text;
@@ -247,8 +243,6 @@ Json ViewsAsJson(const Simulation& simulation, const Options& options) {
     Json list = Json::array();
     for (const View& view : options.Views) {
         const cases::Place& place = view.Where;
-        if (view.What == View::Kind::Ports)
-            list.push_back({{"port", 0}, {"bytes", std::span(simulation.Machine.Ports)}});
         if (view.What == View::Kind::Traffic)
             list.push_back({{"traffic", TrafficAsJson(simulation)}, {"complete", !simulation.TrafficIsCutOff}});
         if (view.What != View::Kind::Place) continue;

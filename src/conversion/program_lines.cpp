@@ -148,7 +148,7 @@ void MoveNumbers(std::vector<Line>& lines) {
 }
 
 std::optional<std::int32_t> FindListing(View comment, const Statement& statement) {
-    for (const View part : PartsOf(comment))
+    for (const View part : m8085::PartsOf(comment, u';'))
         if (const auto address = ReadListing(part, statement)) return address;
     return {};
 }
@@ -184,7 +184,7 @@ Names FindNames(const std::vector<Line>& lines) {
     for (const Line& line : lines) {
         if (line.Parsed.What == Kind::End) break;
         AddNames(line.Parsed, names);
-        for (const View part : PartsOf(line.Source.Comment)) AddNames(ReadStatement(part), names);
+        for (const View part : m8085::PartsOf(line.Source.Comment, u';')) AddNames(ReadStatement(part), names);
     }
     return names;
 }

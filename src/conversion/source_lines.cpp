@@ -108,16 +108,6 @@ std::vector<SourceLine> DivideLines(View source) {
     return Division(source).Run();
 }
 
-std::vector<View> PartsOf(View comment) {
-    std::vector<View> parts;
-    while (!comment.empty()) {
-        comment.remove_prefix(1);
-        parts.push_back(comment.substr(0, comment.find(u';')));
-        comment.remove_prefix(parts.back().size());
-    }
-    return parts;
-}
-
 std::u16string WithoutColons(View comment) {
     Text text;
     for (std::size_t at = 0; at < comment.size(); ++at) {

@@ -19,9 +19,6 @@ struct SourceLine {
 // follows a "*/" on its line; a "/*" that nothing ends is none. A ";" in quotes begins no comment.
 std::vector<SourceLine> DivideLines(std::u16string_view source);
 
-// The texts after each of a comment's ";".
-std::vector<std::u16string_view> PartsOf(std::u16string_view comment);
-
 // A comment with dashes for the colons that would break its line: those with a word after them.
 std::u16string WithoutColons(std::u16string_view comment);
 

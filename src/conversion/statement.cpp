@@ -325,7 +325,7 @@ bool MayBeInstruction(View text, View mnemonic) {
 }
 
 bool IsFormerPlacement(View comment) {
-    return std::ranges::any_of(PartsOf(comment), [](View part) {
+    return std::ranges::any_of(m8085::PartsOf(comment, u';'), [](View part) {
         const Statement statement = ReadStatement(part);
         return (statement.IsData() || statement.IsOrigin()) && !statement.Operands.empty() && !statement.RestAt;
     });

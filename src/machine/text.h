@@ -80,6 +80,19 @@ auto Trimmed(const Text& text) {
     return rest;
 }
 
+// What stands between the separators: one part more than there are of them.
+template <class Text>
+auto PartsOf(const Text& text, typename Text::value_type separator) {
+    std::basic_string_view<typename Text::value_type> rest(text);
+    std::vector<decltype(rest)> parts;
+    for (std::size_t end = rest.find(separator); end != rest.npos; end = rest.find(separator)) {
+        parts.push_back(rest.substr(0, end));
+        rest.remove_prefix(end + 1);
+    }
+    parts.push_back(rest);
+    return parts;
+}
+
 // Its lines without their ends. CR LF, LF and CR each end one; after the last end there is none.
 template <class Text>
 auto LinesOf(const Text& text) {
