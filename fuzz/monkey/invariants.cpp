@@ -55,6 +55,13 @@ bool IsFailureTold() {
     });
 }
 
+// The message at the end of a run comes after the refresh, and before the commands can be started again.
+bool IsEndTold() {
+    return std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* widget) {
+        return widget->isVisible() && widget->property("text").toString().startsWith("End of code");
+    });
+}
+
 // A text without what opening and saving may change: line ends, and the half of a surrogate pair.
 QList<uint> Comparable(const std::u16string& text) {
     return QString::fromStdU16String(text).replace("\r\n", "\n").replace('\r', '\n').toUcs4();
@@ -165,7 +172,7 @@ std::optional<QString> Invariants::FindFault() {
     if (IsFailureTold()) gridMayBeOld_ = wasToldOfFailure_ = true;
     for (const auto& fault :
          {FaultInMemory(), FaultAfterStop(), FaultInRegisters(), FaultInCells(), FaultInCellEditor(),
-          FaultInCommandStates(), FaultInTitle(), FaultInFocus(), FaultInSelection(), FaultInMarks()})
+          FaultInCommandStates(), FaultInTitle(), FaultInFocus(), FaultInSelection(), FaultInMarks(), FaultInLines()})
         if (fault) return fault;
     wasRunning_ = IsRunning();
     wasHalted_ = machine_.Halted;
@@ -175,7 +182,7 @@ std::optional<QString> Invariants::FindFault() {
 
 // A full-speed run shows nothing until its end.
 std::optional<QString> Invariants::FaultInRegisters() const {
-    if (IsRunning()) return std::nullopt;
+    if (IsRunning() && !IsEndTold()) return std::nullopt;
     for (const auto& [name, value] : Shown(machine_)) {
         const QWidget& control = Find<QWidget>(name);
         const auto* const box = qobject_cast<const QLineEdit*>(&control);
@@ -186,6 +193,19 @@ std::optional<QString> Invariants::FaultInRegisters() const {
         if (text != value && !isBeingTyped) return QString(name) + " shows " + text + " for " + value;
     }
     return std::nullopt;
+}
+
+// Stop marks and what a screen reader is told of the notes are about lines that the text has, in their order.
+std::optional<QString> Invariants::FaultInLines() const {
+    const auto isInOrder = [this](const std::vector<int>& lines) {
+        return std::ranges::is_sorted(lines, std::ranges::less_equal()) &&
+               (lines.empty() || (lines.front() >= 1 && lines.back() <= editor_.blockCount()));
+    };
+    std::vector<int> noted;
+    for (const QString& note : editor_.accessibleDescription().split("; "))
+        if (note.startsWith("Line ")) noted.push_back(note.section(' ', 1, 1).chopped(1).toInt());
+    if (!isInOrder(editor_.Marks().Lines())) return "marks on lines that are not there";
+    return isInOrder(noted) ? std::nullopt : std::optional<QString>("notes on lines that are not there");
 }
 
 // A mark says that the value is another one than before the step or run. After a Slow Run that is not known here.
@@ -225,9 +245,9 @@ std::uint8_t Invariants::ByteOf(const m8085::MachineState& machine, int row, int
 // and a data file that failed half-way, until the next instruction has been executed; a Slow Run may end without one.
 // All cells are checked when they have just been rewritten, or else a few.
 std::optional<QString> Invariants::FaultInCells() {
-    if (IsRunning()) return std::nullopt;
+    if (IsRunning() && !IsEndTold()) return std::nullopt;
     if (wasRunning_) allCellsAreDue_ = true;
-    if (gridMayBeOld_) return std::nullopt;
+    if (gridMayBeOld_ && !IsRunning()) return std::nullopt;
     const auto faultAt = [this](int row, int column) -> std::optional<QString> {
         if (CellText(row, column) == Hex(ByteOf(machine_, row, column), 2)) return std::nullopt;
         return "the cell beside " + CellText(row, column - 1) + " shows " + CellText(row, column) + " for " +

@@ -43,6 +43,7 @@ private:
     std::optional<QString> FaultInFocus() const;
     std::optional<QString> FaultInSelection() const;
     std::optional<QString> FaultInMarks() const;
+    std::optional<QString> FaultInLines() const;
 
     template <class Control>
     Control& Find(const QString& name) const {

@@ -294,9 +294,13 @@ void Monkey::UseRegister() {
     input::PressKey(window_, Any(keys));
 }
 
+// What stands in the grid's own menu alone cannot be chosen while the Code Assistant is in its place.
 void Monkey::ChooseEntry() {
+    const auto& grid = *window_.findChild<QTableView*>("grdRAM");
     auto entries = window_.findChildren<QAction*>();
-    entries.removeIf([](const QAction* entry) { return !entry->objectName().startsWith("mnu"); });
+    entries.removeIf([&grid](QAction* entry) {
+        return !entry->objectName().startsWith("mnu") || (!grid.isVisible() && grid.actions().contains(entry));
+    });
     QAction& entry = *Any(entries);
     if (QApplication::activeModalWidget() != nullptr || (entry.objectName() == "mnuExit" && !OneIn(10))) return;
     Note("choose " + entry.objectName());
