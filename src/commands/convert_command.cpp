@@ -2,7 +2,7 @@
 
 #include <QFileInfo>
 
-#include "conversion/conversion.h"
+#include "conversion/summary.h"
 #include "files/file_writer.h"
 #include "platform/dialogs.h"
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <memory>
 #include <optional>
 #include <set>
 #include <utility>
@@ -40,12 +39,6 @@ Text NewPlace(const Place& place) {
     return Address(place.NewAddress) + (isSame ? Text() : u", not at " + Address(place.Address));
 }
 
-bool Assembles(const assembler::PreparedProgram& program) {
-    const auto machine = std::make_unique<m8085::MachineState>();
-    const auto code = std::make_unique<m8085::CodeMap>();
-    return assembler::AssembleProgram(program.Text, *machine, *code).Succeeded;
-}
-
 // Whether other assemblers compare with it, or write it after a number for its base.
 bool IsOperator(View word, bool isAfterNumber) {
     constexpr View operators[] = {u"EQ", u"NE", u"LT", u"LE", u"GT", u"GE"};
@@ -80,7 +73,7 @@ private:
     void ConvertLine();
     void ConvertLabelsAlone();
     bool LabelsGo() const;
-    void MakeComment(bool ofLabels);
+    void MakeComment(bool ofLabels, const Text& more = {});
     void ConvertOrigin();
     void ConvertEnd();
     void ConvertDefinition();
@@ -188,10 +181,7 @@ void Converter::ConvertLine() {
         case Kind::Words:
         case Kind::Space:
         case Kind::Equal: return ConvertDefinition();
-        case Kind::Heading:
-            MakeComment(LabelsGo());
-            Here().Say(IsComment(Parsed().Operation));
-            break;
+        case Kind::Heading: MakeComment(LabelsGo()); break;
         case Kind::Nothing: return ConvertLabelsAlone();
         case Kind::Unknown: return;
     }
@@ -206,7 +196,9 @@ bool Converter::LabelsGo() const {
 
 // In the comment they are without their colons, and each but the last is a comment of its own, which another conversion
 // can read.
-void Converter::MakeComment(bool ofLabels) {
+void Converter::MakeComment(bool ofLabels, const Text& more) {
+    const bool isOfLabelsAlone = Parsed().What == Kind::Nothing;
+    Here().Say(IsComment(isOfLabelsAlone ? u"the label " + Parsed().Labels[0].Name : Parsed().Operation) + more);
     if (!ofLabels) return Here().MakeComment(Parsed().At);
     for (const Label& label : Parsed().Labels) {
         const bool isLast = &label == &Parsed().Labels.back();
@@ -218,20 +210,17 @@ void Converter::MakeComment(bool ofLabels) {
 
 void Converter::ConvertLabelsAlone() {
     if (Parsed().Labels.empty() || !LabelsGo()) return ConvertLabels();
-    Here().Say(IsComment(u"the label " + Parsed().Labels[0].Name) + u", for " + NewPlace(PlaceHere()));
-    MakeComment(true);
+    MakeComment(true, u", for " + NewPlace(PlaceHere()));
 }
 
 void Converter::ConvertOrigin() {
     if (!layout_->ReadOnly(line_)) return;
-    MakeComment(LabelsGo());
     std::size_t first = line_ + 1;  // instruction
     while (first < lines_.size() && !lines_[first].Parsed.IsInstruction() && lines_[first].Parsed.What != Kind::Origin)
         ++first;
     const bool isMoved = first < lines_.size() && lines_[first].Parsed.IsInstruction() &&
                          layout_->PlaceOf(first).NewAddress != layout_->PlaceOf(first).Address;
-    const Text place = isMoved ? u"; the program goes on at " + NewPlace(layout_->PlaceOf(first)) : Text();
-    Here().Say(IsComment(Parsed().Operation) + place);
+    MakeComment(LabelsGo(), isMoved ? u"; the program goes on at " + NewPlace(layout_->PlaceOf(first)) : Text());
     if (!isMoved || isBeginSaid_) return;
     const auto begin = std::ranges::find_if(statements_, &Statement::IsInstruction) - statements_.begin();
     if (layout_->PlaceOf(first).Address < layout_->PlaceOf(static_cast<std::size_t>(begin)).Address)
@@ -244,7 +233,6 @@ void Converter::ConvertEnd() {
     const auto value = operands.empty() ? std::nullopt : layout_->Read(operands[0].Text, line_);
     if (Parsed().What == Kind::Begin && (!value || Parsed().RestAt)) return;
     MakeComment(LabelsGo());
-    Here().Say(IsComment(Parsed().Operation));
     if (operands.empty() || (value && value->Addresses == 1 && value->Moved == m8085::ProgramOrigin)) return;
     const auto line = value ? layout_->InstructionAt(static_cast<std::int32_t>(value->Number)) : std::nullopt;
     if (!line || layout_->PlaceOf(*line).NewAddress != m8085::ProgramOrigin)
@@ -262,10 +250,9 @@ void Converter::ConvertDefinition() {
     if (isNameless || Parsed().Operands.empty() || Parsed().RestAt || !CollectBytes())
         return Here().SayFault(u"what follows " + Parsed().Operation + u" cannot be read" +
                                (isEqual ? Text() : u"; it belongs to " + NewPlace(PlaceHere())));
-    MakeComment(true);
     const std::int32_t size = PlaceHere().Size;
     const Text count = Wide(std::to_string(size)) + (size == 1 ? u" byte at " : u" bytes at ");
-    Here().Say(IsComment(Parsed().Operation) + (isEqual ? Text() : u", for " + count + NewPlace(PlaceHere())));
+    MakeComment(true, isEqual ? Text() : u", for " + count + NewPlace(PlaceHere()));
 }
 
 // Stores what the definition puts into memory. False where it cannot be read.
@@ -274,7 +261,7 @@ bool Converter::CollectBytes() {
     if (isEqual || Parsed().What == Kind::Space) {
         const Operand& operand = Parsed().Operands[0];
         const auto value = Parsed().Operands.size() == 1 ? layout_->Read(operand.Text, line_) : std::nullopt;
-        const auto choice = value ? Choose(*value, 0xFFFF) : std::nullopt;
+        const auto choice = Choose(value, 0xFFFF);
         if (choice) NoteReading(operand, *value, *choice);
         return isEqual ? value.has_value() : choice.has_value();
     }
@@ -287,9 +274,8 @@ bool Converter::CollectBytes() {
             }
             continue;
         }
-        const std::int32_t largest = Parsed().What == Kind::Bytes ? 0xFF : 0xFFFF;
         const auto value = layout_->Read(operand.Text, line_);
-        const auto choice = value ? Choose(*value, largest) : std::nullopt;
+        const auto choice = Choose(value, LargestNumber(Parsed()));
         if (!choice || layout_->IsLost(*value)) return false;
         NoteReading(operand, *value, *choice);
         bytes.push_back(choice->Number & 0xFF);
@@ -318,14 +304,9 @@ void Converter::ConvertInterrupt() {
 
 void Converter::ConvertInstruction() {
     if ((Parsed().RestAt && !ConvertRest()) || !Parsed().IsWholeInstruction()) return;
-    const auto& columns = Parsed().Row->Operands;
-    for (std::size_t place = 0; place < Parsed().Operands.size(); ++place) {
-        const Operand& operand = Parsed().Operands[place];
-        if (Parsed().Row->TakesLabel())
-            ConvertBranch(operand);
-        else if (columns[place].starts_with('I'))
-            ConvertNumber(operand, columns[place] == "I8" ? 0xFF : 0xFFFF);
-    }
+    if (Parsed().Row->TakesLabel()) return ConvertBranch(Parsed().Operands.back());
+    const std::int32_t largest = LargestNumber(Parsed());
+    if (largest > 0) ConvertNumber(Parsed().Operands.back(), largest);
 }
 
 void Converter::NoteReading(const Operand& operand, const Value& value, const Choice& choice) {
@@ -337,7 +318,7 @@ void Converter::NoteReading(const Operand& operand, const Value& value, const Ch
 
 void Converter::ConvertNumber(const Operand& operand, std::int32_t largest) {
     const auto value = layout_->Read(operand.Text, line_);
-    const auto choice = value ? Choose(*value, largest) : std::nullopt;
+    const auto choice = Choose(value, largest);
     if (!choice) return;
     if (layout_->IsLost(*value)) return Here().SayFault(u"what stood at " + operand.Text + u" stands elsewhere now");
     NoteReading(operand, *value, *choice);
@@ -364,7 +345,7 @@ void Converter::ConvertBranch(const Operand& operand) {
         return Here().Say(u"there is no colon after " + name + u" any more");
     }
     const auto value = layout_->Read(name, line_);
-    const auto choice = value ? Choose(*value, 0xFFFF) : std::nullopt;
+    const auto choice = Choose(value, 0xFFFF);
     if (!choice) return;
     const auto address = value->Addresses == 1 ? static_cast<std::int32_t>(value->Number) : choice->Number;
     const auto line = layout_->InstructionAt(address);
@@ -490,29 +471,10 @@ void Converter::SayFaults(const assembler::PreparedProgram& program) {
 
 Conversion ConvertProgram(View source, bool allDecimal) {
     const assembler::PreparedProgram program = assembler::PrepareProgram(source);
-    const bool isFine = Assembles(program) && assembler::FindWarnings(program).empty();
+    const bool isFine = !assembler::ExplainExcessLength(program.Length, program.LabelSplits) &&
+                        assembler::FindFaults(program).empty() && assembler::FindWarnings(program).empty();
     if (isFine && !allDecimal) return {Text(source), {}, {}};
     return Converter(source, allDecimal).Run();
-}
-
-std::u16string Summarize(const Conversion& conversion, std::size_t mostNotes) {
-    if (conversion.Notes.empty()) return u"Nothing had to be changed.";
-    Text text;
-    std::size_t count = 0;
-    for (const bool isFault : {true, false}) {
-        if (std::ranges::count(conversion.Notes, isFault, &Note::IsFault) == 0) continue;
-        if (count > 0) text += u"\n";
-        text += isFault ? u"Left to you:\n" : u"Changed and noticed:\n";
-        for (const Note& note : conversion.Notes) {
-            if (note.IsFault != isFault || count++ >= mostNotes) continue;
-            if (note.Line > 0) text += u"Line " + Wide(std::to_string(note.Line)) + u": ";
-            text += note.Text + u"\n";
-        }
-    }
-    if (count > mostNotes) text += u"and " + Wide(std::to_string(count - mostNotes)) + u" more\n";
-    if (!conversion.Data.empty())
-        text += u"\nThe data need a data file: choose its name next, and load it before a run.";
-    return text;
 }
 
 }  // namespace conversion

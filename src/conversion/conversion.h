@@ -25,7 +25,4 @@ struct Conversion {
 // more.
 Conversion ConvertProgram(std::u16string_view source, bool allDecimal = false);
 
-// What was done to the program, for the person who asked for it: at most so many notes, the faults first.
-std::u16string Summarize(const Conversion& conversion, std::size_t mostNotes);
-
 }  // namespace conversion

@@ -24,9 +24,14 @@ Value Constant(std::int64_t number) {
     return {number, number, number, 0};
 }
 
+// In quotes.
+bool BeginsWithCharacter(View text) {
+    return text.size() > 2 && m8085::IsQuote(text[0]) && text[2] == text[0];
+}
+
 std::optional<Value> ReadCharacter(View word) {
-    const bool isQuoted = word.size() == 3 && word[0] == word[2] && (word[0] == u'\'' || word[0] == u'"');
-    return isQuoted && word[1] < 0x80 ? std::optional(Constant(word[1])) : std::nullopt;
+    return word.size() == 3 && BeginsWithCharacter(word) && word[1] < 0x80 ? std::optional(Constant(word[1]))
+                                                                           : std::nullopt;
 }
 
 std::optional<std::int64_t> ReadWithPrefix(View word) {
@@ -74,8 +79,7 @@ const auto* FindOperator(const auto& list, View text) {
 
 // Of a name, a number, a character in quotes, or an expression in parentheses.
 std::size_t LengthOfTerm(View text) {
-    const bool isQuoted = text.size() > 2 && text[0] == text[2] && (text[0] == u'\'' || text[0] == u'"');
-    if (isQuoted) return 3;
+    if (BeginsWithCharacter(text)) return 3;
     if (text.starts_with(u'(')) {
         constexpr std::size_t longest = 200;
         int depth = 0;
@@ -243,17 +247,18 @@ std::size_t LengthOfExpression(View text) {
     }
 }
 
-std::optional<Choice> Choose(const Value& value, std::int32_t largest) {
+std::optional<Choice> Choose(const std::optional<Value>& value, std::int32_t largest) {
     const auto fitted = [largest](std::int64_t number) -> std::optional<std::int32_t> {
         if (number > largest || number < -(largest / 2) - 1) return {};
         return static_cast<std::int32_t>(number & largest);
     };
-    const bool isAddress = value.Addresses == 1 && largest > 0xFF && value.Moved >= 0;
+    if (!value) return {};
+    const bool isAddress = value->Addresses == 1 && largest > 0xFF && value->Moved >= 0;
     if (isAddress)
-        if (const auto number = fitted(value.Moved)) return Choice{*number};
-    if (value.Addresses != 0 || value.Moved != value.Number) return {};
-    if (const auto number = fitted(value.Number)) return Choice{*number};
-    if (const auto number = fitted(value.IfDecimal)) return Choice{*number, true};
+        if (const auto number = fitted(value->Moved)) return Choice{*number};
+    if (value->Addresses != 0 || value->Moved != value->Number) return {};
+    if (const auto number = fitted(value->Number)) return Choice{*number};
+    if (const auto number = fitted(value->IfDecimal)) return Choice{*number, true};
     return {};
 }
 

@@ -54,9 +54,9 @@ struct Choice {
     bool IsSurelyDecimal = false;  // in hexadecimal there is no room for it
 };
 
-// Negative numbers become what the machine has for them. Nothing if there is no room in any reading, and where moving
-// the program has changed a distance.
-std::optional<Choice> Choose(const Value& value, std::int32_t largest);
+// Negative numbers become what the machine has for them. Nothing without a value, if there is no room in any reading,
+// and where moving the program has changed a distance.
+std::optional<Choice> Choose(const std::optional<Value>& value, std::int32_t largest);
 
 // "0AH" or "0F00AH", or the same without the H.
 std::u16string FormatNumber(std::int32_t number, bool isByte, bool withFinalH);

@@ -54,7 +54,7 @@ std::optional<std::int32_t> Layout::ReadOnly(std::size_t line) const {
     const Statement& statement = statements_[line];
     if (statement.Operands.size() != 1 || statement.RestAt) return {};
     const auto value = Read(statement.Operands[0].Text, line);
-    const auto choice = value ? Choose(*value, lastAddress) : std::nullopt;
+    const auto choice = Choose(value, lastAddress);
     return choice ? std::optional(choice->Number) : std::nullopt;
 }
 

@@ -13,7 +13,7 @@ using View = std::u16string_view;
 
 // The place after a quoted text that begins here, or the place itself if none does: an apostrophe may stand in a word.
 std::size_t AfterQuotes(View line, std::size_t at) {
-    if (line[at] != u'\'' && line[at] != u'"') return at;
+    if (!m8085::IsQuote(line[at])) return at;
     const bool isAfterSeparator = at > 0 && (m8085::IsBlank(line[at - 1]) || line[at - 1] == u',');
     const std::size_t end = line.find(line[at], at + 1);
     return isAfterSeparator && end != View::npos ? end + 1 : at;

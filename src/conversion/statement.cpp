@@ -41,10 +41,6 @@ Kind KindOf(View word) {
     return isMeant ? found->second : Kind::Unknown;
 }
 
-bool IsQuote(char16_t character) {
-    return character == u'\'' || character == u'"';
-}
-
 // Other assemblers know them, and nothing takes their place here.
 constexpr View unknownDirectives[] = {u"MACRO", u"INCLUDE", u"RADIX", u"EXTRN", u"EXTERN"};
 
@@ -103,7 +99,7 @@ private:
         const View word = WordHere(u":=,");
         at_ += word.size();
         if (!IsAt(u":") && KindOf(UpperCase(word)) == Kind::Unknown) SkipBlanks();
-        const bool isLabel = IsAt(u":") && !word.empty() && !IsQuote(word[0]);
+        const bool isLabel = IsAt(u":") && !word.empty() && !m8085::IsQuote(word[0]);
         if (!isLabel) {
             at_ = start;
             return false;
@@ -173,7 +169,7 @@ private:
     void ReadList() {
         while (at_ < code_.size()) {
             const std::size_t start = at_;
-            const std::size_t closing = IsQuote(code_[at_]) ? code_.find(code_[at_], at_ + 1) : View::npos;
+            const std::size_t closing = m8085::IsQuote(code_[at_]) ? code_.find(code_[at_], at_ + 1) : View::npos;
             if (closing != View::npos && closing > at_ + 2)
                 at_ = closing + 1;
             else

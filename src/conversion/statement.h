@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "assembler/instruction_table.h"
+#include "machine/text.h"
 
 namespace conversion {
 
@@ -39,7 +40,7 @@ struct Operand {
     std::u16string Text;  // as it stands, never empty
 
     // Whether it is more than one character in quotes.
-    bool IsString() const { return Text.size() > 3 && (Text[0] == u'\'' || Text[0] == u'"') && Text.back() == Text[0]; }
+    bool IsString() const { return Text.size() > 3 && m8085::IsQuote(Text[0]) && Text.back() == Text[0]; }
 };
 
 // The code of one line. All places are indices into it.

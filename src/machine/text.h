@@ -13,6 +13,10 @@ constexpr bool IsBlank(auto character) {
     return character == ' ' || character == '\t';
 }
 
+constexpr bool IsQuote(char16_t character) {
+    return character == u'\'' || character == u'"';
+}
+
 constexpr bool IsDecimalDigit(char16_t character) {
     return character >= u'0' && character <= u'9';
 }
