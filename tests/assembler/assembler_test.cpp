@@ -13,17 +13,12 @@
 
 namespace assembler {
 
+using support::Narrow;
 using support::TestRig;
 
 namespace {
 
 using Bytes = std::vector<int>;
-
-std::string Narrow(std::u16string_view text) {
-    std::string narrow;
-    for (const char16_t character : text) narrow += character < 0x80 ? static_cast<char>(character) : '?';
-    return narrow;
-}
 
 // The bytes from 8000 up to the last that is not zero.
 Bytes Program(const TestRig& rig) {
@@ -304,12 +299,10 @@ TEST(Assembler, NotesLinesAndLabels) {
     const int lines[] = {2, 0, 4, 5, 0, 0, 6, 0};
     for (int i = 0; i < 8; ++i) EXPECT_EQ(rig.codeMap.LineAt(m8085::ProgramOrigin + i), lines[i]);
     ASSERT_EQ(assembly.Labels.LabelCount(), 2);
-    EXPECT_EQ(assembly.Labels[0].Name, u"LOOP");
-    EXPECT_EQ(assembly.Labels[0].Address, 0x8002);
-    EXPECT_EQ(assembly.Labels[0].Kind, LabelKind::Definition);
-    EXPECT_EQ(assembly.Labels[1].Address, 0x8004);
-    EXPECT_EQ(assembly.Labels[1].Kind, LabelKind::Reference);
-    EXPECT_EQ(assembly.Labels[1].Line, 5);
+    const auto& [name, address, kind, lineOfLabel] = assembly.Labels[0];
+    EXPECT_TRUE(name == u"LOOP" && address == 0x8002 && kind == LabelKind::Definition);
+    const auto& [target, place, reference, lineOfJump] = assembly.Labels[1];
+    EXPECT_TRUE(place == 0x8004 && reference == LabelKind::Reference && lineOfJump == 5);
 
     rig.Assemble(u"\r\n\r\nMVI A,6");
     EXPECT_EQ(Program(rig), (Bytes{0x3E, 6, 0x3D, 0xC2, 2, 0x80, 0x76})) << "nothing clears what lies after it";

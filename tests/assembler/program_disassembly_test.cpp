@@ -14,6 +14,7 @@ namespace assembler {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
+using Stretches = std::vector<m8085::MemoryStretch>;
 
 Bytes Assembled(const std::string& text) {
     const auto rig = std::make_unique<support::TestRig>();
@@ -30,10 +31,6 @@ Bytes Jumps(std::size_t count) {
     return bytes;
 }
 
-DisassembledProgram Disassembled(const std::vector<m8085::MemoryStretch>& stretches) {
-    return DisassembleProgram(stretches);
-}
-
 }  // namespace
 
 TEST(ProgramDisassembly, AssemblesToTheSameBytes) {
@@ -44,16 +41,15 @@ TEST(ProgramDisassembly, AssemblesToTheSameBytes) {
     }
     const Bytes toItsEnd = {0xC3, 0x03, 0x80};
     for (const Bytes& bytes : {all, Bytes{}, Jumps(100), Bytes{0xC3, 0x04, 0x80, 0x00, 0x76}, toItsEnd}) {
-        const DisassembledProgram program = Disassembled({{m8085::ProgramOrigin, bytes}});
+        const DisassembledProgram program = DisassembleProgram(Stretches{{m8085::ProgramOrigin, bytes}});
         EXPECT_TRUE(program.Obstacles.empty());
         EXPECT_EQ(Assembled(program.Text), bytes);
     }
-    EXPECT_EQ(Disassembled({{0x2000, {0xC3, 0x00, 0x20}}}).Text,
+    EXPECT_EQ(DisassembleProgram(Stretches{{0x2000, {0xC3, 0x00, 0x20}}}).Text,
               "; for velmora-run --origin 2000\nL2000:\nJMP L2000\n");
 }
 
 TEST(ProgramDisassembly, SaysWhatStandsInTheWay) {
-    using Stretches = std::vector<m8085::MemoryStretch>;
     Bytes lastIsALabel = Jumps(98);
     lastIsALabel.insert(lastIsALabel.begin(), {0xCD, 0x29, 0x81});
     lastIsALabel.push_back(0x76);
@@ -71,8 +67,9 @@ TEST(ProgramDisassembly, SaysWhatStandsInTheWay) {
          "assembled. A line end counts as two."},
     };
     for (const auto& [stretches, obstacle] : programs)
-        EXPECT_EQ(Disassembled(stretches).Obstacles, std::vector{obstacle});
-    EXPECT_EQ(Disassembled({{0x8000, {0x00, 0xCB, 0x76}}}).Text, "NOP\n; 8001 - CB is not an instruction\nHLT\n");
+        EXPECT_EQ(DisassembleProgram(stretches).Obstacles, std::vector{obstacle});
+    EXPECT_EQ(DisassembleProgram(Stretches{{0x8000, {0x00, 0xCB, 0x76}}}).Text,
+              "NOP\n; 8001 - CB is not an instruction\nHLT\n");
 }
 
 }  // namespace assembler

@@ -98,12 +98,11 @@ TEST_F(ProgramDocumentTest, ColoursAreNoChangeAndFollowTheText) {
     QTest::keyClicks(&text, "nop ; nop x");
     const auto formats = text.document()->firstBlock().layout()->formats();
     ASSERT_EQ(formats.size(), 4);
-    EXPECT_EQ(formats[0].format.foreground().color(), QColor(0, 0, 255));
-    EXPECT_TRUE(formats[0].format.font().bold() && !formats[0].format.font().italic());
-    EXPECT_EQ(formats[1].format.foreground().color(), QColor(125, 0, 0));
-    EXPECT_TRUE(!formats[1].format.font().bold() && formats[1].format.font().italic());
-    EXPECT_EQ(formats[2].format.foreground().color(), QColor(125, 0, 0));
-    EXPECT_TRUE(formats[2].format.font().bold() && formats[2].format.font().italic());
+    for (qsizetype i = 0; i < 3; ++i) {  // a mnemonic, a comment, and a mnemonic in it
+        const QTextCharFormat& format = formats[i].format;
+        EXPECT_EQ(format.foreground().color(), i == 0 ? QColor(0, 0, 255) : QColor(125, 0, 0));
+        EXPECT_TRUE(format.font().bold() == (i != 1) && format.font().italic() == (i != 0)) << i;
+    }
 }
 
 TEST_F(ProgramDocumentTest, SaveAsksForANameOnceAndAFailedWriteKeepsTheMark) {

@@ -11,6 +11,13 @@
 
 namespace support {
 
+// For messages; what is not ASCII becomes a question mark.
+inline std::string Narrow(std::u16string_view text) {
+    std::string narrow;
+    for (const char16_t character : text) narrow += character < 0x80 ? static_cast<char>(character) : '?';
+    return narrow;
+}
+
 // A machine and a code map, as the whole program has them.
 struct TestRig {
     m8085::MachineState machine;
