@@ -22,10 +22,8 @@ constexpr std::int32_t longestTime = 129000;
 constexpr std::int32_t largest = std::numeric_limits<std::int32_t>::max();
 
 std::u16string_view TakeDigits(std::u16string_view& text) {
-    std::size_t count = 0;
-    while (count < text.size() && m8085::IsDecimalDigit(text[count])) ++count;
-    const std::u16string_view digits = text.substr(0, count);
-    text.remove_prefix(count);
+    const std::u16string_view digits = text.substr(0, text.find_first_not_of(u"0123456789"));
+    text.remove_prefix(digits.size());
     return digits;
 }
 

@@ -20,7 +20,11 @@ void AssembleCommand::Assemble() {
     listedText_.clear();
     const std::u16string text = document_.txtCode().Text();
     const auto splits = assembler::FindLabelSplits(text);
-    if (RefuseExcessLength(splits.size())) return;
+    const auto length = static_cast<std::size_t>(document_.txtCode().Length());
+    if (const auto excess = assembler::ExplainExcessLength(length, splits.size())) {
+        runControl_.SetAssembled(false);
+        return Report(QString::fromStdString(*excess));
+    }
     // The labels stay on their own lines in the editor, so that line numbers fit what the user sees.
     document_.txtCode().InsertAt(splits, u"\r\n");
 
@@ -53,16 +57,6 @@ void AssembleCommand::mnuCopyListing_Click() {
     std::u16string listing;
     for (const std::u16string& line : assembler::ListingOf(listedText_)) listing += line + u"\r\n";
     platform::PutRichText(listing);
-}
-
-// Reports a text that is too long. The run commands are disabled then, and the text stays as it is.
-bool AssembleCommand::RefuseExcessLength(std::size_t labelSplits) {
-    const auto length = static_cast<std::size_t>(document_.txtCode().Length());
-    const auto explanation = assembler::ExplainExcessLength(length, labelSplits);
-    if (!explanation) return false;
-    runControl_.SetAssembled(false);
-    Report(QString::fromStdString(*explanation));
-    return true;
 }
 
 void AssembleCommand::Report(const QString& message) {

@@ -42,7 +42,6 @@ public:
     bool HasListing() const { return !listedText_.empty(); }
 
 private:
-    bool RefuseExcessLength(std::size_t labelSplits);
     void Report(const QString& message);
     void ShowReason(const std::u16string& text, const assembler::Assembly& failed);
 

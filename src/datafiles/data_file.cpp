@@ -87,6 +87,12 @@ void AppendByte(std::string& text, std::uint8_t value) {
     text.append(both.data() + leadingZeros, both.size() - leadingZeros);
 }
 
+// A blank also follows the last byte.
+void AppendLine(std::string& text, std::size_t first, std::size_t last, const MemoryBytes& memory) {
+    text += m8085::FormatHexShort(static_cast<std::int32_t>(first)) + " : ";
+    for (std::size_t address = first; address <= last; ++address) AppendByte(text, memory[address]);
+}
+
 std::string OnOneLine(std::string_view text) {
     std::string line(text);
     std::ranges::replace_if(
@@ -112,11 +118,11 @@ std::string ComposeDataFile(std::span<const AddressRange> ranges, const MemoryBy
                             std::string_view time) {
     std::string text = "; Data file created on " + OnOneLine(date) + " at " + OnOneLine(time) + "\r\n";
     for (const AddressRange& range : ranges) {
-        text += "\r\n" + m8085::FormatHexShort(range.First) + " : ";
+        text += "\r\n";
         constexpr std::size_t longestByte = 3;  // characters
         if (range.First <= range.Last)
             text.reserve(text.size() + longestByte * (std::size_t{range.Last} - range.First + 1));
-        for (std::size_t address = range.First; address <= range.Last; ++address) AppendByte(text, memory[address]);
+        AppendLine(text, range.First, range.Last, memory);
     }
     text += "\r\n";
     return text;
@@ -125,12 +131,9 @@ std::string ComposeDataFile(std::span<const AddressRange> ranges, const MemoryBy
 std::string ComposeLines(AddressRange range, const MemoryBytes& memory) {
     constexpr std::size_t bytesInLine = 16;
     std::string text;
-    for (std::size_t address = range.First; address <= range.Last; ++address) {
-        if ((address - range.First) % bytesInLine == 0) {
-            if (!text.empty()) text.replace(text.size() - 1, 1, "\r\n");
-            text += m8085::FormatHexShort(static_cast<std::int32_t>(address)) + " : ";
-        }
-        AppendByte(text, memory[address]);
+    for (std::size_t first = range.First; first <= range.Last; first += bytesInLine) {
+        if (!text.empty()) text.replace(text.size() - 1, 1, "\r\n");
+        AppendLine(text, first, std::min<std::size_t>(first + bytesInLine - 1, range.Last), memory);
     }
     if (!text.empty()) text.pop_back();
     return text;

@@ -12,13 +12,11 @@ namespace {
 
 bool IsMnemonic(std::u16string_view word) {
     constexpr std::size_t longestMnemonic = 4;
-    if (word.size() > longestMnemonic) return false;
-    std::string upper;
-    for (const char16_t character : word) {
-        if (character > 0x7F) return false;
-        upper += static_cast<char>(m8085::ToUpperCase(character));
-    }
-    return std::ranges::binary_search(assembler::Mnemonics, std::string_view(upper));
+    const auto isBefore = [](const auto& one, const auto& other) {
+        return std::ranges::lexicographical_compare(one, other);
+    };
+    return word.size() <= longestMnemonic &&
+           std::ranges::binary_search(assembler::Mnemonics, m8085::UpperCase(word), isBefore);
 }
 
 // Letters, digits and the underscore. Beyond ASCII everything counts as a letter but the ranges of signs, spaces and

@@ -118,9 +118,6 @@ public:
         if (!copyPath_.empty()) ::unlink(copyPath_.c_str());
     }
 
-    Output(const Output&) = delete;
-    Output& operator=(const Output&) = delete;
-
     bool Write(std::string_view bytes) {
         if (problem_.empty() && !copy_.Write(bytes)) Fail(Reason(errno));
         return problem_.empty();

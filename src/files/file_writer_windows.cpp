@@ -155,9 +155,6 @@ public:
         if (!copyPath_.empty()) ::DeleteFileW(copyPath_.c_str());
     }
 
-    Output(const Output&) = delete;
-    Output& operator=(const Output&) = delete;
-
     bool Write(std::string_view bytes) {
         if (problem_.empty() && !copy_.Write(bytes)) Fail(Words());
         return problem_.empty();

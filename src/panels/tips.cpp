@@ -1,6 +1,7 @@
 #include "panels/tips.h"
 
 #include <algorithm>
+#include <bitset>
 #include <cstring>
 #include <span>
 #include <utility>
@@ -21,12 +22,8 @@ using m8085::FormatHexLong;
 
 // Two groups of four digits.
 std::string Binary(std::uint8_t value) {
-    std::string digits;
-    for (int bit = 7; bit >= 0; --bit) {
-        digits += (value >> bit & 1) != 0 ? '1' : '0';
-        if (bit == 4) digits += ' ';
-    }
-    return digits;
+    const std::string digits = std::bitset<8>(value).to_string();
+    return digits.substr(0, 4) + ' ' + digits.substr(4);
 }
 
 // Nothing for what cannot be seen.
