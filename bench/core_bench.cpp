@@ -37,7 +37,7 @@ void RunAtFullSpeed(benchmark::State& state, std::u16string_view source, int mar
     const assembler::Assembly assembly = rig.Assemble(text);
     if (!assembly.Succeeded) return state.SkipWithError("the program does not assemble");
     const std::int64_t instructions = CountInstructions(rig);
-    execution::RunControl control(rig.machine, rig.codeMap, support::SilentView());
+    execution::RunControl control(rig.machine, rig.codeMap, execution::RunView());
     control.SetAssembled(true, assembly.Instructions);
     std::vector<int> marked;
     for (auto mark = assembly.Instructions.end() - marks; mark != assembly.Instructions.end(); ++mark)
@@ -68,7 +68,7 @@ void StepWithoutAWindow(benchmark::State& state) {
     TestRig rig;
     const assembler::Assembly assembly = rig.Assemble(u"loop:\r\ninr m\r\npush h\r\npop h\r\njmp loop");
     if (!assembly.Succeeded) return state.SkipWithError("the program does not assemble");
-    execution::RunControl control(rig.machine, rig.codeMap, support::SilentView());
+    execution::RunControl control(rig.machine, rig.codeMap, execution::RunView());
     control.SetAssembled(true, assembly.Instructions);
     for (auto _ : state) control.StepProgram();
     BoundMilliseconds(state, 0.02);
@@ -102,7 +102,7 @@ void AllocationsOfARun(benchmark::State& state) {
     execution::RunControl* running = nullptr;
     int slices = 0;
     int allocations = 0;
-    execution::RunView view = support::SilentView();
+    execution::RunView view;
     view.Yield = [&] {
         ++slices;
         if (slices % 3 == 1) allocations -= bench::Allocations;

@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     support::TestRig rig;
     if (!rig.Assemble(delay ? bench::DelayLoop : bench::MixedProgram).Succeeded) return EXIT_FAILURE;
     execution::RunControl* running = nullptr;
-    execution::RunView view = support::SilentView();
+    execution::RunView view;
     view.Yield = [&] {
         instructionsLeft -= execution::RunControl::DefaultSliceLength;
         if (instructionsLeft <= 0) running->Stop();

@@ -14,23 +14,26 @@
 
 namespace execution {
 
-// What the run commands need from the screen. All of it is called between two instructions, never inside one.
+// What the run commands need from the screen. All of it is called between two instructions, never inside one. What is
+// not given does nothing.
 struct RunView {
-    std::function<void()> DisplayRegs;
-    std::function<void()> RefreshRAMDisplay;
-    std::function<void(int line)> SelectLine;  // selects a source line, counted from 1; clears the selection for 0
-    std::function<void()> ClearSelection;
-    std::function<void()> Yield;  // handles pending events; any handler may run inside
-    std::function<void(const std::string& text)> ShowEndMessage;
-    std::function<void(const std::string& text)> ShowRefusal;
-    std::function<void(CommandState)> ShowCommandState;
-    std::function<void(const m8085::Changes& changes)> MarkChanges;            // marks what has changed
-    std::function<void(std::optional<std::int32_t> address)> MarkNextAddress;  // and the next instruction
+    static constexpr auto Nothing = [](auto&&...) {};
+
+    std::function<void()> DisplayRegs = Nothing;
+    std::function<void()> RefreshRAMDisplay = Nothing;
+    std::function<void(int line)> SelectLine = Nothing;  // a source line, counted from 1; clears the selection for 0
+    std::function<void()> ClearSelection = Nothing;
+    std::function<void()> Yield = Nothing;  // handles pending events; any handler may run inside
+    std::function<void(const std::string& text)> ShowEndMessage = Nothing;
+    std::function<void(const std::string& text)> ShowRefusal = Nothing;
+    std::function<void(CommandState)> ShowCommandState = Nothing;
+    std::function<void(const m8085::Changes& changes)> MarkChanges = Nothing;            // marks what has changed
+    std::function<void(std::optional<std::int32_t> address)> MarkNextAddress = Nothing;  // and the next instruction
 
     // A run of the assembled text has come from the beginning of the program to its end: the machine as it was before
     // and after. ForgetOutcome comes before the next run.
-    std::function<void(const m8085::MachineState& before, const m8085::MachineState& after)> ShowOutcome;
-    std::function<void()> ForgetOutcome;
+    std::function<void(const m8085::MachineState& before, const m8085::MachineState& after)> ShowOutcome = Nothing;
+    std::function<void()> ForgetOutcome = Nothing;
 };
 
 // The execution commands: Run, Slow Run, Single Step, Stop and Reset. While a run is under way its other commands do

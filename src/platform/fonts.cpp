@@ -12,35 +12,35 @@ namespace {
 
 constexpr double pixelsPerPoint = 96.0 / 72.0;
 
-QFont FontOf(const QStringList& families, QFont::StyleHint hint, double points, Weight weight) {
+QFont FontOf(const QStringList& families, QFont::StyleHint hint, double points, QFont::Weight weight) {
     QFont font;
     font.setFamilies(families);
     font.setStyleHint(hint);
     font.setPixelSize(qRound(points * pixelsPerPoint));
-    font.setBold(weight == Weight::Bold);
+    font.setWeight(weight);
     return font;
 }
 
 }  // namespace
 
-QFont SansSerif(double points, Weight weight) {
+QFont SansSerif(double points, QFont::Weight weight) {
     // On Windows the first of these two is a raster font in a few sizes, which are not those of a scaled screen.
     return FontOf({"Microsoft Sans Serif", "MS Sans Serif", "Liberation Sans", "Arial", "Helvetica"}, QFont::SansSerif,
                   points, weight);
 }
 
-QFont CourierNew(double points, Weight weight) {
+QFont CourierNew(double points, QFont::Weight weight) {
     QFont font = FontOf({"Courier New", "Liberation Mono", "Cousine", "Courier"}, QFont::TypeWriter, points, weight);
     font.setFixedPitch(true);
     return font;
 }
 
-QFont Verdana(double points, Weight weight) {
+QFont Verdana(double points, QFont::Weight weight) {
     return FontOf({"Verdana", "DejaVu Sans", "Bitstream Vera Sans"}, QFont::SansSerif, points, weight);
 }
 
 QFont Display(double points, const QString& name, int width) {
-    QFont font = FontOf({"Decollage", "DejaVu Sans", "Verdana"}, QFont::Decorative, points, Weight::Bold);
+    QFont font = FontOf({"Decollage", "DejaVu Sans", "Verdana"}, QFont::Decorative, points, QFont::Bold);
     const int natural = QFontMetrics(font).horizontalAdvance(name);
     if (natural > width) font.setStretch(100 * width / natural);
     // What draws letters on scaled screens on Windows moves them together, but leaves them as wide as they were.
@@ -49,7 +49,7 @@ QFont Display(double points, const QString& name, int width) {
 }
 
 QFont WindowFont() {
-    return SansSerif(8.25, Weight::Bold);
+    return SansSerif(8.25, QFont::Bold);
 }
 
 QFont BoxFont() {

@@ -4,13 +4,11 @@
 
 namespace platform {
 
-enum class Weight { Normal, Bold };
-
 // Fonts by their size in points. Sizes are set in pixels at the scale of the layout, so that text and layout grow
 // together. Each family has substitutes of like width for systems that lack it.
-QFont SansSerif(double points, Weight weight = Weight::Normal);   // MS Sans Serif
-QFont CourierNew(double points, Weight weight = Weight::Normal);  // fixed pitch
-QFont Verdana(double points, Weight weight = Weight::Normal);
+QFont SansSerif(double points, QFont::Weight weight = QFont::Normal);   // MS Sans Serif
+QFont CourierNew(double points, QFont::Weight weight = QFont::Normal);  // fixed pitch
+QFont Verdana(double points, QFont::Weight weight = QFont::Normal);
 
 // Bold and wide, for a name that is to fill a width in pixels; where the system's face is wider it is condensed.
 QFont Display(double points, const QString& name, int width);

@@ -53,7 +53,6 @@ void PaintGradient(QPainter& painter) {
 frmSplash::frmSplash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) {
     using platform::CourierNew;
     using platform::Verdana;
-    using platform::Weight;
 
     setObjectName("frmSplash");
     setAccessibleName("About Velmora");
@@ -65,9 +64,9 @@ frmSplash::frmSplash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) 
     setWindowTitle(productName);
     const int nameWidth = platform::Pixels(clientWidth - 3 * nameLeft);
     AddLabel("Label1", productName, platform::Display(75, productName, nameWidth), QColor(0, 0, 255), nameLeft, 360);
-    AddLabel("Label3", "Version " VELMORA_VERSION, Verdana(12, Weight::Bold), QColor(192, 0, 192), 4680, 2040);
+    AddLabel("Label3", "Version " VELMORA_VERSION, Verdana(12, QFont::Bold), QColor(192, 0, 192), 4680, 2040);
     Label7 = &AddLabel("Label7", "Free software under the MIT licence", Verdana(9.75), QColor(64, 0, 0), 2640, 2760);
-    AddLabel("Label2", "The Velmora developers", Verdana(11.25, Weight::Bold), QColor(0, 128, 0), 3120, 3360);
+    AddLabel("Label2", "The Velmora developers", Verdana(11.25, QFont::Bold), QColor(0, 128, 0), 3120, 3360);
     AddLabel("Label4", "mail: hello@velmora.example", CourierNew(9.75), QColor(192, 0, 0), 3240, 3840);
     Label6 = &AddLabel("Label6", "webpage:", CourierNew(9.75), QColor(192, 0, 0), 960, 4080);
     QFont link = CourierNew(9.75);

@@ -54,7 +54,7 @@ protected:
     }
 
     RunView View() {
-        RunView view = support::SilentView();
+        RunView view;
         view.DisplayRegs = [this] { shownPC = machine.PC; };
         view.SelectLine = [this](int newLine) { line = newLine; };
         view.ClearSelection = [this] { line = 0; };

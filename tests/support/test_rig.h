@@ -32,20 +32,4 @@ struct TestRig {
     }
 };
 
-// The view of a run that nobody watches.
-inline execution::RunView SilentView() {
-    return {.DisplayRegs = [] {},
-            .RefreshRAMDisplay = [] {},
-            .SelectLine = [](int) {},
-            .ClearSelection = [] {},
-            .Yield = [] {},
-            .ShowEndMessage = [](const std::string&) {},
-            .ShowRefusal = [](const std::string&) {},
-            .ShowCommandState = [](execution::CommandState) {},
-            .MarkChanges = [](const m8085::Changes&) {},
-            .MarkNextAddress = [](std::optional<std::int32_t>) {},
-            .ShowOutcome = [](const m8085::MachineState&, const m8085::MachineState&) {},
-            .ForgetOutcome = [] {}};
-}
-
 }  // namespace support
