@@ -23,14 +23,11 @@ constexpr int lastRow = MemoryModel::Rows - 1;
 
 CellEditor::CellEditor(platform::Grid& grid, MemoryModel& model, QWidget* parent)
     : TextBox("txtEdit", parent), grid_(grid), model_(model) {
-    setAccessibleName("Byte");
     setFont(platform::SansSerif(8.25));
     setFrame(false);
     setTextMargins(1, 0, 0, 1);  // so that its text stands where the cell shows it
     setFocusPolicy(Qt::ClickFocus);
     SelectAllWhenClicked();
-    setText(heldText_);
-    hide();
     SetKeyFilter([this](int character) {
         return AcceptsEditorKey(character, static_cast<int>(text().size()), static_cast<int>(selectedText().size()));
     });
@@ -66,7 +63,6 @@ void CellEditor::Close() {
 }
 
 void CellEditor::TakeByte() {
-    if (!cell_.isValid()) return;
     if (meant_.isValid() && ReadByteText(heldText_.toStdU16String()) == model_.Byte(meant_)) return;
     SetByteText();
     selectAll();
@@ -119,10 +115,7 @@ void CellEditor::MoveByReleased(int key) {
 // To the first row, to the last one that it opens over, or by as many rows as are in view.
 void CellEditor::keyPressEvent(QKeyEvent* event) {
     const QModelIndex from = grid_.currentIndex();
-    const auto goTo = [&](int row) {
-        event->accept();
-        grid_.setCurrentIndex(from.siblingAtRow(std::clamp(row, 0, lastRow - 1)));
-    };
+    const auto goTo = [&](int row) { grid_.setCurrentIndex(from.siblingAtRow(std::clamp(row, 0, lastRow - 1))); };
     pressed_.insert(event->key());
     if ((event->modifiers() & ~Qt::KeypadModifier) != 0) return TextBox::keyPressEvent(event);
     switch (event->key()) {

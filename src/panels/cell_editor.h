@@ -57,7 +57,7 @@ private:
     MemoryModel& model_;
     QPersistentModelIndex cell_;
     QPersistentModelIndex meant_;  // whose byte the text is: beside the last row, one there once it has been typed
-    QString heldText_ = "00";      // since the latest edit, or since it took its byte
+    QString heldText_;             // since the latest edit, or since it took its byte
     QSet<int> pressed_;            // keys that are down
 };
 

@@ -20,7 +20,6 @@ QKeyEvent WithBlankForEnter(const QKeyEvent& event) {
 Button::Button(const QString& name, const QString& caption, QWidget* parent) : QPushButton(parent) {
     setObjectName(name);
     SetCaption(caption);
-    setFocusPolicy(Qt::StrongFocus);
     setAutoDefault(false);
 }
 

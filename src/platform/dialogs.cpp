@@ -64,7 +64,6 @@ QString AskText(QWidget& control, const QString& prompt, const QString& caption)
     box.setFont(BoxFont());
     box.setWindowTitle(caption);
     box.setLabelText(prompt);
-    box.setInputMode(QInputDialog::TextInput);
     // A prompt with a long list continues on more lines.
     auto& label = *box.findChild<QLabel*>();
     label.setWordWrap(true);

@@ -70,7 +70,6 @@ std::optional<QString> FileDialog::Show(QWidget& control, QFileDialog::AcceptMod
     SingleNameDialog dialog(control.window());
     dialog.setAcceptMode(mode);
     dialog.setWindowTitle(mode == QFileDialog::AcceptOpen ? QFileDialog::tr("Open") : QFileDialog::tr("Save As"));
-    dialog.setFileMode(QFileDialog::AnyFile);
     const QList<QUrl> ownPlaces = dialog.sidebarUrls();
     OfferPlaces(dialog, ownPlaces);
     if (!directory_.isEmpty()) dialog.setDirectory(directory_);

@@ -26,13 +26,10 @@ bool IsCursorKey(int key) {
 Grid::Grid(const QString& name, QWidget* parent) : QTableView(parent) {
     setObjectName(name);
     setFont(WindowFont());
-    setEditTriggers(NoEditTriggers);
     setSelectionMode(NoSelection);
-    setTabKeyNavigation(false);
     setContextMenuPolicy(Qt::ActionsContextMenu);
     setVerticalScrollMode(ScrollPerItem);
     setHorizontalScrollMode(ScrollPerItem);
-    setWordWrap(false);
     setTextElideMode(Qt::ElideNone);
 
     verticalHeader()->hide();

@@ -41,7 +41,6 @@ public:
     ClientArea(QWidget* client, QWidget* parent) : QScrollArea(parent) {
         setFrameShape(QFrame::NoFrame);
         setFocusPolicy(Qt::NoFocus);
-        setAlignment(Qt::AlignLeft | Qt::AlignTop);
         setWidget(client);
     }
 

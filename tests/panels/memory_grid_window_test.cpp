@@ -89,7 +89,13 @@ TEST_F(MemoryGridTest, DigitsGoIntoTheMachineOneByOneAndIntoEveryCellThatShowsTh
     EXPECT_EQ(programsLost, 1);
     machine.Memory[0x8004] = 0x21;
     panel.RefreshRAMDisplay();
-    EXPECT_EQ(editor.text(), "21");
+    EXPECT_EQ(editor.selectedText(), "21");
+    grid.setFocus();
+    QTest::mouseClick(&editor, Qt::LeftButton, {}, {3, 5});
+    EXPECT_EQ(editor.selectedText(), "21") << "a click selects it whole again";
+    const QImage open = editor.grab().toImage();
+    EXPECT_EQ(open.pixelColor(0, 0), platform::NextText);
+    EXPECT_NE(open.pixelColor(1, 1), platform::NextText);
 }
 
 TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
@@ -128,7 +134,10 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     Key(Qt::Key_Backtab);
     EXPECT_TRUE(IsEditorOver(0, 1));
     Key(Qt::Key_Backtab);
-    EXPECT_TRUE(grid.hasFocus());
+    Key(Qt::Key_Tab);
+    EXPECT_TRUE(grid.hasFocus()) << "it does not lead back";
+    machine.Memory[0x80FE] = 0x77;
+    panel.RefreshRAMDisplay();
     grid.scrollToBottom();
     Click(254, 1);
     Type("12");
@@ -210,6 +219,7 @@ TEST_F(MemoryGridTest, PairsComeAndGoBeforeThePortsAndTheEditorIsNeverOverAForei
     grid.verticalScrollBar()->setValue(40);
     Click(50, 1);
     EXPECT_EQ(Do(&MemoryGrid::cmdAdd_Click, "fe00"), "Add Column|Enter starting address");
+    EXPECT_FALSE(editor.isVisible());
     EXPECT_EQ(CellText(0, 6) + CellText(0, 7) + CellText(1, 8), "FE00EE01");
     Type("34");
     Click(45, 1);
@@ -228,15 +238,17 @@ TEST_F(MemoryGridTest, PairsComeAndGoBeforeThePortsAndTheEditorIsNeverOverAForei
 
 TEST_F(MemoryGridTest, GoToBringsAnAddressIntoViewOpenForTypingOrSaysWhyNot) {
     for (const auto& [address, row, column] : {std::tuple{"91F0", 0xF0, 5}, {"9005", 5, 3}, {"9005", 5, 3}}) {
+        grid.SetTopRow(100);
         EXPECT_EQ(Do(&MemoryGrid::mnuGoTo_Click, address), "Go to Address|Enter an address");
         EXPECT_TRUE(IsEditorOver(row, column) && grid.IsVisible(Cell(row, column))) << address;
     }
     for (const char* address : {"5000", "10000", "x"})
         EXPECT_NE(Do(&MemoryGrid::mnuGoTo_Click, address), "Go to Address|Enter an address");
-    Do(&MemoryGrid::mnuGoTo_Click);
+    EXPECT_EQ(Do(&MemoryGrid::mnuGoTo_Click), "Go to Address|Enter an address");
     EXPECT_EQ(grid.currentIndex(), Cell(5, 3));
+    window.setFocus();
     Do(&MemoryGrid::mnuGoTo_Click, "80ff");
-    EXPECT_TRUE(grid.currentIndex() == Cell(0xFF, 1) && grid.IsVisible(Cell(0xFF, 1)));
+    EXPECT_TRUE(grid.hasFocus() && grid.currentIndex() == Cell(0xFF, 1) && grid.IsVisible(Cell(0xFF, 1)));
 }
 
 TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
@@ -267,7 +279,14 @@ TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {
     EXPECT_TRUE(isMarked(3, 1) && isMarked(4, 0));
     EXPECT_FALSE(isMarked(2, 1) || isMarked(3, 0) || isMarked(3, 3) || isMarked(4, 2));
     Click(3, 1);
-    EXPECT_EQ(editor.palette().color(QPalette::Text), platform::ChangedText);
+    panel.BringNextIntoView();
+    ASSERT_TRUE(editor.isVisible()) << "nothing scrolls under it";
+    const auto colour = [this](QPalette::ColorRole role) { return editor.palette().color(role); };
+    EXPECT_TRUE(colour(QPalette::Text) == platform::ChangedText &&
+                colour(QPalette::Highlight) == platform::ChangedText);
+    panel.MarkChanges({});
+    EXPECT_EQ(colour(QPalette::Text), QColor(Qt::black));
+    panel.MarkChanges(changes);
     grid.scrollTo(Cell(3, 9));
     EXPECT_TRUE(isMarked(3, 7) && isMarked(5, 9));
     EXPECT_EQ(heard(3, 1) + '|' + heard(4, 0) + '|' + heard(5, 9),
