@@ -164,7 +164,6 @@ platform::TextBox* RegisterPanel::AddBox(const QString& name, const QString& acc
     box->setAlignment(Qt::AlignCenter);
     box->SelectAllWhenClicked();
     platform::SetColour(*box, QPalette::Base, QColor(224, 224, 224));
-    platform::SetColour(*box, QPalette::Text, Qt::black);
     return box;
 }
 

@@ -14,17 +14,12 @@ LineMargin::LineMargin(ProgramText& text) : QWidget(&text), text_(text) {
     setObjectName("margin");
     setAccessibleName("Marks of lines");
     setAttribute(Qt::WA_OpaquePaintEvent);
-    setCursor(Qt::ArrowCursor);
     setToolTip("Click to stop runs at a line, or no longer (F9)");
 }
 
 // Without a mark it always looks the same, and each painting would make a Slow Run slower.
-void LineMargin::Follow(const QRect& part, int scrolled) {
-    if (text_.Marks().IsEmpty()) return;
-    if (scrolled != 0)
-        update();
-    else
-        update(0, part.top(), width(), part.height());
+void LineMargin::Follow(const QRect&, int scrolled) {
+    if (scrolled != 0 && !text_.Marks().IsEmpty()) update();
 }
 
 void LineMargin::ShowMarks() {

@@ -182,7 +182,6 @@ void LineNotes::Paint(const QRect& part) const {
     if (notes_.empty()) return;
     QPainter painter(editor_.viewport());
     painter.setFont(font_);
-    painter.setPen(Qt::black);
     for (const Shown& note : Between(part.top(), part.bottom())) {
         const QRect place = Place(note);
         painter.fillRect(place, GroundOf(note.What));

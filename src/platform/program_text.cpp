@@ -371,7 +371,6 @@ void ProgramText::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ProgramText::mouseDoubleClickEvent(QMouseEvent* event) {
-    pressInSelection_.reset();
     doubleClick_ = event->position().toPoint();
     sinceDoubleClick_.start();
     QPlainTextEdit::mouseDoubleClickEvent(event);

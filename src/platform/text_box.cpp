@@ -28,10 +28,7 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    if (acceptsKey_ && IsCharacterKey(*event) && !acceptsKey_(event->text().front().unicode())) {
-        event->accept();
-        return;
-    }
+    if (acceptsKey_ && IsCharacterKey(*event) && !acceptsKey_(event->text().front().unicode())) return;
     QLineEdit::keyPressEvent(event);
 }
 
@@ -62,7 +59,6 @@ void TextBox::focusInEvent(QFocusEvent* event) {
 
 void TextBox::KeepAllSelected() {
     keepsAllSelected_ = true;
-    selectAll();
 }
 
 void TextBox::mousePressEvent(QMouseEvent* event) {

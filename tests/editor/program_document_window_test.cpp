@@ -41,8 +41,10 @@ protected:
         QApplication::sendEvent(text.viewport(), &move);
         EXPECT_TRUE(!urls.isEmpty() || text.Text().empty() || text.viewport()->grab().toImage() != before)
             << "a caret shows where it will go";
-        QDropEvent drop(text.cursorRect().center(), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QDropEvent drop(text.cursorRect().center(), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+        drop.setDropAction(urls.isEmpty() ? Qt::CopyAction : Qt::MoveAction);
         QApplication::sendEvent(text.viewport(), &drop);
+        EXPECT_TRUE(!enter.isAccepted() || drop.dropAction() == Qt::CopyAction) << "a file stays where it is";
         QCoreApplication::processEvents();
         return enter.isAccepted() && drop.isAccepted();
     }

@@ -114,6 +114,11 @@ TEST_F(RegisterPanelTest, BoxesAndFlagButtonsChangeTheMachineThatIsShown) {
     txtCode.setFocus();
     EXPECT_EQ(edits, 7 + 5) << "a box that is only passed is not a change";
     EXPECT_TRUE(txtCode.hasFocus());
+    Box("txtB").setFocus();
+    Box("txtA").setFocus();
+    machine.B = 0x99;
+    Box("txtD").setFocus();
+    EXPECT_EQ(machine.B, 0x99) << "what a box shows is stored once, not again";
 }
 
 TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRuns) {
@@ -149,7 +154,11 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRuns) {
     QDragEnterEvent enter({3, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
     QDropEvent drop({3, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
     drop.setDropAction(Qt::MoveAction);
-    for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), &drop}) QApplication::sendEvent(&Box("txtB"), event);
+    for (const char* box : {"txtPC", "txtB"}) {
+        Box(box).deselect();
+        for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), &drop}) QApplication::sendEvent(&Box(box), event);
+    }
+    EXPECT_EQ(Text("txtPC"), "0000");
     EXPECT_EQ(drop.dropAction(), Qt::CopyAction) << "the text would be taken out of the program";
     txtCode.setFocus();
     EXPECT_EQ(machine.B, 0x3C);

@@ -30,6 +30,9 @@ TEST_F(ProgramTextTest, PositionsCountALineEndAsTwo) {
     text.SetSelectionStart(1);
     text.SetSelectionLength(5);
     EXPECT_EQ(text.SelectedText(), u"b\r\ncd");
+    text.SelectLine(1);
+    text.SetSelectionLength(1);
+    EXPECT_EQ(text.SelectedText(), u"a");
     text.SetSelectionStart(1000);
     EXPECT_EQ(text.SelectionStart(), text.Length());
 }
@@ -61,7 +64,9 @@ TEST_F(ProgramTextTest, AllStepsButTheLatestAreForgottenUnseen) {
     text.ToggleMark(30'000);
     text.Notes().Show({{29'999, "x"}});
     changes.clear();
+    const int down = text.verticalScrollBar()->value();
     text.ReplaceSelection(u"y");
+    EXPECT_EQ(text.verticalScrollBar()->value(), down);
     EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(text.SelectionStart(), 29'999 * 72 + 1);
     EXPECT_TRUE(text.Marks().Has(30'000) && text.accessibleDescription() == "Line 29999: x");
@@ -106,8 +111,19 @@ TEST_F(ProgramTextTest, ADragFromASelectedLineSelectsAlsoFromItsEnd) {
     text.selectAll();
     QTest::mousePress(text.viewport(), Qt::LeftButton, {}, {4, 12});
     EXPECT_EQ(text.SelectedText(), text.Text()) << "what the user has selected can be dragged away";
+    // What is being dragged after the mouse has moved there.
+    const auto dragTo = [this](const QPoint& place) {
+        QTimer::singleShot(0, &QDrag::cancel);
+        QMouseEvent move(QEvent::MouseMove, place, text.viewport()->mapToGlobal(place), {}, Qt::LeftButton, {});
+        QApplication::sendEvent(text.viewport(), &move);
+        const std::unique_ptr<QDrag> drag(text.viewport()->findChild<QDrag*>());
+        return drag == nullptr ? QString() : drag->mimeData()->text();
+    };
+    EXPECT_EQ(dragTo({60, 30}), "inr a\ninr b");
+    QTest::mousePress(text.viewport(), Qt::LeftButton, {}, {4, 12});
     QTest::mouseRelease(text.viewport(), Qt::LeftButton, {}, {4, 12});
     EXPECT_EQ(text.SelectedText(), u"");
+    EXPECT_EQ(dragTo({60, 30}), "");
     QTest::mouseDClick(text.viewport(), Qt::LeftButton, {}, {4, 12});
     QTest::mouseClick(text.viewport(), Qt::LeftButton, {}, {4, 12});
     EXPECT_EQ(text.SelectedText(), u"inr a\r\n") << "a third click selects the line";
@@ -127,6 +143,11 @@ TEST_F(ProgramTextTest, SelectingALineShowsSomeBelowItAndClearingTheSelectionScr
     EXPECT_TRUE(IsPaintedAnew(text));
     text.ReplaceSelection(u"x");
     EXPECT_LT(text.verticalScrollBar()->value(), 100);
+    for (const auto& [key, shift] : {std::pair(Qt::Key_Tab, Qt::NoModifier), {Qt::Key_Return, Qt::ShiftModifier}}) {
+        text.verticalScrollBar()->setValue(200);
+        QTest::keyClick(&text, key, shift);
+        EXPECT_LT(text.verticalScrollBar()->value(), 110);
+    }
 }
 
 TEST_F(ProgramTextTest, MarksGoWithTheirLinesAndWithALineThatIsRemoved) {
@@ -215,6 +236,7 @@ TEST_F(ProgramTextTest, MarksAreSeenSetByClicksInTheMarginAndToldByTheNumbersTha
     text.SetText(u"a\r\nb\r\nc\r\nd");
     text.KeepLineNumbers();
     auto& margin = *text.findChild<QWidget*>("margin");
+    EXPECT_EQ(text.viewport()->x(), margin.geometry().right() + 1);
     const QPoint places[] = {{5, 12}, {5, 40}, {5, 200}};
     EXPECT_TRUE(IsPaintedAnew(text));
     for (const QPoint& place : places) QTest::mouseClick(&margin, Qt::LeftButton, {}, place);
@@ -234,6 +256,7 @@ TEST_F(ProgramTextTest, MarksAreSeenSetByClicksInTheMarginAndToldByTheNumbersTha
     EXPECT_TRUE(IsPaintedAnew(text));
     text.SetSelectionStart(0);
     text.ReplaceSelection(u"x\r\n");
+    EXPECT_TRUE(IsPaintedAnew(text));
     text.ToggleMark(1);
     EXPECT_EQ(margin.accessibleName() + '|' + margin.toolTip() + '|' + margin.accessibleDescription(),
               "Marks of lines|Click to stop runs at a line, or no longer (F9)|Runs stop at line 1, 2, 4");
@@ -248,6 +271,12 @@ TEST_F(ProgramTextTest, MarksAreSeenSetByClicksInTheMarginAndToldByTheNumbersTha
     text.ClearMarks();
     EXPECT_EQ(margin.accessibleDescription(), "");
     EXPECT_EQ(told.count(), before + 4);
+    text.ReplaceSelection(std::u16string(99, u'\n'));
+    QWheelEvent wheel({3, 9}, margin.mapToGlobal(QPoint(3, 9)), {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                      false);
+    const int down = text.verticalScrollBar()->value();
+    QApplication::sendEvent(&margin, &wheel);
+    EXPECT_LT(text.verticalScrollBar()->value(), down);
 }
 
 TEST_F(ProgramTextTest, ALineIsNeverWrappedAndATabLeadsToTheEighthColumn) {
@@ -314,6 +343,9 @@ TEST_F(ProgramTextTest, ANoteIsPaintedAfterItsLineAndATooltipHasAllOfIt) {
         int last = -1;
         for (int x = 0; x < picture.width(); ++x)
             if (picture.pixelColor(x, caret.top() + 1) == ground) (first < 0 ? first : last) = x;
+        int darkest = 255;
+        for (int x = first; x < last; ++x) darkest = std::min(darkest, qGray(picture.pixel(x, caret.center().y())));
+        EXPECT_TRUE(darkest < 128 || last < first + 40) << "it has room for letters";
         for (int y = caret.top(); y <= caret.bottom() && first > 0; ++y)
             for (int x = last + 1; x < picture.width(); ++x)
                 EXPECT_GT(qGray(picture.pixel(x, y)), 200) << "letters beyond their ground";

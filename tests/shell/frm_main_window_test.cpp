@@ -256,6 +256,9 @@ TEST_F(FrmMainTest, EveryControlStandsFreeInsideItsPanelAndHasANameForThoseWhoCa
     for (const char* name : {"txtEdit", "cmdCodes1", "cmdCodes2"})
         EXPECT_FALSE(Find<QWidget>(name).font().bold()) << name;
     EXPECT_EQ(QApplication::font().pixelSize(), 12);
+    EXPECT_TRUE(Button("cmdSingleStep").toolTip().endsWith(" (F8)"));
+    const QImage caption = Find<QGroupBox>("frmRegs").grab().toImage();
+    EXPECT_EQ(caption.pixelColor(9, 7), window->palette().window().color()) << "no line through it";
     EXPECT_EQ(QApplication::palette().color(QPalette::Disabled, QPalette::Base), QColor(240, 240, 240));
     QWidgetList panels{&workbench->Splash};
     for (const char* name : {"client", "frmRegs", "frmRAM", "frmCA", "frmCA2", "frmCA3", "frmSave", "Frame1"})
@@ -378,6 +381,7 @@ TEST_F(FrmMainTest, AProgramFromElsewhereIsConvertedInOneStepOfUndo) {
     Editor().SetText(source);
     Editor().SetSelectionStart(15);
     Editor().ToggleMark(2);
+    Find<QLineEdit>("txtB").setFocus();
     const QTemporaryDir folder;
     const QString path = folder.filePath("x.dat");
     const auto convert = [this, &path](const char* expected) {
@@ -394,7 +398,7 @@ TEST_F(FrmMainTest, AProgramFromElsewhereIsConvertedInOneStepOfUndo) {
                 "Line 6: DB is a comment now, for 2 bytes at 2005\n\n"
                 "The data need a data file: choose its name next, and load it before a run."));
     EXPECT_EQ(Editor().Text(), u"\t; ORG 2000H\r\nloop: inr a\r\n; \u2029 x\r\nlda 2005H ;x\r\nei\r\n; list  db 1,2");
-    EXPECT_TRUE(Editor().Marks().Has(2) && Editor().LineOfCaret() == 2);
+    EXPECT_TRUE(Editor().Marks().Has(2) && Editor().LineOfCaret() == 2 && window->focusWidget() == &Editor());
     EXPECT_EQ(Read(path), "2005 : 01 02\r\n");
     QTest::keyClick(&Editor(), Qt::Key_A);
     Editor().undo();
