@@ -56,7 +56,6 @@ CodeAssistant::CodeAssistant(platform::ProgramText& txtCode, QWidget& frmRegs, Q
 QGroupBox* CodeAssistant::MakePanel(const char* name, const QString& caption, int width, int height, QWidget* parent) {
     auto* panel = new QGroupBox(caption, parent);
     panel->setObjectName(name);
-    panel->setAccessibleName(caption);
     platform::Place(*panel, 7200, 600, width, height);
     panel->hide();
     return panel;

@@ -14,6 +14,7 @@ platform::Button* CommandButtons::Add(const Command& command) {
     const CommandButton& row = *command.Button;
     auto* button = new platform::Button(row.Name, row.Caption, row.Parent);
     platform::Place(*button, row.Place.left(), row.Place.top(), row.Place.width(), row.Place.height());
+    button->setEnabled(CanStart(row.When, CommandState::NoProgram));
     const QString key = command.Key.toString(QKeySequence::NativeText);
     button->SetCountsDoubleClicks(command.Repeats);
     button->setToolTip(key.isEmpty() ? row.Tip : row.Tip + " (" + key + ')');

@@ -63,7 +63,6 @@ void frmSave::Form_Load() {
 void frmSave::PlaceControls() {
     setFixedSize(platform::Pixels(6120), platform::Pixels(5100));
     Frame1.setObjectName("Frame1");
-    Frame1.setAccessibleName(Frame1.title());
     Place(Frame1, 240, 240, 4215, 1695);
     PlaceLabel("Label1", "Starting Address (hex):  ", Text1, 240, 360, 2070, 195);
     Place(Text1, 2400, 240, 1455, 285);

@@ -44,7 +44,6 @@ bool EndsALine(char16_t character) {
 
 std::u16string PlainSource(std::u16string_view text) {
     std::u16string plain;
-    plain.reserve(text.size());
     bool isInComment = false;
     for (const char16_t character : text) {
         if (character == u'\n' || character == u'\r') isInComment = false;

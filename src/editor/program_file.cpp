@@ -65,7 +65,6 @@ std::optional<char32_t> TakeUtf8(std::string_view bytes, std::size_t& position) 
 
 std::optional<std::u16string> FromUtf8(std::string_view bytes) {
     std::u16string text;
-    text.reserve(bytes.size());
     for (std::size_t position = 0; position < bytes.size();) {
         const auto code = TakeUtf8(bytes, position);
         if (!code) return std::nullopt;
@@ -76,7 +75,6 @@ std::optional<std::u16string> FromUtf8(std::string_view bytes) {
 
 std::string ToUtf8(std::u16string_view text) {
     std::string bytes;
-    bytes.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         char32_t code = text[i];
         const bool pair =
@@ -92,7 +90,6 @@ std::string ToUtf8(std::u16string_view text) {
 
 std::u16string FromWindows1252(std::string_view bytes) {
     std::u16string text;
-    text.reserve(bytes.size());
     for (const char character : bytes) {
         const std::size_t byte = static_cast<unsigned char>(character);
         const bool high = byte >= firstHigh && byte < endOfHigh;
@@ -103,7 +100,6 @@ std::u16string FromWindows1252(std::string_view bytes) {
 
 std::optional<std::string> ToWindows1252(std::u16string_view text) {
     std::string bytes;
-    bytes.reserve(text.size());
     for (const char16_t character : text) {
         std::size_t byte = character;
         if (character >= firstHigh && (character < endOfHigh || character > 0xFF)) {
@@ -119,7 +115,6 @@ std::optional<std::string> ToWindows1252(std::u16string_view text) {
 // Half a character at the end makes it something else than a text.
 std::u16string FromUtf16(std::string_view bytes, bool bigEndian) {
     std::u16string text;
-    text.reserve(bytes.size() / 2);
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
         const auto first = static_cast<unsigned char>(bytes[i]);
         const auto second = static_cast<unsigned char>(bytes[i + 1]);

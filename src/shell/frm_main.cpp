@@ -123,7 +123,6 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
     document_.mnuNew_Click();
     document_.cDialog().SetInitialDirectory(QCoreApplication::applicationDirPath());
 
-    document_.txtCode().setFocus();
     qApp->installEventFilter(this);
     qApp->installEventFilter(new platform::InputGuard(this));
 }

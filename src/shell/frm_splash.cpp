@@ -104,7 +104,6 @@ QLabel& frmSplash::AddLabel(const QString& name, const QString& text, const QFon
     platform::SetColour(*label, QPalette::WindowText, colour);
     label->setAttribute(Qt::WA_TransparentForMouseEvents);
     label->move(platform::Pixels(left), platform::Pixels(top));
-    label->adjustSize();
     return *label;
 }
 

@@ -73,7 +73,6 @@ void SaveColumns(const panels::ColumnList& columns) {
     for (int index = 0; index < columns.ColCount(); ++index)
         store->setValue(StartKey(index),
                         QString::fromStdString(columns.ColumnStarts()[static_cast<std::size_t>(index)]));
-    store->sync();
 }
 
 }  // namespace shell

@@ -160,15 +160,21 @@ TEST_F(DataFileCommandsTest, RemoveReachesTheSelectedEntryByMouseAndByKeyboard) 
     ASSERT_TRUE(QTest::qWaitFor([this] { return Dialog()->isActiveWindow(); }));
     for (const char* address : {"1", "2", "3", "4"}) Add(address, address);
     auto& list = Control<QListWidget>("List1");
+    list.setCurrentRow(0);
+    EXPECT_FALSE(Control<QPushButton>("Command3").isEnabled()) << "the focus is not in the list";
     list.setFocus();
+    EXPECT_TRUE(Control<QPushButton>("Command3").isEnabled());
     QTest::keyClick(&list, Qt::Key_End);
     QTest::keyClick(Dialog(), Qt::Key_R, Qt::AltModifier);
     EXPECT_EQ(Entries(), "1 - 1|2 - 2|3 - 3");
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(1)).center());
     for (int click = 0; click < 2; ++click) Click("Command3");
     EXPECT_EQ(Entries(), "1 - 1|3 - 3");
+    EXPECT_TRUE(list.hasFocus());
     Click("Command2");
     EXPECT_EQ(Entries(), "");
+    Click("CancelButton");
+    EXPECT_EQ(Dialog(), nullptr);
 }
 
 }  // namespace commands

@@ -27,6 +27,7 @@ protected:
 TEST_F(FrmMainTest, AtTheStartTheEditorHasTheFocusAndFilesAreLookedForBesideTheProgram) {
     Start();
     EXPECT_EQ(window->windowTitle() + Register("A") + Register("PC"), "Velmora - [Untitled]000000");
+    EXPECT_EQ(State(), CommandState::NoProgram);
     QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
     EXPECT_EQ(Editor().Text(), u"\t");
     EXPECT_EQ(window->focusWidget(), &Editor());
@@ -257,6 +258,8 @@ TEST_F(FrmMainTest, EveryControlStandsFreeInsideItsPanelAndHasANameForThoseWhoCa
         EXPECT_FALSE(Find<QWidget>(name).font().bold()) << name;
     EXPECT_EQ(QApplication::font().pixelSize(), 12);
     EXPECT_TRUE(Button("cmdSingleStep").toolTip().endsWith(" (F8)"));
+    EXPECT_EQ(Find<QWidget>("frmSave").maximumSize(), QSize(408, 340));
+    EXPECT_EQ(Find<QLabel>("lblCaption0").text(), "Data transfer instructions:");
     const QImage caption = Find<QGroupBox>("frmRegs").grab().toImage();
     EXPECT_EQ(caption.pixelColor(9, 7), window->palette().window().color()) << "no line through it";
     EXPECT_EQ(QApplication::palette().color(QPalette::Disabled, QPalette::Base), QColor(240, 240, 240));

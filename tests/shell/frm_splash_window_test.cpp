@@ -53,6 +53,8 @@ TEST(FrmSplash, ItsTextsStandOnAGradientInsideABlackFrameAndALinkThatCannotOpenS
     for (const int edge : {0, 4, 291, 295}) EXPECT_EQ(picture.pixelColor(220, edge), QColor(Qt::black)) << edge;
     for (const int edge : {0, 4, 443, 447}) EXPECT_EQ(picture.pixelColor(edge, 150), QColor(Qt::black)) << edge;
     for (const auto* label : splash.findChildren<QLabel*>()) EXPECT_EQ(label->size(), label->sizeHint());
+    EXPECT_TRUE(splash.findChild<QLabel*>("Label5")->font().underline());
+    EXPECT_GT(splash.findChild<QLabel*>("Label1")->height(), splash.findChild<QLabel*>("Label2")->height());
     EXPECT_EQ(splash.findChild<QLabel*>("Label5")->palette().color(QPalette::WindowText), QColor(Qt::blue));
     for (const int y : {10, 285}) EXPECT_NEAR(picture.pixelColor(20, y).blue(), 100 + 100 * y / 301, 2);
     EXPECT_EQ(splash.findChild<QLabel*>("Label3")->text(), "Version " VELMORA_VERSION);
