@@ -57,14 +57,14 @@ LineNotes::LineNotes(QPlainTextEdit& editor) : editor_(editor), font_(SansSerif(
 void LineNotes::Show(const std::vector<LineNote>& notes) {
     if (notes.empty() && notes_.empty()) return;
     notes_.clear();
-    beforeChange_.clear();
+    lost_.clear();
     lines_ = editor_.blockCount();
     extent_ = 0;
     const QFontMetrics metrics(font_);
     for (const LineNote& note : notes) {
         const QTextBlock line = editor_.document()->findBlockByNumber(note.Line - 1);
         if (!line.isValid()) continue;
-        Shown& shown = notes_.emplace_back(line.blockNumber(), line.text(), note.Text, note.What,
+        Shown& shown = notes_.emplace_back(line.blockNumber(), line.blockNumber(), line.text(), note.Text, note.What,
                                            metrics.horizontalAdvance(note.Text) + 2 * padding);
         Anchor(shown);
         const int end = EndOfLine(shown).right() + editor_.horizontalScrollBar()->value();
@@ -76,16 +76,23 @@ void LineNotes::Show(const std::vector<LineNote>& notes) {
 }
 
 void LineNotes::StayThrough(const std::function<void()>& change) {
-    beforeChange_ = std::exchange(notes_, {});
+    std::vector<Shown> notes = std::exchange(notes_, {});
     change();
-    Restore();
+    notes_ = std::move(notes);
+    for (Shown& note : notes_) Anchor(note);
     WidenScrolling(textMaximum_);
 }
 
+void LineNotes::Follow() {
+    lost_.clear();
+    for (Shown& note : notes_) note.LineBefore = note.Line;
+}
+
 void LineNotes::Restore() {
-    if (beforeChange_.empty()) return;
-    notes_ = std::exchange(beforeChange_, {});
+    std::ranges::move(std::exchange(lost_, {}), std::back_inserter(notes_));
     lines_ = editor_.blockCount();
+    for (Shown& note : notes_) note.Line = note.LineBefore;
+    std::ranges::sort(notes_, {}, &Shown::Line);
     for (Shown& note : notes_) Anchor(note);
     Describe();
     editor_.viewport()->update();
@@ -94,7 +101,6 @@ void LineNotes::Restore() {
 // A line that the change may have touched has to be found again. Of two lines that have become one, one note stays.
 void LineNotes::NoteChange(int position, int added) {
     if (notes_.empty()) return;
-    if (beforeChange_.empty()) beforeChange_ = notes_;
     const QTextDocument& text = *editor_.document();
     const int more = text.blockCount() - std::exchange(lines_, text.blockCount());
     const QTextBlock first = text.findBlock(position);
@@ -103,9 +109,11 @@ void LineNotes::NoteChange(int position, int added) {
     const auto to = std::ranges::upper_bound(from, notes_.end(), last.blockNumber() - more, {}, &Shown::Line);
     for (auto below = to; below != notes_.end(); ++below) below->Line += more;
     FindAgain({from, to}, first, last, more);
+    for (int before = gone; Shown & note : notes_) {
+        if (note.Line == std::exchange(before, note.Line)) note.Line = gone;
+        if (note.Line == gone) lost_.push_back(std::move(note));
+    }
     if (std::erase_if(notes_, [](const Shown& note) { return note.Line == gone; }) > 0) editor_.viewport()->update();
-    const auto same = std::ranges::unique(notes_, {}, &Shown::Line);
-    notes_.erase(same.begin(), same.end());
     Describe();
 }
 

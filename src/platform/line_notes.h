@@ -35,7 +35,7 @@ public:
 
     // Each change of the text ends with one of these: with the first where it stands, and with the second where it has
     // been taken back and the text is what it was.
-    void Follow() { beforeChange_.clear(); }
+    void Follow();
     void Restore();
 
     // To be called when the editor has painted its text in a part of its viewport.
@@ -46,7 +46,8 @@ public:
 
 private:
     struct Shown {
-        int Line;  // counted from 0
+        int Line;        // counted from 0
+        int LineBefore;  // the change that has not ended yet
         QString TextOfLine;
         QString Text;
         LineNote::Kind What;
@@ -65,12 +66,12 @@ private:
 
     QPlainTextEdit& editor_;
     const QFont font_;
-    std::vector<Shown> notes_;         // in ascending order
-    std::vector<Shown> beforeChange_;  // as they were, until the change has ended
-    int anchors_ = 0;                  // so many there have been
-    int lines_ = 0;                    // of the text
-    int extent_ = 0;                   // of lines and notes from the text's left edge, in pixels
-    int textMaximum_ = 0;              // of the horizontal scroll bar, for the text alone
+    std::vector<Shown> notes_;  // in ascending order
+    std::vector<Shown> lost_;   // to the change that has not ended yet
+    int anchors_ = 0;           // so many there have been
+    int lines_ = 0;             // of the text
+    int extent_ = 0;            // of lines and notes from the text's left edge, in pixels
+    int textMaximum_ = 0;       // of the horizontal scroll bar, for the text alone
     bool isWidening_ = false;
 };
 
