@@ -2,7 +2,6 @@
 
 #include <sstream>
 
-#include "console/text.h"
 #include "datafiles/data_file.h"
 #include "editor/program_file.h"
 #include "files/path.h"

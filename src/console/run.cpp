@@ -4,7 +4,6 @@
 #include <array>
 #include <limits>
 
-#include "assembler/disassembly.h"
 #include "assembler/instruction_table.h"
 #include "console/interruption.h"
 #include "console/trace.h"

@@ -194,8 +194,8 @@ bool Converter::LabelsGo() const {
     return PlaceHere().IsOfData && PlaceHere().IsKnown && std::ranges::none_of(Parsed().Labels, stays);
 }
 
-// In the comment they are without their colons, and each but the last is a comment of its own, which another conversion
-// can read.
+// Says so, and more about it. In the comment labels are without their colons, and each but the last is a comment of its
+// own, which another conversion can read.
 void Converter::MakeComment(bool ofLabels, const Text& more) {
     const bool isOfLabelsAlone = Parsed().What == Kind::Nothing;
     Here().Say(IsComment(isOfLabelsAlone ? u"the label " + Parsed().Labels[0].Name : Parsed().Operation) + more);

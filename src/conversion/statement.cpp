@@ -6,7 +6,6 @@
 
 #include "assembler/disassembly.h"
 #include "conversion/expression.h"
-#include "conversion/source_lines.h"
 #include "machine/number_format.h"
 #include "machine/text.h"
 

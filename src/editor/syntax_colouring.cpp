@@ -1,7 +1,6 @@
 #include "editor/syntax_colouring.h"
 
 #include <algorithm>
-#include <string>
 
 #include "assembler/mnemonic_list.h"
 #include "machine/text.h"
