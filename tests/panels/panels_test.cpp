@@ -2,6 +2,7 @@
 
 #include "panels/byte_text.h"
 #include "panels/column_list.h"
+#include "panels/tips.h"
 
 namespace panels {
 
@@ -24,6 +25,23 @@ TEST(ColumnList, KeepsEachTextAsTypedUntilItIsFull) {
     EXPECT_EQ(list.ColCount(), 51);
     EXPECT_EQ(list.Add("1000"), AddResult::Full);
     EXPECT_FALSE(list.CanRemove() || list.Remove("1000"));
+}
+
+TEST(Tips, SayAValueInItsOtherForms) {
+    EXPECT_EQ(ByteTip(127), "Binary 0111 1111, decimal 127");
+    EXPECT_EQ(NumberTip(' ', 8), "Binary 0010 0000, decimal 32");
+    EXPECT_EQ(StoredByteTip('~'), "Byte 7E, binary 0111 1110, decimal 126, character ~");
+    EXPECT_EQ(StoredByteTip(0x7F), "Byte 7F, binary 0111 1111, decimal 127");
+    EXPECT_EQ(TimeTip(40) + '|' + TimeTip(4), "13 microseconds, at 0.325 each|1.3 microseconds, at 0.325 each");
+    const auto changes = std::make_unique<m8085::Changes>();
+    std::fill_n(changes->Memory.begin() + 0x8000, 11, true);
+    const auto machine = std::make_unique<m8085::MachineState>();
+    EXPECT_TRUE(DescribeChanges(*changes, *machine).ends_with("memory 8007 00, 3 more bytes of memory"))
+        << DescribeChanges(*changes, *machine);
+    machine->SP = 0xFFF8;
+    EXPECT_TRUE(StackTip(*machine).ends_with("Word 0000 at FFFE"));
+    machine->SP = 0xFFF6;
+    EXPECT_TRUE(StackTip(*machine).ends_with("Word 0000 at FFFC"));
 }
 
 }  // namespace panels

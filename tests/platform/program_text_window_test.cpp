@@ -289,7 +289,7 @@ TEST_F(ProgramTextTest, ALineIsNeverWrappedAndATabLeadsToTheEighthColumn) {
 }
 
 TEST_F(ProgramTextTest, KeepsCharactersThatTheControlMightDrop) {
-    const std::u16string odd = std::u16string(u"a\u00A0b") + u'\0' + u"c\t\u2028d";
+    const std::u16string odd = std::u16string(u"a\u00A0b") + u'\0' + u"c\t\u2028d\U0001F600";
     text.SetText(odd + u"\u2029\uFDD0\uFDD1");
     EXPECT_EQ(text.Text(), odd + u"\u2029\uFDD0\uFDD1");
 }
