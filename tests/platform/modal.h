@@ -37,11 +37,13 @@ struct MessageAnswer : BoxAnswer<QMessageBox> {
               look();
               Text = box.text();
               Caption = box.windowTitle();
+              Details = box.detailedText();
               box.button(button)->click();
           }) {}
 
     QString Text;
     QString Caption;
+    QString Details;
 };
 
 // Types a text into an input box and accepts it, or cancels the box if the text is empty. Keeps what the box said.

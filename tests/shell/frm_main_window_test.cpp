@@ -120,6 +120,12 @@ TEST_F(FrmMainTest, ARunSaysBesideTheCommentsWhetherTheyHeld) {
     Start();
     window->Open(folder.filePath("sum.asm"));
     Click("cmdCompile");
+    const auto shows = [this](const QColor& ground) {
+        const QImage picture = Editor().viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+        const auto* pixels = reinterpret_cast<const QRgb*>(picture.constBits());
+        return std::find(pixels, pixels + picture.width() * picture.height(), ground.rgb()) !=
+               pixels + picture.width() * picture.height();
+    };
     const std::pair<int, const char*> runs[] = {
         {0, "Line 6: 9000 was 00, so not tried"},
         {5, "Line 6: 9001 was 00, so not tried"},
@@ -132,8 +138,12 @@ TEST_F(FrmMainTest, ARunSaysBesideTheCommentsWhetherTheyHeld) {
         Click("cmdRun");
         EXPECT_TRUE(end.Answered());
         EXPECT_EQ(Editor().accessibleDescription(), told);
+        EXPECT_EQ(shows(platform::NeutralNoteGround), byte != 6);
     }
     EXPECT_GT(Editor().verticalScrollBar()->value(), 50) << "what did not hold is in view";
+    EXPECT_TRUE(shows(platform::BadNoteGround));
+    Editor().verticalScrollBar()->setValue(0);
+    EXPECT_TRUE(shows(platform::GoodNoteGround));
     machine->Memory[0x9000] = 4;
     Click("cmdSlowRun");
     EXPECT_EQ(Editor().accessibleDescription(), "Line 6: 9000 was 04, so not tried");
@@ -288,9 +298,9 @@ TEST_F(FrmMainTest, EveryControlStandsFreeInsideItsPanelAndHasANameForThoseWhoCa
 TEST_F(FrmMainTest, ALineIsMarkedByKeyOrMenuAndRunsStopThereUntilNew) {
     StartWith(u"nop\r\nfirst: nop\r\nnop");
     auto& menuEntry = Find<QAction>("mnuStopHere");
-    const auto openMenuAtLine = [&](int line) {
+    const auto openMenuAtLine = [&](int line, QContextMenuEvent::Reason by = QContextMenuEvent::Mouse) {
         const QPoint place(40, 17 * line - 5);
-        QContextMenuEvent open(QContextMenuEvent::Mouse, place, Editor().viewport()->mapToGlobal(place));
+        QContextMenuEvent open(by, place, Editor().viewport()->mapToGlobal(place));
         QApplication::sendEvent(Editor().viewport(), &open);
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         EXPECT_TRUE(menu->actions().contains(&menuEntry) && menu->actions().contains(&Find<QAction>("mnuConvert")));
@@ -302,6 +312,7 @@ TEST_F(FrmMainTest, ALineIsMarkedByKeyOrMenuAndRunsStopThereUntilNew) {
     menuEntry.trigger();
     TypeIntoB("0");
     EXPECT_TRUE(openMenuAtLine(2));
+    EXPECT_TRUE(openMenuAtLine(1, QContextMenuEvent::Keyboard)) << "it is about the line of the caret";
     Press(Qt::Key_F5);
     EXPECT_EQ(Editor().SelectedText(), u"nop");
     EXPECT_EQ(machine->PC, 0x8001);
@@ -391,7 +402,7 @@ TEST_F(FrmMainTest, AProgramFromElsewhereIsConvertedInOneStepOfUndo) {
         const FileAnswer file(path);
         const MessageAnswer said;
         Find<QAction>("mnuConvert").trigger();
-        EXPECT_EQ(said.Text, expected);
+        EXPECT_EQ(said.Text + said.Details, expected);
         return file.Answered();
     };
     EXPECT_TRUE(
@@ -412,6 +423,10 @@ TEST_F(FrmMainTest, AProgramFromElsewhereIsConvertedInOneStepOfUndo) {
     EXPECT_FALSE(convert("Nothing had to be changed."));
     EXPECT_EQ(Editor().Text(), u"mvi a,10");
     EXPECT_FALSE(Editor().document()->isUndoAvailable());
+    Editor().SetText(QString("ei\r\n").repeated(22).toStdU16String());
+    const MessageAnswer many;
+    Find<QAction>("mnuConvert").trigger();
+    EXPECT_TRUE(many.Text.contains("and 2 more") && many.Details.contains("Line 22:"));
 }
 
 TEST_F(FrmMainTest, MarksGoWhenSomethingElseChangesTheMachineAndOnlyAfterANewColumnTheStepCanBeTakenBack) {
