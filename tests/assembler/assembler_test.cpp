@@ -198,8 +198,7 @@ TEST(Assembler, NotesNameTheCauseOfAFailure) {
          "velmora-run"},
         {u"five equ 5", "1: EQU is a directive, and there are none here: write the number itself"},
         {u"data: db 5",
-         "1: DB is a directive, and there are none here: put data into memory by instructions or by a "
-         "data file"},
+         "1: DB is a directive, and there are none here: put data into memory by instructions or by a data file"},
         {u"rst 1", "1: this machine has no interrupts, and so no RST"},
         {u"l: LNZ l", "1: there is no LNZ; is RNZ, JNZ or CNZ meant?"},
         {u"HALT", "1: there is no HALT; is HLT meant?"},
@@ -258,8 +257,7 @@ TEST(Assembler, NotesNameTheCauseOfAFailure) {
         {u"nop\n" + std::u16string(40000, u' '), "0: "},
         {u"adi " + std::u16string(99, u'z'),
          "1: " + std::string(30, 'Z') +
-             "... is not a number: those are hexadecimal digits and nothing else, but for "
-             "a final H"},
+             "... is not a number: those are hexadecimal digits and nothing else, but for a final H"},
     };
     for (const auto& [source, expected] : lines) {
         TestRig rig;
