@@ -143,6 +143,7 @@ TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) 
     const FileAnswer dialog(path);
     Click("Command4");
     Write(path, "what was there before, and longer than what comes, so that it would show after it");
+    machine->Memory[0x8001] = 0xF;
     machine->Memory[0x8000] = machine->Memory[0xFFFF] = 0xA5;  // as of the click on OK
     Click("OKButton");
     EXPECT_EQ(Dialog(), nullptr);
@@ -150,7 +151,7 @@ TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) 
     const QString text = Read(path);
     const QString created = text.section("\r\n", 0, 0).section("; Data file created on ", 1);
     EXPECT_TRUE(QLocale::system().toDate(created.section(" at ", 0, 0), QLocale::ShortFormat).isValid());
-    EXPECT_EQ(text.section("\r\n", 1), "\r\n8000 : A5 0 \r\nFFFF : A5 \r\n9000 : \r\n");
+    EXPECT_EQ(text.section("\r\n", 1), "\r\n8000 : A5 F \r\nFFFF : A5 \r\n9000 : \r\n");
     Choose("mnuSaveData");
     EXPECT_EQ(Entries(), "");
 }

@@ -7,14 +7,17 @@
 namespace editor {
 
 TEST(ProgramFile, ValidUtf8IsReadAsSuchWithoutItsMark) {
-    const ProgramFile file = DecodeProgramFile("\xEF\xBB\xBFmov \xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80\r\n");
-    EXPECT_EQ(file.Text, u"mov \u00E9 \u20AC \U0001F600\r\n");
+    const std::string bytes =
+        "; \xC2\x80 \xDF\xBF \xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xEF\xBF\xBF \xF0\x90\x80\x80 \xF4\x8F\xBF\xBF\r\n";
+    const ProgramFile file = DecodeProgramFile("\xEF\xBB\xBF" + bytes);
+    EXPECT_EQ(file.Text, u"; \u0080 \u07FF \u0800 \uD7FF \uE000 \uFFFF \U00010000 \U0010FFFF\r\n");
     EXPECT_EQ(file.ReadAs, Encoding::Utf8);
-    EXPECT_EQ(EncodeProgramFile(file.Text, file.ReadAs).Bytes, "mov \xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80\r\n");
+    EXPECT_EQ(EncodeProgramFile(file.Text, file.ReadAs).Bytes, bytes);
 }
 
 TEST(ProgramFile, WhatIsNotUtf8IsReadAsWindows1252) {
-    for (const char* bytes : {"caf\xE9", "\x80", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x82", "\xFF"})
+    for (const char* bytes : {"caf\xE9", "\x80", "\xC0\xAF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xED\xBF\xBF",
+                              "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xE2\x82", "\xFF"})
         EXPECT_EQ(DecodeProgramFile(bytes).ReadAs, Encoding::Windows1252) << bytes;
     EXPECT_EQ(DecodeProgramFile("\x80 caf\xE9").Text, u"\u20AC caf\u00E9");
 }
@@ -39,7 +42,8 @@ TEST(ProgramFile, WhatWasWrittenReadsBackAsTheSameText) {
         EXPECT_EQ(file.WrittenAs, Encoding::Utf8);
         EXPECT_EQ(DecodeProgramFile(file.Bytes).Text, text);
     }
-    EXPECT_EQ(EncodeProgramFile(std::u16string(1, char16_t{0xD83D}), Encoding::Utf8).Bytes, "\xEF\xBF\xBD");
+    const std::u16string halves{char16_t{0xD83D}, u'x', char16_t{0xDC00}, char16_t{0xDBFF}};
+    EXPECT_EQ(EncodeProgramFile(halves, Encoding::Utf8).Bytes, "\xEF\xBF\xBDx\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
 TEST(ProgramFile, Utf16IsReadByItsMarkAndWhatIsNotATextIsRefused) {
@@ -55,9 +59,12 @@ TEST(ProgramFile, Utf16IsReadByItsMarkAndWhatIsNotATextIsRefused) {
          {std::string_view("n\0", 2), std::string_view("\xFF\xFEn\0x", 5), std::string_view("{\\rtf1"),
           std::string_view("a\x1A nop"), std::string_view("\x7F")})
         EXPECT_EQ(DecodeProgramFile(bytes).Problem, "It is not a text file.") << bytes;
-    const std::u16string largest(LargestProgramFile / 2, u'\n');
-    EXPECT_EQ(FindProblem(largest), "");
-    EXPECT_NE(FindProblem(largest + u'x'), "");
+    for (const auto& [line, size] : {std::pair(u"~\u0080\u07FF\n", 7), {u"\u0800\r\n", 5}, {u"\U0010FFFF\r", 6}}) {
+        std::u16string largest(LargestProgramFile % std::size_t(size), u'x');
+        for (std::size_t i = 0; i < LargestProgramFile / std::size_t(size); ++i) largest += line;
+        EXPECT_EQ(FindProblem(largest), "");
+        EXPECT_NE(FindProblem(largest + u'x'), "");
+    }
 }
 
 TEST(PlainSource, OutsideCommentsItIsWhatItLooksLike) {

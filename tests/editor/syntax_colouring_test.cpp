@@ -4,6 +4,8 @@
 
 #include <string>
 
+using namespace std::string_literals;
+
 namespace editor {
 
 namespace {
@@ -25,7 +27,11 @@ TEST(SyntaxColouring, MnemonicsAreWholeWordsInEitherCase) {
     EXPECT_EQ(Picture(u"mvi a,cc"), "mmm...mm");
     EXPECT_EQ(Picture(u"CALL:jmp:LOOP"), "mmmm.mmm.....");
     EXPECT_EQ(Picture(u"RST EI DI RIM SIM OUT"), "..................mmm");
-    EXPECT_EQ(Picture(u"\u00E9add \u201Cadd\u201D"), "......mmm.");
+    for (const char16_t letter : u"z_9\u00AA\u00B5\u00BA\u00C0\u00D8\u1FFF\u2C00\u2FFF\u3040\uD7FF\uE000"s)
+        EXPECT_EQ(Picture(letter + u"add"s), "....") << std::hex << int{letter};
+    for (const char16_t sign :
+         u"\u0080\u00BF\u00D7\u00F7\u2000\u2BFF\u3000\u303F"s + char16_t{0xD800} + char16_t{0xDFFF})
+        EXPECT_EQ(Picture(u"add"s + sign), "mmm.") << std::hex << int{sign};
 }
 
 TEST(SyntaxColouring, ACommentRunsToTheLineEndAndKeepsItsMnemonicsBold) {
