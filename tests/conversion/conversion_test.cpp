@@ -289,4 +289,29 @@ LARGEST: DS 1
     EXPECT_EQ(std::vector<int>(list, list + 6), (std::vector<int>{3, 7, 0x10, 'A', 0xFF, 0xFF}));
 }
 
+TEST(Conversion, WhatOtherAssemblersAndListsWriteComesOverWholeOrStays) {
+    ExpectConverted({
+        {"* COMMENT LINE\n\tLXI H,10\n\tHLT\n\tORG 3000H\nX\tDB 100",
+         "; * COMMENT LINE\n\tLXI H,10\n\tHLT\n\t; ORG 3000H\n; X\tDB 100"},
+        {"\tLDA Q\n\tHLT\nQ:\tDB ''''", "\tLDA 8004H\n\tHLT\nQ:\tDB ''''"},
+        {"DEBUG EQU 0\nIF DEBUG\nMVI A,1\nENDIF\nHLT", "; DEBUG EQU 0\nIF DEBUG\nMVI A,1\nENDIF\nHLT"},
+        {"N\tEQU 4\n\tORG 3000H\nB1:\tDS N*2\nB2:\tDB 5\n\tORG 2000H\n\tLDA B2\n\tHLT",
+         "; N\tEQU 4\n\t; ORG 3000H\n; B1 \tDS N*2\n; B2 \tDB 5\n\t; ORG 2000H\n\tLDA 3008H\n\tHLT"},
+        {"3E 05\n76", "3E 05\n76"},
+        {"MVI A,05H\t<- load\nHLT", "MVI A,05H\t; <- load\nHLT"},
+        {"```asm\nMVI A,3\nHLT\n```", "; ```asm\nMVI A,3\nHLT\n; ```"},
+        {"* = 2000H\nMVI A,05H\nHLT", "; * = 2000H\nMVI A,05H\nHLT"},
+        {"\tMVI /* load */ A,7\n\tHLT", "\tMVI   A,7 ; load \n\tHLT"},
+        {"ORG 2000H, main\n MVI A,05\n HLT", "ORG 2000H, main\n MVI A,05\n HLT"},
+        {"\tORG 0\n\tJMP 100H\n\tORG 8\n\tRET\n\tORG 100H\n\tRST 1\n\tHLT",
+         "\t; ORG 0\n\tJMP L0100\n\t; ORG 8\n\tRET\n\t; ORG 100H\n\tL0100: RST 1\n\tHLT"},
+        {"\tPUBLIC START\n\tEXTRN  FOO\nSTART:\tMVI A,5\n\tHLT\n\tEND START",
+         "\t; PUBLIC START\n\tEXTRN  FOO\nSTART:\tMVI A,5\n\tHLT\n\t; END START"},
+        {"BITS    EQU 5\nMASK    EQU (1 SHL BITS) - 1\nMVI A,MASK\nSTA 9000H\nHLT",
+         "; BITS    EQU 5\n; MASK    EQU (1 SHL BITS) - 1\nMVI A,1FH\nSTA 9000H\nHLT"},
+        {"LDA 9000H   % fetch\nADD A       % times 2\nADD A       % times 4\nSTA 9001H   % store\nHLT",
+         "LDA 9000H   ; % fetch\nADD A       ; % times 2\nADD A       ; % times 4\nSTA 9001H   ; % store\nHLT"},
+    });
+}
+
 }  // namespace
