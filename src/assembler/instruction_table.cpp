@@ -174,9 +174,11 @@ const InstructionRow* FindInstruction(std::uint8_t opcode) {
 
 const InstructionRow* FindInstruction(std::u16string_view mnemonic, std::u16string_view firstOperand,
                                       std::u16string_view secondOperand) {
+    // Most rows differ in the first letter already, which is seen fastest.
     const auto found = std::ranges::find_if(rows, [=](const InstructionRow& row) {
-        return row.Mnemonic.size() == mnemonic.size() && BeginsWith(row.Mnemonic, mnemonic) &&
-               BeginsWith(row.Operands[0], firstOperand) && BeginsWith(row.Operands[1], secondOperand);
+        return row.Mnemonic.size() == mnemonic.size() && static_cast<char16_t>(row.Mnemonic[0]) == mnemonic[0] &&
+               BeginsWith(row.Mnemonic, mnemonic) && BeginsWith(row.Operands[0], firstOperand) &&
+               BeginsWith(row.Operands[1], secondOperand);
     });
     return found == rows.end() ? nullptr : &*found;
 }
