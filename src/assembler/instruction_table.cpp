@@ -23,7 +23,7 @@ struct SingleForm {
     InstructionForm Form;
 };
 
-constexpr std::array<std::string_view, 8> registerNames = {"B", "C", "D", "E", "H", "L", "M", "A"};
+constexpr std::array<std::string_view, 8> registersByCode = {"B", "C", "D", "E", "H", "L", "M", "A"};
 constexpr std::array<std::string_view, 8> accumulatorMnemonics = {"ADD", "ADC", "SUB", "SBB",
                                                                   "ANA", "XRA", "ORA", "CMP"};
 constexpr std::array<std::string_view, 8> jumpMnemonics = {"JNZ", "JZ", "JNC", "JC", "JPO", "JPE", "JP", "JM"};
@@ -47,7 +47,7 @@ constexpr SingleForm singleForms[] = {
 
 // The families of codes 00 to 3F, told apart by their low bits.
 constexpr InstructionForm LowForm(unsigned opcode) {
-    const std::string_view destination = registerNames[opcode >> 3 & 7];
+    const std::string_view destination = registersByCode[opcode >> 3 & 7];
     const std::string_view pair = m8085::PairNames[opcode >> 4 & 3];
     switch (opcode & 0x0F) {
         case 0x1: return {"LXI", '1', pair, "I16"};
@@ -85,10 +85,10 @@ constexpr InstructionForm FormOf(unsigned opcode) {
     for (const SingleForm& single : singleForms)
         if (single.Opcode == opcode) return single.Form;
 
-    const std::string_view source = registerNames[opcode & 7];
+    const std::string_view source = registersByCode[opcode & 7];
     switch (opcode >> 6) {
         case 0: return LowForm(opcode);
-        case 1: return {"MOV", '1', registerNames[opcode >> 3 & 7], source};
+        case 1: return {"MOV", '1', registersByCode[opcode >> 3 & 7], source};
         case 2: return {accumulatorMnemonics[opcode >> 3 & 7], opcode < 0xA0 ? '2' : '3', source};
         default: return HighForm(opcode);
     }
