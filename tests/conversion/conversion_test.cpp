@@ -203,10 +203,10 @@ TEST(Conversion, JumpsGetLabels) {
 
 TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
     ExpectConverted({
-        {"Addition of 2 bytes\nAim: to add, and so on\nDate : 1-2-3 \nName: R. Rao\n1. Start\n\nPROGRAM\nmvi "
-         "a,5\nhlt\nThe result stands in A\n",
-         "; Addition of 2 bytes\n; Aim - to add, and so on\n; Date - 1-2-3 \n; Name - R. Rao\n; 1. Start\n\n; "
-         "PROGRAM\nmvi a,5\nhlt\n; The result stands in A\n"},
+        {"Addition of 2 bytes\nAim: to add, and so on\nDate : 1-2-3 \nName: R. Rao\n1. Start\n\n"
+         "PROGRAM\nmvi a,5\nhlt\nThe result stands in A\n",
+         "; Addition of 2 bytes\n; Aim - to add, and so on\n; Date - 1-2-3 \n; Name - R. Rao\n; 1. Start\n\n"
+         "; PROGRAM\nmvi a,5\nhlt\n; The result stands in A\n"},
         {"ADD TWO NUMBERS\norg 8000\nFirst part\nnop\n", "; ADD TWO NUMBERS\n; org 8000\n; First part\nnop\n"},
         {"miv a,05 load a\nPUSHH B\ncall delay now\nadd b\n", "miv a,05 load a\nPUSHH B\ncall delay ; now\nadd b\n"},
         {"nop\nIt is in A now\nhlt", "nop\nIt is in A now\nhlt"},

@@ -311,9 +311,8 @@ TEST_F(RunControlTest, ARefusalIsShownAndTheNextCommandTriesAgain) {
 
 TEST_F(RunControlTest, StepsAndRunsAreTakenBackOneByOneWithAllThatWasShown) {
     Load(
-        u"lxi sp,9000\r\nlxi h,1234\r\npush h\r\nxthl\r\nout 5\r\nmov m,a\r\ninr m\r\nout 5\r\ncall sub\r\ninr "
-        u"a\r\nhlt\r\n"
-        u"sub:\r\ndcr b\r\nret");
+        u"lxi sp,9000\r\nlxi h,1234\r\npush h\r\nxthl\r\nout 5\r\nmov m,a\r\ninr m\r\nout 5\r\ncall sub\r\n"
+        u"inr a\r\nhlt\r\nsub:\r\ndcr b\r\nret");
     control.SetMarkedLines({10});
     machine.Ports[5] = 7;
     std::vector<Moment> moments;
