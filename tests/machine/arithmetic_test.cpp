@@ -130,9 +130,7 @@ TEST_F(Arithmetic, SixteenBitOperationsTouchNoFlagButTheCarryOfDAD) {
         EXPECT_EQ(after(0x0B, 0x0000, 0xD5), 0xFFFF);  // DCX
         EXPECT_EQ(after(0x0B, 0x1300, 0xD5), 0x12FF);
         EXPECT_EQ(after(0x09, 0x8001, 0xD5), pair == 2 ? 2 : 0);  // DAD
-        if (pair != 2) {
-            EXPECT_EQ(after(0x09, 0x8000, 0xD4), 0xFFFF);
-        }
+        EXPECT_EQ(after(0x09, 0x8000, pair == 2 ? 0xD5 : 0xD4), pair == 2 ? 0 : 0xFFFF);
     }
 }
 
