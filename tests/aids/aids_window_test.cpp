@@ -2,7 +2,6 @@
 
 #include "aids/code_assistant.h"
 #include "aids/delay_designer.h"
-#include "aids/mnemonic_tip.h"
 #include "assembler/instruction_table.h"
 #include "platform/modal.h"
 #include "support/test_rig.h"
@@ -124,14 +123,6 @@ TEST_F(CodeAssistantTest, ASecondClickPressesNoKeyThatTheFirstHasBroughtUnderThe
     QTest::qWait(QApplication::doubleClickInterval() + 50);
     QTest::mouseClick(sp, Qt::LeftButton, {}, samePlace);
     EXPECT_EQ(txtCode.Text(), u"inx sp\r\n");
-}
-
-TEST(MnemonicTip, SaysWhyAnInstructionMayTakeLonger) {
-    for (const auto& [mnemonic, figures] :
-         {std::pair{"JNZ", "\n3 bytes; 7 T-states, 10 if the condition holds; no flags"},
-          {"ADD", "\n1 byte; 4 T-states, 7 with M; flags S Z AC P CY"},
-          {"JMP", "\n3 bytes; 10 T-states; no flags"}})
-        EXPECT_TRUE(MnemonicTip(mnemonic).ends_with(figures)) << MnemonicTip(mnemonic);
 }
 
 TEST(DelayDesigner, PutsTheLoopInThePlaceOfTheSelectionAndRefusesALongTime) {

@@ -43,7 +43,6 @@ TEST(Cases, ProseIsPassedOverAndWhatLooksLikeAClaimIsNot) {
         {"; gives A==05\n", "one = is enough: A=05"},
         {"; gives A=05,CY=2\n", "from 0 to 1"},
         {"; gives list.dat\n", "can only be given"},
-        {"; gives:A=05\n", ":A"},
         {"; gives A=05 ; the sum\n", "after a value stands a comma, or nothing"},
         {"; gives about 54 T states\n", "T-states are decimal"},
         {"; gives [a] A=05\n", "stands after given"},

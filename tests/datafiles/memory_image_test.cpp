@@ -41,7 +41,6 @@ TEST(MemoryImage, ReadsIntelHexDataFilesAndBytes) {
         {"; hex: x\n0010 : 1 FF, 7\n8000: 5 8000: 0", {}, "16: 1 255 7;32768: 0;"},
         {"FFFF: 1 2", {}, "it is neither Intel HEX nor a data file; bytes as they are need --origin"},
         {"add: mov b,c", {}, "it is neither Intel HEX nor a data file; bytes as they are need --origin"},
-        {"10 20", {}, "it is neither Intel HEX nor a data file; bytes as they are need --origin"},
         {"8000: 5", 0x2000, "it has its addresses in it, and goes without --origin"},
         {":v", 0x2000, "8192: 58 118;"},
         {"", 0x2000, "there is no byte in it"},

@@ -144,13 +144,6 @@ protected:
         return effect.join('|');
     }
 
-    void ExpectToFollow(const CommandRow& row, CommandState state) {
-        auto& entry = Find<QAction>(row.Entry);
-        entry.setEnabled(!CanStart(row, state));
-        emit qobject_cast<QMenu*>(entry.associatedObjects().constFirst())->aboutToShow();
-        EXPECT_EQ(entry.isEnabled(), CanStart(row, state));
-    }
-
     // Also of an entry that has not followed its button.
     QString EffectOfEntry(const CommandRow& row) {
         auto& entry = Find<QAction>(row.Entry);
@@ -158,9 +151,6 @@ protected:
         QString effect = EffectOf([&entry] { entry.trigger(); });
         EXPECT_TRUE(entry.isEnabled()) << "has followed its button";
         return effect;
-    }
-    QString EffectOfButton(const CommandRow& row) {
-        return EffectOf([this, &row] { Click(row.Button); });
     }
 
     // The effect that a command has inside a run, which is then ended.
@@ -213,9 +203,12 @@ TEST_F(CommandsTest, EveryEntryAndButtonDoesItsCommandAndNothingElse) {
             ExpectState(row.LeadsTo.value_or(state));
             if (row.Button.isEmpty()) continue;
             SetUp(state);
-            ExpectToFollow(row, state);
             const bool canStart = CanStart(row, state);
-            EXPECT_EQ(EffectOfButton(row), canStart ? row.Effect + row.ButtonAdds : "");
+            auto& entry = Find<QAction>(row.Entry);
+            entry.setEnabled(!canStart);
+            emit qobject_cast<QMenu*>(entry.associatedObjects().constFirst())->aboutToShow();
+            EXPECT_EQ(entry.isEnabled(), canStart) << "follows its button when its menu opens";
+            EXPECT_EQ(EffectOf([&] { Click(row.Button); }), canStart ? row.Effect + row.ButtonAdds : "");
             ExpectState(canStart ? row.LeadsTo.value_or(state) : state);
         }
     }
@@ -229,7 +222,8 @@ TEST_F(CommandsTest, ARunLetsInWhatCannotHarmIt) {
         EXPECT_EQ(EffectInRun([&] { return EffectOfEntry(row); }), expected);
         ExpectState(row.LeadsTo == NoProgram ? NoProgram : ProgramAssembled);
         if (row.Button.isEmpty()) continue;
-        EXPECT_EQ(EffectInRun([&] { return EffectOfButton(row); }), CanStart(row, Running) ? expected : "");
+        EXPECT_EQ(EffectInRun([&] { return EffectOf([&] { Click(row.Button); }); }),
+                  CanStart(row, Running) ? expected : "");
     }
     const auto pressX = [this] { QTest::keyClick(window->focusWidget(), Qt::Key_X); };
     EXPECT_EQ(EffectInRun([&] { return EffectOf(pressX); }), "");
