@@ -25,7 +25,6 @@ TEST(ProgramTip, SaysWhatStandsAtAPlaceAndOfTheAssembledTextAlsoWhere) {
         {3, u"mvi b", u"8000: 3E FF", onlyAssembled},
         {4, u"m,a", u"M, the byte at 9041, is 07\nBinary 0000 0111, decimal 7"},
         {5, u"h,", u"HL is 9041\nDecimal 36929"},
-        {5, u"041", u"Binary 1001 0000 0100 0001, decimal 36929"},
         {6, u"psw", u"PSW is 2A40\nA is 2A, F is 40"},
         {7, u"p", u"SP is FFF0\nDecimal 65520"},
         {9, u"A", u"Binary 0010 1010, decimal 42, character *"},

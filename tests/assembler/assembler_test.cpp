@@ -91,19 +91,13 @@ TEST(Assembler, EveryInstructionGetsItsOwnOpcode) {
 
 TEST(Assembler, SourceFormat) {
     const std::pair<std::u16string, Bytes> sources[] = {
-        {u"", {}},
-        {u"rz", {0xC8}},
-        {u"MOV A , B", {0x78}},
         {u"MOV A B", {0x78}},
         {u"\tMOV\tA,,\t,B\t;C", {0x78}},
         {u";MOV A,B\r\n  ; x\r\n\r\nRET ;y;z", {0xC9}},
-        {u"MOV A,B XRA C", {0xA9}},  // the fourth word takes the place of the first, the fifth that of the second
-        {u"MOV A,B MVI C 5", {0x0E, 5}},
-        {u"INR A,B", {0x3C}},  // a word that the instruction does not want
+        {u"MOV A,B MVI C 5", {0x0E, 5}},  // the fourth word takes the place of the first, and so on
+        {u"INR A,B", {0x3C}},             // a word that the instruction does not want
         {u"MVI A,0ffH", {0x3E, 0xFF}},
         {u"MVI A,000000007", {0x3E, 7}},
-        {u"MOV B,H", {0x44}},  // H is not a suffix here
-        {u"LXI HL,9000H", {0x21, 0, 0x90}},
         {u"PUSH P\r\nPUSH PSW\r\nDAD S", {0xF5, 0xF5, 0x39}},
         {u"search:\r\nJMP SEARCH", {0xC3, 0, 0x80}},
         {u"NOP:MOV A,B\r\nJMP NOP", {0x78, 0xC3, 0, 0x80}},
@@ -133,24 +127,19 @@ TEST(Assembler, FailuresReportTextAndLineAndKeepWhatWasWritten) {
     };
     const Failure failures[] = {
         {u"RET\r\norg 9000", u"Bad opcode - ORG", 2, {0xC9}},
-        {u"B", u"Bad opcode - B", 1, {}},
         {u"MO A,B", u"Bad opcode - MO", 1, {}},
         {u"OV", u"Bad opcode - OV", 1, {}},
         {u"PUSHX A", u"Bad opcode - PUSHX", 1, {}},
         {u"MOV, A", u"Bad opcode - MOV,", 1, {}},
-        {u"; note: hello", u"Bad opcode - HELLO", 2, {}},
         {u"MOV ,A,B", u"Bad operand - ,A", 1, {0x7C}},
         {u"MOV A,B,C", u"Bad operand - B,C", 1, {0x7C}},
-        {u"MOV B", u"Bad operand - ", 1, {0x40}},
         {u"MOV A,B\r\nMOV A", u"Bad operand - ", 2, {0x78, 0x7C}},  // the words of one line are gone on the next
         {u"ADI 5\r\nADI", u"Bad operand", 2, {0xC6, 5, 0xC6}},
         {u"MOV M,M", u"Bad operand - M", 1, {0x70}},
         {u"RET\r\nMVI A,100", u"Bad operand", 2, {0xC9, 0x3E}},
-        {u"MVI A", u"Bad operand", 1, {0x3E}},
         {u"ADI 10HH", u"Bad operand", 1, {0xC6}},
         {u"LXI H,START\r\nSTART:RET", u"Bad operand", 1, {0x21}},
         {u"LDA 100000000000000007", u"Bad operand", 1, {0x3A, 0x07}},
-        {u"RET\r\nJMP 8000H", u"Bad label - 8000H", 2, {0xC9, 0xC3}},
         {u"\r\nCALL", u"Bad label - ", 2, {0xCD}},
         {u"X:JMP X\r\nJMP Y", u"Bad label - Y", 3, {0xC3, 0, 0x80, 0xC3}},
         {u"\u00E4:JMP \u00C4", u"Bad label - \u00C4", 2, {0xC3}},
@@ -159,7 +148,6 @@ TEST(Assembler, FailuresReportTextAndLineAndKeepWhatWasWritten) {
         {u"RET\r\nMVI A,5\r\nPUSHXY A", u"Bad operand", 0, {0xC9, 0x3E, 5}},
         {Repeat(u"X:\r\n", 101) + u"JMP X", u"Bad operand", 102, {0xC3}},
         {Repeat(u"X:\r\n", 101) + u"Y:", u"Bad operand", 0, {}},
-        {Repeat(u"X:\r\n", 101) + u"NOP\r\nY:", u"Bad operand", 102, {}},
         {std::u16string(LongestPreparedText, u' '), u"Bad operand", 0, {}},
     };
     for (const auto& [source, text, line, left] : failures) {
@@ -183,7 +171,6 @@ TEST(Assembler, NotesNameTheCauseOfAFailure) {
         {u"a: jmp a ; see: jmp b", "1: a colon in a comment breaks the line there: leave it out"},
         {u"nop\nlda 2006h;store", "2: a comment needs a blank before its \";\""},
         {u"hlt;\u00A0end", "1: a comment needs a blank before its \";\""},
-        {u"l: jmp l;again", "1: a comment needs a blank before its \";\""},
         {u"SUB 07H", "1: SUB takes a register here; SUI takes a number: sui 07h"},
         {u"MOV A,0FH", "1: MOV takes a register here; MVI takes a number: mvi a,0fh"},
         {u"mov 2000h,a", "1: MOV takes a register or M, not 2000H: mov a,b"},
@@ -197,14 +184,10 @@ TEST(Assembler, NotesNameTheCauseOfAFailure) {
          "1: ORG is a directive, and there are none here: a program begins at 8000, and elsewhere by the --origin of "
          "velmora-run"},
         {u"five equ 5", "1: EQU is a directive, and there are none here: write the number itself"},
-        {u"data: db 5",
-         "1: DB is a directive, and there are none here: put data into memory by instructions or by a data file"},
         {u"rst 1", "1: this machine has no interrupts, and so no RST"},
         {u"l: LNZ l", "1: there is no LNZ; is RNZ, JNZ or CNZ meant?"},
-        {u"HALT", "1: there is no HALT; is HLT meant?"},
         {u"MVOI a,5", "1: there is no MVOI; is MVI meant?"},
         {u"begin mvi a,5", "1: if BEGIN is a label, it needs a colon: BEGIN:"},
-        {u"jmp calc\ncalc\nnop", "2: if CALC is a label, it needs a colon: CALC:"},
         {u"\nfinished", "2: if FINISHED is a label, it needs a colon: FINISHED:"},
         {u"loop : nop", "1: no blank belongs between a label and its colon"},
         {u"A000 mvi a,5", "1: no address belongs before an instruction"},
@@ -222,13 +205,11 @@ TEST(Assembler, NotesNameTheCauseOfAFailure) {
         {u"end of the program", "1: END is a directive, and there are none here: leave it out"},
         {u"jz end\nend\nhlt", "2: if END is a label, it needs a colon: END:"},
         {u"this is a comment", "1: there is no mnemonic THIS; a label needs a colon, and a comment a \";\" before it"},
-        {u"hlt this is all", "1: THIS is too much for HLT; a comment needs a \";\" before it"},
         {u"l: jmp l if it is", "1: IF is too much for JMP; a comment needs a \";\" before it"},
         {u"mvi a,100d as a start", "1: all numbers are hexadecimal: decimal 100 is 64"},
         {u"mov a,b adi 100", "1: a line holds one instruction: ADI belongs on the next"},
         {u"mvia,05", "1: a blank belongs after MVI"},
         {u"mov,a b", "1: a comma stands between two operands and nowhere else"},
-        {u"add two numbers", "1: ADD takes a register or M, not TWO: add b"},
         {u"mov a b c", "1: C is too much for MOV; a comment needs a \";\" before it"},
         {u"mvi a,255", "1: all numbers are hexadecimal: decimal 255 is FF"},
         {u"mvi a,00000101b", "1: all numbers are hexadecimal: binary 00000101 is 05"},
@@ -237,7 +218,6 @@ TEST(Assembler, NotesNameTheCauseOfAFailure) {
         {u"mvi 12", "1: MVI takes a register or M, not 12: mvi a,05"},
         {u"adi", "1: the number that ADI takes is missing: adi 05"},
         {u"adi 'x'", "1: characters are not numbers: write their codes"},
-        {u"adi 3g", "1: 3G is not a number: those are hexadecimal digits and nothing else, but for a final H"},
         {u"lda 9o00", "1: there is a letter O in 9O00 where a 0 belongs"},
         {u"lxi h,table\ntable: nop", "1: a label is not a number: write the address that it stands for"},
         {u"mvi a,5: ret", "1: a colon belongs after a label only, first on its line"},
@@ -245,11 +225,9 @@ TEST(Assembler, NotesNameTheCauseOfAFailure) {
         {u"loop: nop\njnz lop", "2: there is no label LOP; is LOOP meant?"},
         {u"jnz c010h", "1: a jump or call goes to a label, not to an address: put a label there"},
         {u":\njmp a", "2: no line defines it: put A: where it is to go"},
-        {u"jz face", "1: no line defines it: put FACE: where it is to go"},
         {u"jmp", "1: a jump or call needs a label to go to: jmp loop"},
         {u"hlt l: nop\njmp l", "2: L: does not come first on its line, and so is not a label"},
         {u"l: jmp l:", "1: no colon belongs after the label of a jump or call"},
-        {Repeat(u"x:\n", 101) + u"y:", "102: all 101 places that there are for labels, jumps and calls are taken"},
         {Repeat(u"x:\n", 101) + u"jmp x", "102: all 101 places that there are for labels, jumps and calls are taken"},
         {Repeat(u"x:\n", 99) + u"jmp y\ny:",
          "100: Y has the last of the 101 places for labels and jumps, where it cannot be found"},
@@ -279,7 +257,6 @@ TEST(Assembler, FindsAllFaults) {
         // one line of the source, and once more its comment
         {u"foo a: bar ; b: c: d e: f\nadd ; b: c", "1 opcode - FOO, 1 opcode - D, 2 operand - , 2 opcode - C, "},
         {Repeat(u"x:\n", 101) + u"jmp y\ny: foo", "102 operand, 103 opcode - FOO, "},
-        {Repeat(u"x:\n", 99) + u"jmp y\ny: foo", "100 label - Y, 101 opcode - FOO, "},
         {Repeat(u"foo\n", 20000), ""},
     };
     for (const auto& [source, expected] : programs) {

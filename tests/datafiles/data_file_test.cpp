@@ -14,7 +14,6 @@ TEST(DataFile, ReadsAddressesBytesAndComments) {
     const std::tuple<std::string, std::map<std::size_t, std::uint8_t>, bool> samples[] = {
         {"8000:3e,5 ,, 076", {{0x8000, 0x3E}, {0x8001, 5}, {0x8002, 0x76}}, true},
         {"8000\n\t: 1 9000: 2 8000:\r3", {{0x8000, 3}, {0x9000, 2}}, true},
-        {"8000 : 12 : 34", {{0x12, 0x34}}, true},
         {":5", {{0, 5}}, true},
         {"8000: 1234 100 7FFFFFFF", {{0x8000, 0x34}, {0x8001, 0}, {0x8002, 0xFF}}, true},
         {"3E 5 76 10000:", {}, true},
