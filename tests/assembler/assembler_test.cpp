@@ -5,6 +5,7 @@
 #include <array>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "assembler/explanation.h"
@@ -119,13 +120,7 @@ TEST(Assembler, SourceFormat) {
 }
 
 TEST(Assembler, FailuresReportTextAndLineAndKeepWhatWasWritten) {
-    struct Failure {
-        std::u16string Source;
-        std::u16string_view Text;
-        int Line;
-        Bytes Left;
-    };
-    const Failure failures[] = {
+    const std::tuple<std::u16string, std::u16string_view, int, Bytes> failures[] = {
         {u"RET\r\norg 9000", u"Bad opcode - ORG", 2, {0xC9}},
         {u"MO A,B", u"Bad opcode - MO", 1, {}},
         {u"OV", u"Bad opcode - OV", 1, {}},

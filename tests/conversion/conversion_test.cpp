@@ -9,7 +9,6 @@ namespace {
 
 using conversion::Conversion;
 using Text = std::u16string;
-using View = std::u16string_view;
 using m8085::Wide;
 using support::Narrow;
 
