@@ -57,7 +57,7 @@ void ExpectFaults(Rows rows) {
 TEST(Conversion, CommentsNeitherStickNorBreakTheirLines) {
     ExpectConverted({
         {"hlt;end", "hlt ;end"},
-        {"hlt ; it: a:b : c:", "hlt ; it - a-b - c:"},
+        {"inr c ; it: a:b : c:", "inr c ; it - a-b - c:"},
         {"hlt // the: end", "hlt ; the - end"},
         {"x: nop /* a */ \t// b", "x: nop   \t; a ; b"},
         {"nop /* a\r\n\tb: c */hlt", "nop ; a\r\nhlt ;\tb - c "},
@@ -144,8 +144,8 @@ TEST(Conversion, DataGoToAFile) {
         EXPECT_EQ(Narrow(conversion.Program), result);
         EXPECT_EQ(conversion.Data, data) << source;
     };
-    expectData("lxi h,list\nhlt\nlist: db 1,'A',\"b;\",10H+1 ; all\n.dw list,1234h",
-               "lxi h,8004H\nhlt\n; list  db 1,'A',\"b;\",10H+1 ; all\n; .dw list,1234h",
+    expectData("lxi h,list\nhlt\nlist: db 1,'A',\"b;\",10H+1 ; all\n.dw list,1234h\nk equ 5\n",
+               "lxi h,8004H\nhlt\n; list  db 1,'A',\"b;\",10H+1 ; all\n; .dw list,1234h\n; k equ 5\n",
                "8004 : 01 41 62 3B 11 04 80 34 12\r\n");
     // What the program needs the room of moves as a whole, past what else is used.
     expectData(
@@ -197,9 +197,9 @@ TEST(Conversion, JumpsGetLabels) {
 TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
     ExpectConverted({
         {"Addition of 2 bytes\nAim: to add, and so on\nDate : 1-2-3 \nName: R. Rao\n1. Start\n\n"
-         "PROGRAM\nmvi a,5\nhlt\nThe result stands in A\n",
+         "PROGRAM\naim: lda aim\nhlt\nThe result stands in A\n",
          "; Addition of 2 bytes\n; Aim - to add, and so on\n; Date - 1-2-3 \n; Name - R. Rao\n; 1. Start\n\n"
-         "; PROGRAM\nmvi a,5\nhlt\n; The result stands in A\n"},
+         "; PROGRAM\naim: lda 8000H\nhlt\n; The result stands in A\n"},
         {"ADD TWO NUMBERS\norg 8000\nFirst part\nnop\n", "; ADD TWO NUMBERS\n; org 8000\n; First part\nnop\n"},
         {"miv a,05 load a\nPUSHH B\ncall delay now\nadd b\n", "miv a,05 load a\nPUSHH B\ncall delay ; now\nadd b\n"},
         {"nop\nIt is in A now\nhlt", "nop\nIt is in A now\nhlt"},
