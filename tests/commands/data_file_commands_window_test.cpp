@@ -134,6 +134,9 @@ TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) 
     EXPECT_EQ(Dialog()->focusWidget(), &Control<QLineEdit>("Text1"));
     EXPECT_EQ(Add("FFFF", "10000"), "The ending" + wrong);
     EXPECT_EQ(Control<QLineEdit>("Text2").selectedText(), "10000");
+    Control<QLineEdit>("Text1").setFocus();
+    QTest::mouseClick(&Control<QLineEdit>("Text2"), Qt::LeftButton, {}, {3, 5});
+    EXPECT_EQ(Control<QLineEdit>("Text2").selectedText(), "") << "a click goes to its place";
     for (const auto& [first, last] : {std::pair{"8000", "8001"}, {"FFFF", "fffF"}, {"9000", "8000"}}) Add(first, last);
     EXPECT_EQ(Click("OKButton"), "Please specify the output file name.");
     const QString nowhere = directory.filePath("missing/Memory.dat");

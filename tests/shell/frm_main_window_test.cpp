@@ -99,6 +99,9 @@ TEST_F(FrmMainTest, TheTooltipsOfTheEditorAreAboutTheCharacterUnderTheMouse) {
     }
     EXPECT_EQ(window->pos(), stood);
     EXPECT_EQ(tipAt(2, 7, 90), "8000: 3E 05");
+    QHelpEvent below(QEvent::ToolTip, {20, 300}, Editor().viewport()->mapToGlobal(QPoint(20, 300)));
+    QApplication::sendEvent(Editor().viewport(), &below);
+    EXPECT_TRUE(isHidden()) << "there is no text";
     Click("cmdClear");
     tipAt(3, 4, 2);
     EXPECT_TRUE(isHidden()) << "the program is not in memory any more";
@@ -304,6 +307,8 @@ TEST_F(FrmMainTest, ALineIsMarkedByKeyOrMenuAndRunsStopThereUntilNew) {
         QApplication::sendEvent(Editor().viewport(), &open);
         auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         EXPECT_TRUE(menu->actions().contains(&menuEntry) && menu->actions().contains(&Find<QAction>("mnuConvert")));
+        const auto first = menu->actions().indexOf(Editor().actions().front());
+        EXPECT_TRUE(first > 0 && menu->actions().at(first - 1)->isSeparator());
         menu->close();
         Activate(*window);
         return menuEntry.isChecked();
@@ -525,6 +530,7 @@ TEST_F(FrmMainTest, OnlyStepsRepeatWhileTheirKeyIsHeldAndCountBothHalvesOfADoubl
     clickTwice("cmdSlowRun");
     EXPECT_EQ(machine->TStates, 4 * 4 + 5);
     Click("cmdReset");
+    EXPECT_TRUE(Find<QAction>("mnuPaste").autoRepeat() && !Find<QAction>("mnuRun").autoRepeat());
     for (int time = 0; time < 2; ++time) pressAndHold(Qt::Key_L, Qt::AltModifier, time > 0);
     EXPECT_EQ(machine->TStates, 4 * 4 + 5);
     QTest::simulateEvent(&Editor(), true, Qt::Key_A, {}, "a", true);
@@ -593,6 +599,7 @@ TEST_F(FrmMainTest, ASmallWindowScrollsToWhatIsUsedByKeyAndToTheLineThatIsShown)
         const QRect place = control.rect().translated(control.mapTo(area.viewport(), QPoint()));
         return area.viewport()->rect().contains(place);
     };
+    EXPECT_EQ(area.viewport()->x(), 0) << "no frame around it";
     Editor().setFocus();
     for (const char* const name : {"txtA", "txtEdit"}) {
         Press(Qt::Key_F6);

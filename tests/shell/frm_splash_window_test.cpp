@@ -16,6 +16,7 @@ void Click(frmSplash& splash, const char* label) {
 TEST(FrmSplash, TheTimerTakesItAwayOnceHoweverItWasShown) {
     frmSplash splash;
     splash.ShowAtStart();
+    EXPECT_TRUE(splash.isVisible());
     EXPECT_LT((splash.geometry().center() - splash.screen()->availableGeometry().center()).manhattanLength(), 3);
     QTest::mouseClick(&splash, Qt::LeftButton, {}, {20, 200});
     EXPECT_FALSE(splash.isVisible());
