@@ -88,14 +88,16 @@ TEST_F(FilesTest, ANewFileTakesThePlaceOfTheOldAndKeepsItsModeAndOwner) {
     ::umask(022);
     ::chmod(file.c_str(), 0666);
     const bool isRoot = ::geteuid() == 0;  // nobody else may give files away
-    EXPECT_EQ(::chown(file.c_str(), isRoot ? 12345 : -1U, isRoot ? 23456 : -1U), 0);
-    const struct stat before = StatusOf(file);
-    EXPECT_EQ(WriteFile(file, "text"), std::nullopt);
-    const struct stat after = StatusOf(file);
-    EXPECT_NE(after.st_ino, before.st_ino);
-    EXPECT_EQ(after.st_mode, before.st_mode);
-    EXPECT_EQ(after.st_uid, before.st_uid);
-    EXPECT_EQ(after.st_gid, before.st_gid);
+    for (const uid_t owner : {12345U, 0U}) {
+        EXPECT_EQ(::chown(file.c_str(), isRoot ? owner : -1U, isRoot ? 23456 : -1U), 0);
+        const struct stat before = StatusOf(file);
+        EXPECT_EQ(WriteFile(file, "text"), std::nullopt);
+        const struct stat after = StatusOf(file);
+        EXPECT_NE(after.st_ino, before.st_ino);
+        EXPECT_EQ(after.st_mode, before.st_mode);
+        EXPECT_EQ(after.st_uid, before.st_uid);
+        EXPECT_EQ(after.st_gid, before.st_gid);
+    }
 
     EXPECT_EQ(WriteFile(folder / "new", "text"), std::nullopt);
     EXPECT_EQ(StatusOf(folder / "new").st_mode & 0777U, 0644U);

@@ -504,6 +504,7 @@ TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
         });
         Click("cmdRun");
         EXPECT_EQ(State(), CommandState::ProgramAssembled);
+        EXPECT_EQ(window->focusWidget(), &Button("cmdRun")) << "where the run began";
         EXPECT_NE(machine->TStates, 0);
     }
 }
