@@ -36,6 +36,7 @@ std::vector<int> LineMarks::KeptNumbers() const {
     std::vector<int> numbers;
     for (const Mark& mark : marks_)
         if (mark.KeptNumber != 0) numbers.push_back(mark.KeptNumber);
+    std::ranges::sort(numbers);
     return numbers;
 }
 

@@ -59,6 +59,7 @@ void TextBox::focusInEvent(QFocusEvent* event) {
 
 void TextBox::KeepAllSelected() {
     keepsAllSelected_ = true;
+    selectAll();
 }
 
 void TextBox::mousePressEvent(QMouseEvent* event) {
