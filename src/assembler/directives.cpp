@@ -16,14 +16,15 @@ using Pair = std::pair<View, View>;
 constexpr View atOrigin = u"a program begins at 8000, and elsewhere by the --origin of velmora-run";
 constexpr View numberItself = u"write the number itself";
 constexpr View dataOtherwise = u"put data into memory by instructions or by a data file";
+constexpr View writeOut = u"write out what it stands for";
 constexpr View leaveOut = u"leave it out";
 
 // Their names, and what to do without them.
 constexpr Pair directives[] = {
-    {u"ORG", atOrigin},       {u"BEGIN", atOrigin},        {u"END", leaveOut},       {u"EQU", numberItself},
-    {u"SET", numberItself},   {u"DB", dataOtherwise},      {u"DW", dataOtherwise},   {u"DS", dataOtherwise},
-    {u"DEFB", dataOtherwise}, {u"DEFW", dataOtherwise},    {u"DEFS", dataOtherwise}, {u"MACRO", dataOtherwise},
-    {u"ENDM", dataOtherwise}, {u"INCLUDE", dataOtherwise}, {u"CPU", leaveOut},       {u"HOF", leaveOut}};
+    {u"ORG", atOrigin},       {u"BEGIN", atOrigin},     {u"END", leaveOut},       {u"EQU", numberItself},
+    {u"SET", numberItself},   {u"DB", dataOtherwise},   {u"DW", dataOtherwise},   {u"DS", dataOtherwise},
+    {u"DEFB", dataOtherwise}, {u"DEFW", dataOtherwise}, {u"DEFS", dataOtherwise}, {u"MACRO", writeOut},
+    {u"ENDM", leaveOut},      {u"INCLUDE", writeOut},   {u"CPU", leaveOut},       {u"HOF", leaveOut}};
 
 // Those that are plain words where nothing marks them.
 constexpr Pair markedDirectives[] = {

@@ -18,16 +18,7 @@ struct Statement {
     std::string_view Rest;  // what is claimed
 };
 
-// The comment of the line, or all of it where it has none.
-std::string_view CommentOf(std::string_view line) {
-    const std::size_t start = line.find(';');
-    if (start == line.npos) return Trimmed(line);
-    line.remove_prefix(std::min(line.find_first_not_of("; \t", start), line.size()));
-    return Trimmed(line);
-}
-
-std::optional<Statement> ReadStatement(std::string_view line) {
-    const std::string_view text = CommentOf(line);
+std::optional<Statement> ReadStatement(std::string_view text) {
     constexpr std::size_t wordLength = 5;
     const std::string word = m8085::UpperCase(text.substr(0, wordLength));
     if (word != "GIVEN" && word != "GIVES") return std::nullopt;
@@ -56,6 +47,15 @@ bool IsProse(const Statement& statement) {
            !IsAboutTStates(statement.Rest) && !NamesFilesAlone(statement.Rest);
 }
 
+// That of the line itself, or else that of its comment.
+std::optional<Statement> FindStatement(std::string_view line) {
+    const std::size_t start = std::min(line.find(';'), line.size());
+    const std::size_t comment = std::min(line.find_first_not_of("; \t", start), line.size());
+    for (const std::string_view part : {line.substr(0, start), line.substr(comment)})
+        if (const auto statement = ReadStatement(Trimmed(part)); statement && !IsProse(*statement)) return statement;
+    return std::nullopt;
+}
+
 Claims ReadClaimsOf(const Statement& statement) {
     if (statement.Rest.starts_with('[')) throw Misread("a name in brackets stands after given, once, and ends with ]");
     return ReadClaims(statement.Rest);
@@ -65,8 +65,8 @@ Claims ReadClaimsOf(const Statement& statement) {
 class Reader {
 public:
     void Take(std::string_view text, int line) {
-        const auto statement = ReadStatement(text);
-        if (!statement || IsProse(*statement)) return;
+        const auto statement = FindStatement(text);
+        if (!statement) return;
         try {
             if (statement->IsGiven)
                 TakeGiven(*statement, line);

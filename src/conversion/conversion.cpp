@@ -78,6 +78,9 @@ private:
     void ConvertEnd();
     void ConvertDefinition();
     bool CollectBytes();
+    bool AreInstructionsAfter() const;
+    bool IsRunInto() const;
+    void NoteFormerAddress(std::int32_t number);
     void ConvertInterrupt();
     void ConvertInstruction();
     void ConvertNumber(const Operand& operand, std::int32_t largest);
@@ -253,6 +256,25 @@ void Converter::ConvertDefinition() {
     const std::int32_t size = PlaceHere().Size;
     const Text count = Wide(std::to_string(size)) + (size == 1 ? u" byte at " : u" bytes at ");
     MakeComment(true, isEqual ? Text() : u", for " + count + NewPlace(PlaceHere()));
+    if (!isEqual && IsRunInto()) Here().SayFault(u"the instruction before goes on into these bytes");
+}
+
+bool Converter::AreInstructionsAfter() const {
+    const auto isInstruction = [](const Line& line) { return line.Parsed.IsInstruction(); };
+    return std::any_of(lines_.begin() + static_cast<std::ptrdiff_t>(line_) + 1, lines_.end(), isInstruction);
+}
+
+// The instruction after these data comes to stand where they did: a run goes on with it, and a subroutine that reads
+// the bytes after its call finds it.
+bool Converter::IsRunInto() const {
+    constexpr View last[] = {u"JMP", u"RET", u"PCHL", u"HLT", u"RST"};
+    std::size_t above = line_;
+    while (above > 0 && layout_->PlaceOf(above - 1).Size == 0) --above;
+    if (above == 0 || PlaceHere().Size == 0 || !AreInstructionsAfter()) return false;
+    const Statement& before = statements_[above - 1];
+    const Place& place = layout_->PlaceOf(above - 1);
+    return before.IsInstruction() && !m8085::Contains(last, before.Operation) &&
+           place.Address + place.Size == PlaceHere().Address;
 }
 
 // Stores what the definition puts into memory. False where it cannot be read.
@@ -268,6 +290,7 @@ bool Converter::CollectBytes() {
     std::vector<std::int32_t> bytes;
     for (const Operand& operand : Parsed().Operands) {
         if (operand.IsString() && Parsed().What == Kind::Bytes) {
+            if (operand.Text.find(u'\\') != Text::npos) Here().Say(u"each \\ in " + operand.Text + u" is a byte");
             for (const char16_t character : View(operand.Text).substr(1, operand.Text.size() - 2)) {
                 if (character >= 0x80) return false;
                 bytes.push_back(character);
@@ -278,6 +301,7 @@ bool Converter::CollectBytes() {
         const auto choice = Choose(value, LargestNumber(Parsed()));
         if (!choice || layout_->IsLost(*value)) return false;
         NoteReading(operand, *value, *choice);
+        if (Parsed().What == Kind::Words && value->Addresses == 0) NoteFormerAddress(choice->Number);
         bytes.push_back(choice->Number & 0xFF);
         if (Parsed().What == Kind::Words) bytes.push_back(choice->Number >> 8);
     }
@@ -288,10 +312,8 @@ bool Converter::CollectBytes() {
 
 // Only the last instruction can be told to be the return to a monitor.
 void Converter::ConvertInterrupt() {
-    const auto isInstruction = [](const Line& line) { return line.Parsed.IsInstruction(); };
-    const auto rest = lines_.begin() + static_cast<std::ptrdiff_t>(line_) + 1;
     if (Parsed().Operation != u"RST" || Parsed().Operands.size() != 1 || Parsed().RestAt) return;
-    if (std::any_of(rest, lines_.end(), isInstruction)) return;
+    if (AreInstructionsAfter()) return;
     const Operand& operand = Parsed().Operands[0];
     const auto number = ReadNumber(operand.Text);
     if (!number || (number->Number != 1 && number->Number != 5)) return;
@@ -316,6 +338,17 @@ void Converter::NoteReading(const Operand& operand, const Value& value, const Ch
         bare_.emplace_back(line_, operand.Text);
 }
 
+// LXI and DW may mean a mere count.
+void Converter::NoteFormerAddress(std::int32_t number) {
+    if (!layout_->HasChanged(number)) return;
+    const Text text = Address(number) + u" lies inside the program, where something else stands now";
+    const bool mayBeCount = Parsed().Operation == u"LXI" || Parsed().What == Kind::Words;
+    if (mayBeCount && !layout_->IsInProgram(number))
+        Here().Say(text);
+    else
+        Here().SayFault(text);
+}
+
 void Converter::ConvertNumber(const Operand& operand, std::int32_t largest) {
     const auto value = layout_->Read(operand.Text, line_);
     const auto choice = Choose(value, largest);
@@ -323,13 +356,7 @@ void Converter::ConvertNumber(const Operand& operand, std::int32_t largest) {
     if (layout_->IsLost(*value)) return Here().SayFault(u"what stood at " + operand.Text + u" stands elsewhere now");
     NoteReading(operand, *value, *choice);
     const bool isByte = largest == 0xFF;
-    if (!isByte && value->Addresses == 0 && layout_->HasChanged(choice->Number)) {
-        const Text text = Address(choice->Number) + u" lies inside the program, where something else stands now";
-        if (Parsed().Operation != u"LXI" || layout_->IsInProgram(choice->Number))
-            Here().SayFault(text);
-        else
-            Here().Say(text);
-    }
+    if (!isByte && value->Addresses == 0) NoteFormerAddress(choice->Number);
     if (assembler::ReadNumber(UpperCase(operand.Text)) == choice->Number && value->Addresses == 0) return;
     const Text number = FormatNumber(choice->Number, isByte, withFinalH_ || choice->IsSurelyDecimal);
     Here().Replace(operand.At, operand.Text.size(), number);

@@ -213,13 +213,30 @@ View LettersOf(View word) {
     return word.substr(0, word.find_last_not_of(u",.:") + 1);
 }
 
+// Written like "Add".
+bool IsCapitalized(View word) {
+    return word.size() > 1 && word[0] <= u'Z' && word[1] > u'Z';
+}
+
+// Whether the words may be an instruction with a slip in it: "LDAXX B", "RETURN", "STORE 9000H" or "CLEAR A", but
+// neither "Program A" nor "Experiment 12".
+bool HasSlip(const std::vector<View>& words) {
+    const Text first = UpperCase(words[0]);
+    if (assembler::IsMnemonic(first.substr(0, 4)) || (words.size() == 1 && first.starts_with(u"RET"))) return true;
+    if (words.size() != 2) return false;
+    const Text operand = UpperCase(words[1]);
+    const bool isOfTitle = operand.size() < 4 && m8085::IsDecimalDigit(operand.back());
+    const bool isNumber = m8085::IsDecimalDigit(operand[0]) && ReadNumber(operand) && !isOfTitle;
+    return isNumber || (assembler::IsRegister(operand) && !IsCapitalized(words[0]));
+}
+
 bool IsUnknownDirective(View word) {
     const bool isMarked = word.size() > 1 && word[0] == u'.' && IsWord(word.substr(1, 1));
     return isMarked || m8085::Contains(unknownDirectives, UpperCase(LettersOf(word)));
 }
 
 // Whether the text cannot be English for a directive or an instruction in it. The latter has two operands, or comes
-// after what is not a word, such as an address, and is not written like "Add".
+// after what is not a word, such as an address, and is not capitalized.
 bool IsForAssembler(View text) {
     constexpr std::size_t enough = 20;  // of the words; a line can have very many
     std::vector<View> words = WordsOf(text);
@@ -227,10 +244,9 @@ bool IsForAssembler(View text) {
     const auto isInstruction = [&](View word) {
         const Statement statement = ReadStatement(text.substr(static_cast<std::size_t>(word.data() - text.data())));
         if (!statement.IsWholeInstruction()) return false;
-        const bool isCapitalized = word.size() > 1 && word[0] <= u'Z' && word[1] > u'Z';
         const bool takesNumber = IsNumberColumn(statement.Row->Operands[0]);
         const bool isClear = !takesNumber || m8085::IsDecimalDigit(statement.Operands[0].Text[0]);
-        return statement.Operands.size() > 1 || (!IsWord(LettersOf(words[0])) && !isCapitalized && isClear);
+        return statement.Operands.size() > 1 || (!IsWord(LettersOf(words[0])) && !IsCapitalized(word) && isClear);
     };
     const auto second = words.begin() + 1;
     return IsUnknownDirective(words[0]) || (second != words.end() && IsUnknownDirective(*second)) ||
@@ -351,7 +367,7 @@ bool IsProse(const Statement& statement, View code) {
     }
     const bool hasOperands = std::ranges::any_of(words, [](View word) { return word.find(u',') - 1 < 2; });
     const bool isLong = statement.What == Kind::Unknown && IsWord(words[0]) && words[0].size() >= tooLongForMnemonic;
-    return isLong && !hasOperands && !assembler::IsMnemonic(statement.Operation.substr(0, 4));
+    return isLong && !hasOperands && !HasSlip(words);
 }
 
 }  // namespace conversion

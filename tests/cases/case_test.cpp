@@ -24,13 +24,13 @@ std::string Read(std::string_view source) {
 }
 
 TEST(Cases, AreReadFromCommentsAndFromLinesWithoutSemicolons) {
-    EXPECT_EQ(
-        Read("mvi a,5 ; gives A=05\r\n; GIVES 9000=05, 11,07h, port 10-1F = 0x0,119 T-states\r"
-             ";;given [two  numbers] list.dat,B=1, in.txt\n; Given B=2\ngives T-states <= 200\n;gives cy=1, F=FF"),
-        "case 1 at 1: see A=05 of 1 see 9000=05,11,07h of 2 see port 10-1F = 0x0 of 2 see 119 T-states of 2\n"
-        "two  numbers at 3: load list.dat load in.txt set B=1\n"
-        "case 3 at 4: set B=2 see T-states <= 200 of 5 see cy=1 of 6 see F=FF of 6\n"
-        "3: no gives follows this given: all that is given stands on one line\n");
+    EXPECT_EQ(Read("mvi a,5 ; gives A=05\r\n; GIVES 9000=05, 11,07h, port 10-1F = 0x0,119 T-states\r"
+                   ";;given [two  numbers] list.dat,B=1, in.txt\n; Given B=2\ngives T-states <= 200 ; the time\n;gives "
+                   "cy=1, F=FF"),
+              "case 1 at 1: see A=05 of 1 see 9000=05,11,07h of 2 see port 10-1F = 0x0 of 2 see 119 T-states of 2\n"
+              "two  numbers at 3: load list.dat load in.txt set B=1\n"
+              "case 3 at 4: set B=2 see T-states <= 200 of 5 see cy=1 of 6 see F=FF of 6\n"
+              "3: no gives follows this given: all that is given stands on one line\n");
 }
 
 TEST(Cases, ProseIsPassedOverAndWhatLooksLikeAClaimIsNot) {

@@ -166,6 +166,21 @@ TEST(Conversion, DataGoToAFile) {
         {"nop\ndb 1 2", "what follows DB cannot be read"},
         {"hlt\norg n\ndb 1", "where in memory this belongs is not known"},
     });
+    // A run and a subroutine would find an instruction in the place of the data.
+    const std::pair<const char*, const char*> notes[] = {
+        {"call x\nk equ 1\ndb 'A'\nhlt\nx: ret", "!3 the instruction before goes on into these bytes"},
+        {"jmp x\ndb 1\ndb 2\nx: hlt", ""},
+        {"nop\norg 9000\ndb 1\norg 0A000\nhlt", ""},
+        {"ei\ndb 1", "!1 Bad opcode - EI"},
+        {"org 2000\nlda x\nhlt\nx: dw x,8001", "!4 8001 lies inside the program"},
+        {"org 2000\nlda x\nhlt\nx: dw 2001", "\n4 2001 lies inside the program"},
+        {"org 2000\nhlt\ndb 'a\\n'", "\n3 each \\ in 'a\\n' is a byte"},
+    };
+    for (const auto& [source, note] : notes) {
+        const std::string all = NotesOf(Convert(source));
+        EXPECT_NE(all.find(note), std::string::npos) << all;
+        EXPECT_EQ(std::ranges::count(all, '!'), *note == '!') << all;
+    }
 }
 
 TEST(Conversion, JumpsGetLabels) {
@@ -197,9 +212,9 @@ TEST(Conversion, JumpsGetLabels) {
 TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
     ExpectConverted({
         {"Addition of 2 bytes\nAim: to add, and so on\nDate : 1-2-3 \nName: R. Rao\n1. Start\n\n"
-         "PROGRAM\naim: lda aim\nhlt\nThe result stands in A\n",
+         "PROGRAM\nProgram A\nSheet 12\naim: lda aim\nhlt\nThe result stands in A\n",
          "; Addition of 2 bytes\n; Aim - to add, and so on\n; Date - 1-2-3 \n; Name - R. Rao\n; 1. Start\n\n"
-         "; PROGRAM\naim: lda 8000H\nhlt\n; The result stands in A\n"},
+         "; PROGRAM\n; Program A\n; Sheet 12\naim: lda 8000H\nhlt\n; The result stands in A\n"},
         {"ADD TWO NUMBERS\norg 8000\nFirst part\nnop\n", "; ADD TWO NUMBERS\n; org 8000\n; First part\nnop\n"},
         {"miv a,05 load a\nPUSHH B\ncall delay now\nadd b\n", "miv a,05 load a\nPUSHH B\ncall delay ; now\nadd b\n"},
         {"nop\nIt is in A now\nhlt", "nop\nIt is in A now\nhlt"},
@@ -223,6 +238,9 @@ TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
         {"mvi a,0 5", "5 does not belong to MVI"},
         {"hlt\n1) mvi a,5", "Bad opcode - 1)"},
         {"hlt\nradix 10", "Bad opcode - RADIX"},
+        {"hlt\nreturn", "Bad operand"},
+        {"hlt\nSTORE 9000H", "Bad opcode - STORE"},
+        {"hlt\nCLEAR A", "Bad opcode - CLEAR"},
         {"ei\n2000H: sub nop h,", "h, does not belong to SUB"},
         {"x: org dw 5", "Bad opcode - ORG"},
         {"org 2000\nnop\nlda 2000", "2000 lies inside the program"},
