@@ -35,6 +35,7 @@ void CommandButtons::Follow(QAction* entry, Startable when) {
 // Qt would give the focus of a disabled button to the next control in the tab order, which may be a text box
 // that then writes an old value back.
 void CommandButtons::Enable(CommandState state) {
+    state_ = state;
     if (state == CommandState::Running) running_ = started_;
     for (const Entry& entry : entries_)
         if (CanStart(entry.When, state)) entry.Button->setEnabled(true);
@@ -42,21 +43,21 @@ void CommandButtons::Enable(CommandState state) {
     const auto losesFocus = [state](const Entry& entry) {
         return !CanStart(entry.When, state) && entry.Button == entry.Button->window()->focusWidget();
     };
-    if (std::ranges::any_of(entries_, losesFocus)) PlaceForFocus(state)->setFocus();
+    if (std::ranges::any_of(entries_, losesFocus)) TakeFocus();
     for (const Entry& entry : entries_) entry.Button->setEnabled(CanStart(entry.When, state));
     for (const auto& [entry, when] : followers_) entry->setEnabled(CanStart(when, state));
 }
 
 // Stop during a run, after it the button whose command ran, and where that is disabled the first one that is not.
-platform::Button* CommandButtons::PlaceForFocus(CommandState state) const {
-    const auto canTake = [this, state](const Entry& entry) {
+platform::Button* CommandButtons::PlaceForFocus() const {
+    const auto canTake = [this](const Entry& entry) {
         const bool isWanted =
-            state == CommandState::Running ? entry.When == Startable::DuringRun : entry.Button == running_;
-        return isWanted && CanStart(entry.When, state);
+            state_ == CommandState::Running ? entry.When == Startable::DuringRun : entry.Button == running_;
+        return isWanted && CanStart(entry.When, state_);
     };
     const auto found = std::ranges::find_if(entries_, canTake);
     if (found != entries_.end()) return found->Button;
-    return std::ranges::find_if(entries_, [state](const Entry& entry) { return CanStart(entry.When, state); })->Button;
+    return std::ranges::find_if(entries_, [this](const Entry& entry) { return CanStart(entry.When, state_); })->Button;
 }
 
 }  // namespace commands

@@ -25,16 +25,20 @@ public:
     // during a run it goes to Stop, after it back to the button whose command ran.
     void Enable(execution::CommandState state);
 
+    // Gives the focus to the button that would have had it.
+    void TakeFocus() { PlaceForFocus()->setFocus(); }
+
 private:
     struct Entry {
         platform::Button* Button;
         execution::Startable When;
     };
 
-    platform::Button* PlaceForFocus(execution::CommandState state) const;
+    platform::Button* PlaceForFocus() const;
 
     std::vector<Entry> entries_;
     std::vector<std::pair<QAction*, execution::Startable>> followers_;
+    execution::CommandState state_ = execution::CommandState::NoProgram;
     platform::Button* started_ = nullptr;  // the latest
     platform::Button* running_ = nullptr;  // of the latest run
 };

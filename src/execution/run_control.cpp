@@ -116,6 +116,7 @@ void RunControl::SetAssembled(bool success, std::vector<std::int32_t> instructio
     NoteOtherChange();
     instructions_ = std::move(instructions);
     UpdateStops();
+    isOutcomeShown_ = false;
     textIsAssembled_ = success;
     programStands_ = success;
     Enter(success ? CommandState::ProgramAssembled : CommandState::NoProgram);
@@ -142,12 +143,14 @@ void RunControl::StartRun() {
     machine_.Refused = {};
     const bool isAtBeginning = machine_.PC == m8085::ProgramOrigin && machine_.TStates == 0;
     beginning_ = programStands_ && isAtBeginning ? std::make_unique<m8085::MachineState>(machine_) : nullptr;
-    if (textIsAssembled_) view_.ForgetOutcome();
+    if (std::exchange(isOutcomeShown_, false)) view_.ForgetOutcome();
     Enter(CommandState::Running);
 }
 
 void RunControl::ShowOutcome() {
-    if (beginning_ && programStands_) view_.ShowOutcome(*beginning_, machine_);
+    if (!beginning_ || !programStands_) return;
+    isOutcomeShown_ = true;
+    view_.ShowOutcome(*beginning_, machine_);
 }
 
 void RunControl::EndRun() {

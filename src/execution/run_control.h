@@ -31,7 +31,7 @@ struct RunView {
     std::function<void(std::optional<std::int32_t> address)> MarkNextAddress = Nothing;  // and the next instruction
 
     // A run of the assembled text has come from the beginning of the program to its end: the machine as it was before
-    // and after. ForgetOutcome comes before the next run.
+    // and after. ForgetOutcome comes before the next run, unless an assembly has come between.
     std::function<void(const m8085::MachineState& before, const m8085::MachineState& after)> ShowOutcome = Nothing;
     std::function<void()> ForgetOutcome = Nothing;
 };
@@ -127,6 +127,7 @@ private:
     CommandState state_ = CommandState::NoProgram;
     int sliceLength_ = DefaultSliceLength;
     bool StopRequested = false;
+    bool isOutcomeShown_ = false;  // of the latest assembly
     bool programLost_ = false;
     bool textIsAssembled_ = false;
     bool programStands_ = false;  // in memory, as the text says it

@@ -25,6 +25,12 @@ void Menu::keyPressEvent(QKeyEvent* event) {
     QMenu::keyPressEvent(&choose);
 }
 
+// It is painted whenever the keyboard has left it.
+void MenuBar::paintEvent(QPaintEvent* event) {
+    QMenuBar::paintEvent(event);
+    if (hasFocus() && activeAction() == nullptr) emit FocusIsLeft();
+}
+
 void OpenMenu(QMenu* standard, const QList<QAction*>& entries, const QPoint& place) {
     standard->addSeparator();
     standard->addActions(entries);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMenu>
+#include <QMenuBar>
 
 namespace platform {
 
@@ -16,6 +17,21 @@ protected:
 
 private:
     QList<QAction*> EnabledEntriesWith(QChar letter) const;
+};
+
+// A menu bar that says when the keyboard has left it and it still has the focus, because the control that had the focus
+// before is disabled by now.
+class MenuBar : public QMenuBar {
+    Q_OBJECT
+
+public:
+    using QMenuBar::QMenuBar;
+
+signals:
+    void FocusIsLeft();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 };
 
 // Opens a control's standard menu at a place on the screen, with the control's own entries below, and then deletes it.

@@ -349,6 +349,7 @@ void ProgramText::DragSelection() {
 
 void ProgramText::mousePressEvent(QMouseEvent* event) {
     const QPoint place = event->position().toPoint();
+    pressInSelection_.reset();  // its release may have come to a box
     if (!MayDrag(*event)) return QPlainTextEdit::mousePressEvent(event);
     if (selectionIsForTheEye_) {
         setTextCursor(cursorForPosition(place));

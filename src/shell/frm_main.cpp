@@ -4,7 +4,6 @@
 #include <QCloseEvent>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMenuBar>
 #include <QPointer>
 #include <QShortcut>
 #include <algorithm>
@@ -14,6 +13,7 @@
 #include "commands/run_view.h"
 #include "platform/fonts.h"
 #include "platform/input_guard.h"
+#include "platform/menu.h"
 #include "platform/twips.h"
 #include "shell/main_menu.h"
 #include "shell/settings.h"
@@ -76,13 +76,16 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
       codeAssistant_(document_.txtCode(), registerPanel_, memoryGrid_, client_),
       delayDesigner_(document_.txtCode()) {
     setObjectName("frmMain");
-    menuBar()->setFont(platform::SansSerif(9));
+    auto* const menuBar = new platform::MenuBar(this);
+    menuBar->setFont(platform::SansSerif(9));
+    setMenuBar(menuBar);
+    connect(menuBar, &platform::MenuBar::FocusIsLeft, &eye_, [this] { buttons_.TakeFocus(); });
     BuildCommands(*this, CommandTable(), buttons_);
     connect(&document_.txtCode(), &platform::ProgramText::MenuOpening, this,
             AddContextCommands(*this, document_.txtCode(), EditorCommands(), buttons_));
     AddContextCommands(*this, *memoryGrid_.findChild<platform::Grid*>(), GridCommands(), buttons_);
     PlaceControls();
-    resize(client_->size().grownBy({0, 0, 0, menuBar()->sizeHint().height()}));
+    resize(client_->size().grownBy({0, 0, 0, menuBar->sizeHint().height()}));
 
     connect(&document_, &editor::ProgramDocument::TitleChanged, this, &frmMain::SetTitle);
     connect(&document_, &editor::ProgramDocument::TextChanged, this, [this] {

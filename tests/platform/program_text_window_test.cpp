@@ -125,6 +125,10 @@ TEST_F(ProgramTextTest, ADragFromASelectedLineSelectsAlsoFromItsEnd) {
     QTest::mouseRelease(text.viewport(), Qt::LeftButton, {}, {4, 12});
     EXPECT_EQ(text.SelectedText(), u"");
     EXPECT_EQ(dragTo({60, 30}), "");
+    text.selectAll();
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton})
+        QTest::mousePress(text.viewport(), button, {}, {4, 12});
+    EXPECT_EQ(dragTo({60, 30}), "") << "nor where another press came between";
     QTest::mouseDClick(text.viewport(), Qt::LeftButton, {}, {4, 12});
     QTest::mouseClick(text.viewport(), Qt::LeftButton, {}, {4, 12});
     EXPECT_EQ(text.SelectedText(), u"inr a\r\n") << "a third click selects the line";

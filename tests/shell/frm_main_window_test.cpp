@@ -509,6 +509,19 @@ TEST_F(FrmMainTest, AnEndlessRunStopsByKeyboardAndNothingElseStartsMeanwhile) {
     }
 }
 
+TEST_F(FrmMainTest, TheMenuBarDoesNotKeepTheKeyboardAfterARunThatEndsMeanwhile) {
+    StartWith(u"loop:\r\ninr a\r\njmp loop");
+    DuringTheRun([&] {
+        Press(Qt::Key_Alt);
+        EXPECT_EQ(QApplication::focusWidget(), window->menuBar());
+        Find<QAction>("mnuHalt").trigger();
+    });
+    Click("cmdRun");
+    EXPECT_EQ(QApplication::focusWidget(), window->menuBar());
+    Press(Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window->focusWidget() == &Button("cmdRun"); }));
+}
+
 TEST_F(FrmMainTest, OnlyStepsRepeatWhileTheirKeyIsHeldAndCountBothHalvesOfADoubleClick) {
     StartWith(u"nop\r\nnop\r\nnop\r\nnop\r\nhlt");
     const auto pressAndHold = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = {}, bool isHeld = false) {
