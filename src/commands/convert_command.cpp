@@ -11,7 +11,7 @@ namespace commands {
 void ConvertCommand::Convert() {
     platform::ProgramText& txtCode = document_.txtCode();
     const conversion::Conversion conversion = conversion::ConvertProgram(txtCode.Text());
-    txtCode.ReplaceLines(conversion.Program);
+    if (!txtCode.ReplaceLines(conversion.Program)) return;
     constexpr std::size_t mostNotes = 20;
     const auto text = QString::fromStdU16String(conversion::Summarize(conversion, mostNotes));
     const auto all = QString::fromStdU16String(conversion::Summarize(conversion, conversion.Notes.size()));
@@ -22,7 +22,7 @@ void ConvertCommand::Convert() {
 }
 
 void ConvertCommand::SaveData(const std::string& data) {
-    const auto path = document_.cDialog().ShowSave(document_.txtCode());
+    const auto path = document_.cDialog().ShowSave(document_.txtCode(), {});
     if (!path) return;
     if (const auto reason = files::WriteFile(QFileInfo(*path).filesystemFilePath(), data))
         platform::ShowMessage(document_.txtCode(),

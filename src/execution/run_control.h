@@ -88,7 +88,6 @@ public:
     // Shows a line of the text, counted from 1. Line 0, that of an address with no instruction, halts the machine.
     void GotoLine(int line);
 
-    CommandState State() const { return state_; }
     bool IsRunning() const { return state_ == CommandState::Running; }
 
     // At least 1.

@@ -27,6 +27,7 @@ CellEditor::CellEditor(platform::Grid& grid, MemoryModel& model, QWidget* parent
     setFrame(false);
     setTextMargins(1, 0, 0, 1);  // so that its text stands where the cell shows it
     setFocusPolicy(Qt::ClickFocus);
+    setText("00");
     SelectAllWhenClicked();
     SetKeyFilter([this](int character) {
         return AcceptsEditorKey(character, static_cast<int>(text().size()), static_cast<int>(selectedText().size()));
@@ -117,11 +118,11 @@ void CellEditor::keyPressEvent(QKeyEvent* event) {
     const QModelIndex from = grid_.currentIndex();
     const auto goTo = [&](int row) { grid_.setCurrentIndex(from.siblingAtRow(std::clamp(row, 0, lastRow - 1))); };
     pressed_.insert(event->key());
+    // Beside the last row, what stands in the box is not there to be deleted until it has been typed there.
+    const bool deletes = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
+    if (deletes && meant_ != from) return event->accept();
     if ((event->modifiers() & ~Qt::KeypadModifier) != 0) return TextBox::keyPressEvent(event);
     switch (event->key()) {
-        // Beside the last row, what stands in the box is not there to be deleted until it has been typed there.
-        case Qt::Key_Backspace:
-        case Qt::Key_Delete: return meant_ == from ? TextBox::keyPressEvent(event) : event->accept();
         case Qt::Key_Home: return goTo(0);
         case Qt::Key_End: return goTo(lastRow);
         case Qt::Key_PageUp: return goTo(from.row() - grid_.RowsInView());

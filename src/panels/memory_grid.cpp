@@ -119,8 +119,11 @@ void MemoryGrid::mnuGoTo_Click() {
     if (cells.empty())
         return tell("No column shows " + QString::fromStdString(m8085::FormatHexLong(*address)) +
                     ". Add Column shows 256 bytes from any address up to FEFF.");
+    const auto opens = [](const QModelIndex& cell) { return cell.row() + 1 < MemoryModel::Rows; };
+    const auto found = std::ranges::find_if(cells, opens);
+    const QModelIndex& cell = found == cells.end() ? cells.front() : *found;
     grdRAM_->setFocus();
-    GoTo(cells.front().siblingAtColumn(cells.front().column() + 1));
+    GoTo(cell.siblingAtColumn(cell.column() + 1));
 }
 
 void MemoryGrid::cmdClear_Click() {

@@ -190,9 +190,11 @@ void RegisterPanel::ShowStackPointer() {
          AddressTip(machine_.SP) + StackTip(machine_));
 }
 
-// Bytes on the stack may have changed since the registers were last shown.
+// Bytes on the stack may have changed since the registers were last shown. During a run at full speed SP may have, too.
 bool RegisterPanel::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == txtSP_ && event->type() == QEvent::ToolTip) ShowStackPointer();
+    if (watched == txtSP_ && event->type() == QEvent::ToolTip &&
+        txtSP_->text() == QString::fromStdString(FormatHexLong(machine_.SP)))
+        ShowStackPointer();
     return QGroupBox::eventFilter(watched, event);
 }
 

@@ -13,6 +13,24 @@ namespace platform {
 
 namespace {
 
+// A long word, such as the name of a file, continues on the next line where a part of it is as wide as that.
+QString WithBreaks(const QString& text, const QFontMetrics& metrics, int most) {
+    constexpr QChar placeForBreak(0x200B);
+    QString result;
+    int width = 0;
+    for (const QChar character : text) {
+        const int advance = metrics.horizontalAdvance(character);
+        const bool isBreak = character.isSpace() || character == '/';
+        width = isBreak ? 0 : width + advance;
+        if (width > most && !character.isLowSurrogate()) {
+            result += placeForBreak;
+            width = advance;
+        }
+        result += character;
+    }
+    return result;
+}
+
 // A line of the text stays whole as long as there is room for it: Qt would break it sooner, even at a hyphen. The box
 // with its picture and its edges must fit on the screen.
 void GiveRoom(QLabel& label) {
@@ -22,6 +40,7 @@ void GiveRoom(QLabel& label) {
     const int needed = label.fontMetrics().size(0, label.text()).width();
     label.setMinimumWidth(std::min(needed + 1, most));
     label.setMaximumWidth(most);
+    label.setText(WithBreaks(label.text(), label.fontMetrics(), most));
 }
 
 // Over the middle of the layout that the control belongs to, as far as it is in view, and not over the empty part of a

@@ -9,13 +9,14 @@ namespace platform {
 namespace {
 
 // The document keeps three characters for itself, as separators of its parts. In it others stand for them, which no
-// text has: halves of surrogate pairs.
+// text has: second halves of surrogate pairs without the first.
 constexpr std::pair<char16_t, char16_t> standIns[] = {{u'\u2029', 0xDC29}, {u'\uFDD0', 0xDCD0}, {u'\uFDD1', 0xDCD1}};
 
 }  // namespace
 
 std::u16string FromDocumentText(QStringView raw, std::u16string_view lineEnd) {
     std::u16string text;
+    bool isAfterHalf = false;
     text.reserve(static_cast<std::size_t>(raw.size()) + static_cast<std::size_t>(raw.size() / 8));
     for (const QChar character : raw) {
         if (character == QChar::ParagraphSeparator) {
@@ -23,7 +24,9 @@ std::u16string FromDocumentText(QStringView raw, std::u16string_view lineEnd) {
             continue;
         }
         text += character.unicode();
-        if (!character.isLowSurrogate()) continue;
+        const bool standsAlone = character.isLowSurrogate() && !isAfterHalf;
+        isAfterHalf = character.isHighSurrogate();
+        if (!standsAlone) continue;
         for (const auto& [own, standIn] : standIns)
             if (character == standIn) text.back() = own;
     }

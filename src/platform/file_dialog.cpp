@@ -66,14 +66,14 @@ void FileDialog::AddPlace(const QString& folder) {
     if (QFileInfo(folder).isDir() && !AddedPlaces().contains(place)) AddedPlaces().append(place);
 }
 
-std::optional<QString> FileDialog::Show(QWidget& control, QFileDialog::AcceptMode mode) {
+std::optional<QString> FileDialog::Show(QWidget& control, QFileDialog::AcceptMode mode, const QString& name) {
     SingleNameDialog dialog(control.window());
     dialog.setAcceptMode(mode);
     dialog.setWindowTitle(mode == QFileDialog::AcceptOpen ? QFileDialog::tr("Open") : QFileDialog::tr("Save As"));
     const QList<QUrl> ownPlaces = dialog.sidebarUrls();
     OfferPlaces(dialog, ownPlaces);
-    if (!directory_.isEmpty()) dialog.setDirectory(directory_);
-    if (!lastName_.isEmpty()) dialog.selectFile(lastName_);
+    dialog.setDirectory(directory_.isEmpty() ? QDir::currentPath() : directory_);
+    if (!name.isEmpty()) dialog.selectFile(name);
     // Qt keeps its size, which may be that of another screen or scale.
     constexpr QSize frame(20, 40);
     dialog.resize(dialog.size().boundedTo(control.screen()->availableSize() - frame));

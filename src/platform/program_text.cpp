@@ -54,7 +54,10 @@ ProgramText::ProgramText(QWidget* parent)
             [this](int position, int, int added) { changes_.Note(position, added); });
     connect(this, &QPlainTextEdit::textChanged, this, &ProgramText::FinishChange);
     connect(this, &QPlainTextEdit::updateRequest, margin_, &LineMargin::Follow);
-    connect(this, &QPlainTextEdit::selectionChanged, this, [this] { selectionIsForTheEye_ = false; });
+    connect(this, &QPlainTextEdit::selectionChanged, this, [this] {
+        selectionIsForTheEye_ = false;
+        pressInSelection_.reset();
+    });
 }
 
 std::u16string ProgramText::Text() const {
@@ -108,13 +111,15 @@ bool ProgramText::Refuses(std::u16string_view text) {
 void ProgramText::FinishChange() {
     const std::optional<std::string> problem = changes_.Finish();
     if (!problem) return;
-    if (!problem->empty()) {
+    isRefused_ = !problem->empty();
+    if (isRefused_) {
         marks_.Restore();
         notes_.Restore();
         if (beforeKey_) Select(beforeKey_->first, beforeKey_->second);
         emit Refused(QString::fromStdString(*problem));
         return;
     }
+    lineToSelect_.reset();
     const bool isMarkGone = marks_.Follow(textCursor().position());
     notes_.Follow();
     margin_->ShowMarks();
@@ -137,7 +142,8 @@ void ProgramText::InsertAt(const std::vector<std::size_t>& positions, std::u16st
     SetSelectionStart(static_cast<int>(positions.back() + positions.size() * text.size()));
 }
 
-void ProgramText::ReplaceLines(std::u16string_view text) {
+bool ProgramText::ReplaceLines(std::u16string_view text) {
+    isRefused_ = false;
     BeginStep();
     std::size_t inserted = 0;
     QTextCursor cursor(document());
@@ -152,9 +158,11 @@ void ProgramText::ReplaceLines(std::u16string_view text) {
     }
     cursor.endEditBlock();
     EndStep(inserted);
+    return !isRefused_;
 }
 
 void ProgramText::ClearSelection() {
+    if (WaitsForMenu(0)) return;
     if (!textCursor().hasSelection()) return;
     const int across = horizontalScrollBar()->value();
     const int down = verticalScrollBar()->value();
@@ -165,6 +173,7 @@ void ProgramText::ClearSelection() {
 }
 
 void ProgramText::SelectLine(int line) {
+    if (WaitsForMenu(line)) return;
     const QTextBlock block = line > 0 ? document()->findBlockByNumber(line - 1) : QTextBlock();
     if (!block.isValid()) {
         ClearSelection();
@@ -255,12 +264,28 @@ void ProgramText::resizeEvent(QResizeEvent* event) {
     margin_->setGeometry(inside.left(), inside.top(), LineMargin::Width, viewport()->height());
 }
 
+// A menu is about the place at which it was opened. What a run selects meanwhile is selected afterwards.
+bool ProgramText::WaitsForMenu(int line) {
+    if (openMenus_ > 0) lineToSelect_ = line;
+    return openMenus_ > 0;
+}
+
+void ProgramText::EndMenu() {
+    --openMenus_;
+    if (const auto line = std::exchange(lineToSelect_, std::nullopt)) SelectLine(*line);
+}
+
 // The caret goes where the menu is opened by the mouse, as by a click, but to a selection that the menu is about.
 void ProgramText::contextMenuEvent(QContextMenuEvent* event) {
-    if (event->reason() == QContextMenuEvent::Mouse && !IsInSelection(event->pos()))
-        setTextCursor(cursorForPosition(event->pos()));
+    const bool isByMouse = event->reason() == QContextMenuEvent::Mouse;
+    if (isByMouse && !IsInSelection(event->pos())) setTextCursor(cursorForPosition(event->pos()));
+    menuLine_ = (isByMouse ? cursorForPosition(event->pos()) : textCursor()).blockNumber() + 1;
+    ++openMenus_;
     emit MenuOpening();
-    OpenMenu(createStandardContextMenu(event->pos()), actions(), event->globalPos());
+    QMenu* menu = createStandardContextMenu(event->pos());
+    // After what has been chosen, for which the menu is hidden first.
+    connect(menu, &QMenu::aboutToHide, this, &ProgramText::EndMenu, Qt::QueuedConnection);
+    OpenMenu(menu, actions(), event->globalPos());
 }
 
 // Tab types a tab and Enter ends the line, whatever the shift state. Qt's own line separator, which Shift with

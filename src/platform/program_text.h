@@ -47,8 +47,8 @@ public:
     void InsertAt(const std::vector<std::size_t>& positions, std::u16string_view text);
 
     // Makes the lines those of the text, which must have as many. Marks stay on their lines. One change, and one step
-    // to undo like the others.
-    void ReplaceLines(std::u16string_view text);
+    // to undo like the others. Returns false if it was refused.
+    bool ReplaceLines(std::u16string_view text);
 
     // Makes the selection empty. The caret stays where the selection began, and nothing scrolls.
     void ClearSelection();
@@ -66,7 +66,8 @@ public:
     // See LineMarks::KeepNumbers.
     void KeepLineNumbers();
 
-    int LineOfCaret() const { return textCursor().blockNumber() + 1; }
+    // The line that a command is about, counted from 1: that of the place where its menu was opened, or of the caret.
+    int CurrentLine() const { return openMenus_ > 0 ? menuLine_ : textCursor().blockNumber() + 1; }
 
     // The line at a height in the viewport; 0 below the last one.
     int LineAt(int y) const;
@@ -127,6 +128,8 @@ private:
     void FinishChange();
     void ShowMarks();
     bool IsInSelection(const QPoint& place) const;
+    bool WaitsForMenu(int line);
+    void EndMenu();
     bool MayDrag(const QMouseEvent& press) const;
     void DragSelection();
     void BeginStep();
@@ -141,9 +144,13 @@ private:
     Tips tips_;
     bool isMoving_ = false;                         // text from one place to another, which is one change
     bool selectionIsForTheEye_ = false;             // made by SelectLine
+    bool isRefused_ = false;                        // the latest change
     std::optional<std::pair<int, int>> beforeKey_;  // anchor and caret in the document, while a key does its work
     std::optional<QPoint> pressInSelection_;
-    QPoint doubleClick_;  // the latest
+    int openMenus_ = 0;                // of what was chosen in the latest the work may not be done yet
+    int menuLine_ = 0;                 // where the latest was opened
+    std::optional<int> lineToSelect_;  // when they have closed; 0 for none
+    QPoint doubleClick_;               // the latest
     QElapsedTimer sinceDoubleClick_;
     std::size_t inserted_ = 0;  // characters, in all steps since nothing could be undone
 };

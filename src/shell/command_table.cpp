@@ -77,8 +77,8 @@ std::vector<commands::ContextCommand> frmMain::EditorCommands() {
     using enum execution::Startable;
     platform::ProgramText& txtCode = document_.txtCode();
     return {
-        {.Entry = {"mnuStopHere", "Stop &Here", {"F9"}, [&txtCode] { txtCode.ToggleMark(txtCode.LineOfCaret()); }},
-         .IsOn = [&txtCode] { return txtCode.Marks().Has(txtCode.LineOfCaret()); }},
+        {.Entry = {"mnuStopHere", "Stop &Here", {"F9"}, [&txtCode] { txtCode.ToggleMark(txtCode.CurrentLine()); }},
+         .IsOn = [&txtCode] { return txtCode.Marks().Has(txtCode.CurrentLine()); }},
         {.Entry = {"mnuStepBack", "Step &Back", {"Shift+F8"}, [this] { StepBack(); }, {}, true},
          .When = WithProgram},
         {.Entry = {"mnuCopyListing", "Copy &Listing", {}, [this] { assembleCommand_.mnuCopyListing_Click(); }},

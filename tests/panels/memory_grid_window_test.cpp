@@ -147,7 +147,8 @@ TEST_F(MemoryGridTest, TheCursorAndTabKeysMoveTheEditorButNotToTheLastRow) {
     Key(Qt::Key_Down);
     EXPECT_TRUE(IsEditorOver(254, 1));
     QTest::keyClick(&editor, Qt::Key_Z, Qt::ControlModifier);
-    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Backspace, Qt::Key_Delete}) Key(key);
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Backspace, Qt::Key_Delete})
+        for (const auto with : {Qt::NoModifier, Qt::ShiftModifier}) QTest::keyClick(&editor, key, with);
     Click(254, 0);
     Click(254, 1);
     Click(255, 1);
@@ -259,6 +260,9 @@ TEST_F(MemoryGridTest, GoToBringsAnAddressIntoViewOpenForTypingOrSaysWhyNot) {
     window.setFocus();
     Do(&MemoryGrid::mnuGoTo_Click, "80ff");
     EXPECT_TRUE(grid.hasFocus() && grid.currentIndex() == Cell(0xFF, 1) && grid.IsVisible(Cell(0xFF, 1)));
+    Do(&MemoryGrid::cmdAdd_Click, "8080");
+    Do(&MemoryGrid::mnuGoTo_Click, "80ff");
+    EXPECT_TRUE(IsEditorOver(0x7F, 7)) << "where it can be typed";
 }
 
 TEST_F(MemoryGridTest, WhatHasChangedIsPaintedAndHeardInEveryColumn) {

@@ -177,6 +177,8 @@ TEST_F(RegisterPanelTest, TheTipOfSpShowsTheStackAsItIsWhenTheMouseRests) {
         << "half a word at FFFF is none";
     machine.SP = 0x10000;
     EXPECT_TRUE(QToolTip::isVisible());
+    QApplication::sendEvent(&Box("txtSP"), &rest);
+    EXPECT_EQ(Text("txtSP"), "FFFB") << "as the other registers, which a run has not shown either";
     panel.DisplayRegs();
     EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
     EXPECT_TRUE(Box("txtSP").toolTip().endsWith("Decimal 65536"));

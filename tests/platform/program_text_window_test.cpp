@@ -129,9 +129,30 @@ TEST_F(ProgramTextTest, ADragFromASelectedLineSelectsAlsoFromItsEnd) {
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton})
         QTest::mousePress(text.viewport(), button, {}, {4, 12});
     EXPECT_EQ(dragTo({60, 30}), "") << "nor where another press came between";
+    QTest::mousePress(text.viewport(), Qt::LeftButton, {}, {4, 12});
+    text.SelectLine(2);
+    EXPECT_EQ(dragTo({60, 30}), "") << "nor what has been selected since";
     QTest::mouseDClick(text.viewport(), Qt::LeftButton, {}, {4, 12});
     QTest::mouseClick(text.viewport(), Qt::LeftButton, {}, {4, 12});
     EXPECT_EQ(text.SelectedText(), u"inr a\r\n") << "a third click selects the line";
+}
+
+TEST_F(ProgramTextTest, AMenuIsAboutItsPlaceWhateverARunShowsMeanwhile) {
+    text.SetText(u"inr a\r\ninr b\r\ninr c");
+    for (const bool changesText : {false, true}) {
+        text.selectAll();
+        QContextMenuEvent open(QContextMenuEvent::Mouse, {4, 30}, {});
+        QApplication::sendEvent(text.viewport(), &open);
+        text.ClearSelection();
+        text.SelectLine(3);
+        EXPECT_EQ(text.SelectedText(), text.Text());
+        EXPECT_EQ(text.CurrentLine(), 2);
+        if (changesText) text.ReplaceSelection(u"nop\r\nnop\r\nnop\r\nnop");
+        QApplication::activePopupWidget()->close();
+        QApplication::processEvents();
+        EXPECT_EQ(text.SelectedText(), changesText ? u"" : u"inr c");
+        EXPECT_EQ(text.CurrentLine(), changesText ? 4 : 3);
+    }
 }
 
 TEST_F(ProgramTextTest, SelectingALineShowsSomeBelowItAndClearingTheSelectionScrollsNothing) {
@@ -234,6 +255,8 @@ TEST_F(ProgramTextTest, AMarkAndANoteStayWhereAChangeIsRefused) {
     QTest::keyClick(&text, Qt::Key_C);
     EXPECT_EQ(text.Text(), u"a\r\nx\r\ncb");
     EXPECT_TRUE(text.Marks().Has(2) && !text.Marks().Has(3));
+    EXPECT_FALSE(text.ReplaceLines(u"ab\r\nx\r\ncb"));
+    EXPECT_TRUE(text.ReplaceLines(text.Text()));
 }
 
 TEST_F(ProgramTextTest, MarksAreSeenSetByClicksInTheMarginAndToldByTheNumbersThatWereKept) {
@@ -294,7 +317,7 @@ TEST_F(ProgramTextTest, ALineIsNeverWrappedAndATabLeadsToTheEighthColumn) {
 }
 
 TEST_F(ProgramTextTest, KeepsCharactersThatTheControlMightDrop) {
-    const std::u16string odd = std::u16string(u"a\u00A0b") + u'\0' + u"c\t\u2028d\U0001F600";
+    const std::u16string odd = std::u16string(u"a\u00A0b") + u'\0' + u"c\t\u2028d\U0001F429\U0001F4D0\U0001F4D1";
     text.SetText(odd + u"\u2029\uFDD0\uFDD1");
     EXPECT_EQ(text.Text(), odd + u"\u2029\uFDD0\uFDD1");
 }

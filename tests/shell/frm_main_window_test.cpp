@@ -310,6 +310,7 @@ TEST_F(FrmMainTest, ALineIsMarkedByKeyOrMenuAndRunsStopThereUntilNew) {
         const auto first = menu->actions().indexOf(Editor().actions().front());
         EXPECT_TRUE(first > 0 && menu->actions().at(first - 1)->isSeparator());
         menu->close();
+        QApplication::processEvents();
         Activate(*window);
         return menuEntry.isChecked();
     };
@@ -417,7 +418,7 @@ TEST_F(FrmMainTest, AProgramFromElsewhereIsConvertedInOneStepOfUndo) {
                 "Line 6: DB is a comment now, for 2 bytes at 2005\n\n"
                 "The data need a data file: choose its name next, and load it before a run."));
     EXPECT_EQ(Editor().Text(), u"\t; ORG 2000H\r\nloop: inr a\r\n; \u2029 x\r\nlda 2005H ;x\r\nei\r\n; list  db 1,2");
-    EXPECT_TRUE(Editor().Marks().Has(2) && Editor().LineOfCaret() == 2 && window->focusWidget() == &Editor());
+    EXPECT_TRUE(Editor().Marks().Has(2) && Editor().CurrentLine() == 2 && window->focusWidget() == &Editor());
     EXPECT_EQ(Read(path), "2005 : 01 02\r\n");
     QTest::keyClick(&Editor(), Qt::Key_A);
     Editor().undo();
@@ -428,6 +429,11 @@ TEST_F(FrmMainTest, AProgramFromElsewhereIsConvertedInOneStepOfUndo) {
     EXPECT_FALSE(convert("Nothing had to be changed."));
     EXPECT_EQ(Editor().Text(), u"mvi a,10");
     EXPECT_FALSE(Editor().document()->isUndoAvailable());
+    Editor().SetText(u"hlt\r\ndb 1");
+    const MessageAnswer said;
+    const FileAnswer file({});
+    Find<QAction>("mnuConvert").trigger();
+    EXPECT_EQ(file.Offered, folder.path()) << "not the latest name, which may be the program's";
     Editor().SetText(QString("ei\r\n").repeated(22).toStdU16String());
     const MessageAnswer many;
     Find<QAction>("mnuConvert").trigger();
