@@ -8,6 +8,7 @@
 #include "assembler/checked_program.h"
 #include "assembler/instruction_table.h"
 #include "assembler/line_words.h"
+#include "machine/number_format.h"
 #include "machine/text.h"
 
 namespace assembler {
@@ -44,6 +45,7 @@ public:
 private:
     void LookAt(const CheckedLine& line) {
         line_ = line.SourceLine;
+        preparedLine_ = static_cast<int>(&line - program_.Lines.data()) + 1;
         LookAtLabel(line.Words);
         if (!line.Comment.empty()) return LookAtComment(line);
         LookAtInstructions(line.Words);
@@ -74,12 +76,18 @@ private:
         if (const std::size_t first = First(words); first > 0) return WarnOfLost(words[first], words[0]);
         const InstructionRow* row = FindInstruction(words[0]);
         if (row == nullptr) return;  // a label
-        for (std::size_t place = 1; place < words.size() && FindCommentMark(words[place]).empty(); ++place)
-            if (row->Operands[place - 1].empty() && (IsMnemonic(words[place]) || IsLabel(words[place])))
-                return WarnOfLost(words[0], words[place]);
+        for (std::size_t place = 1; place < words.size() && FindCommentMark(words[place]).empty(); ++place) {
+            const Text& word = words[place];
+            if (!row->Operands[place - 1].empty()) continue;
+            if (IsMnemonic(word) || IsLabel(word)) return WarnOfLost(words[0], word);
+            if (IsRegister(word) || ReadNumber(word))
+                return Warn(words[0] + (place == 1 ? u" takes no operand: " : u" takes one operand: ") + word +
+                            u" is lost");
+        }
     }
 
     void WarnOfLost(View word, View lost) {
+        if (word == lost) return Warn(u"only the last " + Text(word) + u" counts on this line");
         Warn(u"only " + Shortened(word) + u" counts on this line: " + Shortened(lost) + u" is lost");
     }
 
@@ -92,22 +100,36 @@ private:
             if ((takes != "I8" && takes != "I16") || !ReadNumber(word)) continue;
             // Four digits are an address, and addresses are hexadecimal in all programs.
             const bool isAddress = takes == "I16" && word.size() >= 4;
-            if (word.ends_with(u'H') && withFinalH_.Line == 0) withFinalH_ = {line_, word};
-            if (!isAddress && MayBeDecimal(word) && bare_.Line == 0) bare_ = {line_, word};
+            if (word.ends_with(u'H') && withFinalH_.Line == 0) withFinalH_ = {line_, preparedLine_, word};
+            if (!isAddress && MayBeDecimal(word) && bare_.Line == 0) bare_ = {line_, preparedLine_, word};
+            LookAtName(word, takes == "I8");
         }
+    }
+
+    // Two letters may well be a byte.
+    void LookAtName(const Text& word, bool isByte) {
+        const bool isLabel = m8085::IsLetter(word[0]) && m8085::Contains(program_.Labels, word);
+        if (!isLabel && (!IsRegister(word) || (isByte && word.size() > 1))) return;
+        const std::int32_t number = *ReadNumber(word);
+        const std::string digits =
+            isByte ? m8085::FormatHexByte(static_cast<std::uint8_t>(number)) : m8085::FormatHexLong(number);
+        Warn(Shortened(word) + u" is the number " + m8085::Wide(digits) + u" here, not the " +
+             (isLabel ? u"label" : u"register"));
     }
 
     void WarnOfMixedNumbers() {
         if (withFinalH_.Line == 0 || bare_.Line == 0) return;
-        warnings_.push_back({bare_.Line, Shortened(bare_.Text) + u" is hexadecimal too, though line " +
-                                             Number(withFinalH_.Line) + u" has " + Shortened(withFinalH_.Text)});
+        warnings_.push_back({bare_.Line, bare_.PreparedLine,
+                             Shortened(bare_.Text) + u" is hexadecimal too, though line " + Number(withFinalH_.Line) +
+                                 u" has " + Shortened(withFinalH_.Text)});
     }
 
-    void Warn(Text text) { warnings_.push_back({line_, std::move(text)}); }
+    void Warn(Text text) { warnings_.push_back({line_, preparedLine_, std::move(text)}); }
 
     const CheckedProgram& program_;
     std::vector<Warning> warnings_;
     int line_ = 0;
+    int preparedLine_ = 0;
     int lineOfComment_ = 0;       // that was warned of last
     std::map<Text, int> labels_;  // with their colons, and the lines of their first definitions
     Warning withFinalH_;          // the first number of each kind

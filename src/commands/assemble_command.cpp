@@ -3,6 +3,7 @@
 #include "assembler/explanation.h"
 #include "assembler/listing.h"
 #include "assembler/source_preparation.h"
+#include "assembler/warnings.h"
 #include "platform/clipboard.h"
 #include "platform/dialogs.h"
 
@@ -45,6 +46,7 @@ void AssembleCommand::Assemble() {
     listedText_ = document_.txtCode().Text();
     document_.txtCode().KeepLineNumbers();
     registerPanel_.DisplayRegs();
+    ShowWarnings(text);
 }
 
 void AssembleCommand::Forget() {
@@ -64,8 +66,16 @@ void AssembleCommand::Report(const QString& message) {
     document_.txtCode().setFocus();
 }
 
-// The line at fault need not be the one that the message is about. The text is the one before its labels were split
-// off: with a colon in a comment the reason is that it was.
+// The text is the one before its labels were split off, here and below: with a colon in a comment that it was is what
+// there is to say.
+void AssembleCommand::ShowWarnings(const std::u16string& text) {
+    std::vector<platform::LineNote> notes;
+    for (const auto& [line, shownLine, warning] : assembler::FindWarnings(assembler::PrepareProgram(text)))
+        notes.push_back({shownLine, QString::fromStdU16String(warning), platform::LineNote::Kind::Neutral});
+    document_.txtCode().Notes().Show(notes);
+}
+
+// The line at fault need not be the one that the message is about.
 void AssembleCommand::ShowReason(const std::u16string& text, const assembler::Assembly& failed) {
     const std::u16string reason = assembler::ExplainFailure(assembler::PrepareProgram(text), failed);
     if (reason.empty()) return;

@@ -43,6 +43,7 @@ public:
 
 private:
     void Report(const QString& message);
+    void ShowWarnings(const std::u16string& text);
     void ShowReason(const std::u16string& text, const assembler::Assembly& failed);
 
     m8085::MachineState& machine_;

@@ -76,6 +76,10 @@ TEST_F(FrmMainTest, TheReasonStandsAtTheLineOfTheFaultUntilTheNextText) {
         end();
         EXPECT_EQ(Editor().accessibleDescription(), "");
     }
+    StartWith(u"l: mvi a,b\r\nnop ; so: hlt");
+    EXPECT_EQ(Editor().accessibleDescription(),
+              "Line 2: B is the number 0B here, not the register; "
+              "Line 4: the colon in the comment ends it: HLT is part of the program");
 }
 
 TEST_F(FrmMainTest, TheTooltipsOfTheEditorAreAboutTheCharacterUnderTheMouse) {
