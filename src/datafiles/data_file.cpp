@@ -6,6 +6,7 @@
 
 #include "machine/bytes.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace memedata {
 
@@ -152,8 +153,8 @@ std::optional<std::uint16_t> ReadAddress(std::u16string_view text) {
 
 std::optional<AddressRange> ReadRange(std::u16string_view text) {
     const std::size_t sign = std::min(text.find(u'-'), text.size());
-    const auto first = ReadAddress(text.substr(0, sign));
-    const auto last = sign < text.size() ? ReadAddress(text.substr(sign + 1)) : first;
+    const auto first = ReadAddress(m8085::Trimmed(text.substr(0, sign)));
+    const auto last = sign < text.size() ? ReadAddress(m8085::Trimmed(text.substr(sign + 1))) : first;
     if (!first || !last || *first > *last) return std::nullopt;
     return AddressRange{*first, *last};
 }

@@ -41,7 +41,8 @@ std::string ComposePortLine(std::uint8_t port, std::uint8_t byte);
 // else around them. Nothing for any other text and for an address above FFFF.
 std::optional<std::uint16_t> ReadAddress(std::u16string_view text);
 
-// One such address, or two with "-" between them of which the first is not the higher one. Nothing for any other text.
+// One such address, or two with "-" between them of which the first is not the higher one, with blanks around each or
+// not. Nothing for any other text.
 std::optional<AddressRange> ReadRange(std::u16string_view text);
 
 }  // namespace memedata

@@ -85,7 +85,9 @@ void MemoryGrid::BringNextIntoView() {
 void MemoryGrid::TakeFocus() {
     const QModelIndex current = grdRAM_->currentIndex();
     const bool canOpen = MemoryModel::IsDataCell(current) && current.row() + 1 < MemoryModel::Rows;
-    GoTo(canOpen ? current : model_->index(grdRAM_->TopRow(), 1));
+    int column = 1;
+    while (column + 2 < model_->columnCount() && !grdRAM_->ColumnIsVisible(column)) column += 2;
+    GoTo(canOpen ? current : model_->index(grdRAM_->TopRow(), column));
 }
 
 void MemoryGrid::GoTo(const QModelIndex& cell) {

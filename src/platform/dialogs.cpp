@@ -44,7 +44,7 @@ void GiveRoom(QLabel& label) {
 }
 
 // Over the middle of the layout that the control belongs to, as far as it is in view, and not over the empty part of a
-// large window.
+// large window. All of it is on the screen, where the window may not be.
 void PlaceOver(const QWidget& control, QDialog& box) {
     const QWidget* layout = &control;
     while (layout != nullptr && qobject_cast<QScrollArea*>(layout->parentWidget()) == nullptr)
@@ -53,7 +53,10 @@ void PlaceOver(const QWidget& control, QDialog& box) {
     const QRect shown = layout->childrenRect().intersected(layout->rect());
     // Qt would make it no larger than two thirds of the screen at first.
     box.resize(box.sizeHint().expandedTo(box.layout()->totalMinimumSize()));
-    box.move(layout->mapToGlobal(shown.center()) - box.rect().center());
+    const QPoint place = layout->mapToGlobal(shown.center()) - box.rect().center();
+    const QRect screen = control.screen()->availableGeometry();
+    box.move(std::clamp(place.x(), screen.left(), std::max(screen.left(), screen.right() - box.width())),
+             std::clamp(place.y(), screen.top(), std::max(screen.top(), screen.bottom() - box.height())));
 }
 
 QMessageBox::StandardButton Ask(QWidget& control, const QString& text, QMessageBox::Icon icon, const QString& caption,

@@ -95,7 +95,7 @@ TEST_F(DataFileCommandsTest, BytesAreCopiedAsADataFileHasThem) {
         EXPECT_EQ(platform::ReadRichText(), expected);
     }
     for (const auto& [rows, expected] : {std::pair{"8001-8011", u"8001 : 0 5 0 0 0 0 0 0 0 0 0 0 0 0 0 3E\r\n8011 : 0"},
-                                         {"ffff", u"FFFF : 0"},
+                                         {" ffff - FFFF ", u"FFFF : 0"},
                                          {"", u""},
                                          {"8002-8001", nullptr},
                                          {"8000-", nullptr},
@@ -138,6 +138,7 @@ TEST_F(DataFileCommandsTest, WritesTheRangesAndClosesOrSaysWhatIsWrongAndStays) 
     QTest::mouseClick(&Control<QLineEdit>("Text2"), Qt::LeftButton, {}, {3, 5});
     EXPECT_EQ(Control<QLineEdit>("Text2").selectedText(), "") << "a click goes to its place";
     for (const auto& [first, last] : {std::pair{"8000", "8001"}, {"FFFF", "fffF"}, {"9000", "8000"}}) Add(first, last);
+    Control<QLineEdit>("Text3").setText("  ");
     EXPECT_EQ(Click("OKButton"), "Please specify the output file name.");
     const QString nowhere = directory.filePath("missing/Memory.dat");
     Control<QLineEdit>("Text3").setText(nowhere);

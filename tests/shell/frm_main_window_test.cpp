@@ -610,6 +610,17 @@ TEST_F(FrmMainTest, F6GoesRoundFromTheEditorThroughRegistersOrKeypadAndMemory) {
     EXPECT_EQ(Find<QLineEdit>("txtEdit").accessibleName(), "Address 9009") << "back to the cell where it was";
     Press(Qt::Key_Tab);
     EXPECT_EQ(window->focusWidget()->accessibleName(), "Address 9109");
+    auto& grid = Find<platform::Grid>("grdRAM");
+    for (const char* const start : {"a000", "b000"}) {
+        const InputAnswer address(start);
+        Click("cmdAdd");
+    }
+    Activate(*window);
+    Editor().setFocus();
+    grid.SetCurrentCellInPlace(Cells().index(255, 11));
+    grid.horizontalScrollBar()->setValue(grid.horizontalScrollBar()->maximum());
+    EXPECT_EQ(goRound(2), "txtA txtEdit");
+    EXPECT_EQ(window->focusWidget()->accessibleName(), "Address 9100") << "the first one in view";
     for (const auto* shortcut : window->findChildren<QShortcut*>())
         EXPECT_EQ(shortcut->autoRepeat(), shortcut->key() != QKeySequence("F6"));
 }
@@ -662,6 +673,12 @@ TEST_F(FrmMainTest, BoxesStandOverTheLayoutAndNotOverTheEmptyPartOfALargeWindow)
         Click(command);
         EXPECT_TRUE(answer.Answered());
     }
+    window->move(-600, 0);
+    const ModalAnswer answer([](QWidget& box) {
+        EXPECT_TRUE(box.screen()->availableGeometry().contains(box.geometry()));
+        box.close();
+    });
+    Click("cmdAdd");
 }
 
 TEST_F(FrmMainTest, ARefusedInstructionIsToldAndShown) {
