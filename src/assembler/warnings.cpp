@@ -32,7 +32,7 @@ bool MayBeDecimal(View word) {
 
 class Search {
 public:
-    explicit Search(const CheckedProgram& program) : program_(program) {}
+    Search(const CheckedProgram& program, Numbering numbering) : program_(program), numbering_(numbering) {}
 
     std::vector<Warning> Run() {
         for (const CheckedLine& line : program_.Lines)
@@ -44,8 +44,8 @@ public:
 
 private:
     void LookAt(const CheckedLine& line) {
-        line_ = line.SourceLine;
-        preparedLine_ = static_cast<int>(&line - program_.Lines.data()) + 1;
+        const auto preparedLine = static_cast<int>(&line - program_.Lines.data()) + 1;
+        line_ = numbering_ == Numbering::OfSource ? line.SourceLine : preparedLine;
         LookAtLabel(line.Words);
         if (!line.Comment.empty()) return LookAtComment(line);
         LookAtInstructions(line.Words);
@@ -54,7 +54,7 @@ private:
 
     // Of each line of the source once.
     void LookAtComment(const CheckedLine& line) {
-        if (std::exchange(lineOfComment_, line_) == line_) return;
+        if (std::exchange(lineOfComment_, line.SourceLine) == line.SourceLine) return;
         const Text reason = line.Comment == u";" ? Text(u"the colon in the comment ends it")
                                                  : u"a comment begins with \";\", not with " + Text(line.Comment);
         Warn(reason + u": " + Shortened(line.Words[First(line.Words)]) + u" is part of the program");
@@ -100,8 +100,8 @@ private:
             if ((takes != "I8" && takes != "I16") || !ReadNumber(word)) continue;
             // Four digits are an address, and addresses are hexadecimal in all programs.
             const bool isAddress = takes == "I16" && word.size() >= 4;
-            if (word.ends_with(u'H') && withFinalH_.Line == 0) withFinalH_ = {line_, preparedLine_, word};
-            if (!isAddress && MayBeDecimal(word) && bare_.Line == 0) bare_ = {line_, preparedLine_, word};
+            if (word.ends_with(u'H') && withFinalH_.Line == 0) withFinalH_ = {line_, word};
+            if (!isAddress && MayBeDecimal(word) && bare_.Line == 0) bare_ = {line_, word};
             LookAtName(word, takes == "I8");
         }
     }
@@ -119,18 +119,17 @@ private:
 
     void WarnOfMixedNumbers() {
         if (withFinalH_.Line == 0 || bare_.Line == 0) return;
-        warnings_.push_back({bare_.Line, bare_.PreparedLine,
-                             Shortened(bare_.Text) + u" is hexadecimal too, though line " + Number(withFinalH_.Line) +
-                                 u" has " + Shortened(withFinalH_.Text)});
+        warnings_.push_back({bare_.Line, Shortened(bare_.Text) + u" is hexadecimal too, though line " +
+                                             Number(withFinalH_.Line) + u" has " + Shortened(withFinalH_.Text)});
     }
 
-    void Warn(Text text) { warnings_.push_back({line_, preparedLine_, std::move(text)}); }
+    void Warn(Text text) { warnings_.push_back({line_, std::move(text)}); }
 
     const CheckedProgram& program_;
+    const Numbering numbering_;
     std::vector<Warning> warnings_;
     int line_ = 0;
-    int preparedLine_ = 0;
-    int lineOfComment_ = 0;       // that was warned of last
+    int lineOfComment_ = 0;       // of the source, that was warned of last
     std::map<Text, int> labels_;  // with their colons, and the lines of their first definitions
     Warning withFinalH_;          // the first number of each kind
     Warning bare_;
@@ -138,9 +137,9 @@ private:
 
 }  // namespace
 
-std::vector<Warning> FindWarnings(const PreparedProgram& program) {
+std::vector<Warning> FindWarnings(const PreparedProgram& program, Numbering numbering) {
     const CheckedProgram checked = CheckProgram(program);
-    return Search(checked).Run();
+    return Search(checked, numbering).Run();
 }
 
 }  // namespace assembler

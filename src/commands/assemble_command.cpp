@@ -70,8 +70,14 @@ void AssembleCommand::Report(const QString& message) {
 // there is to say.
 void AssembleCommand::ShowWarnings(const std::u16string& text) {
     std::vector<platform::LineNote> notes;
-    for (const auto& [line, shownLine, warning] : assembler::FindWarnings(assembler::PrepareProgram(text)))
-        notes.push_back({shownLine, QString::fromStdU16String(warning), platform::LineNote::Kind::Neutral});
+    const assembler::PreparedProgram program = assembler::PrepareProgram(text);
+    for (const auto& [line, warning] : assembler::FindWarnings(program, assembler::Numbering::OfPrepared)) {
+        const QString note = QString::fromStdU16String(warning);
+        if (notes.empty() || notes.back().Line != line)
+            notes.push_back({line, note, platform::LineNote::Kind::Neutral});
+        else
+            notes.back().Text += "; " + note;
+    }
     document_.txtCode().Notes().Show(notes);
 }
 

@@ -65,7 +65,7 @@ void FindRemarks(Simulation& simulation) {
         if (!std::ranges::binary_search(remarks, simulation.Line, {}, &Remark::Line))
             remarks.push_back({simulation.Line, false, simulation.Message, simulation.Note});
     }
-    for (const auto& [line, preparedLine, text] : assembler::FindWarnings(simulation.Program))
+    for (const auto& [line, text] : assembler::FindWarnings(simulation.Program))
         remarks.push_back({line, true, Printable(Utf8(text)), {}});
     std::ranges::stable_sort(remarks, {}, &Remark::Line);
 }

@@ -475,7 +475,7 @@ void Converter::SayWhatIsLeft() {
     if (!hasDecimal_) LeaveFirstOfData();
     for (const auto& [line, number] : bare_) lines_[line].Say(number + u" is taken as hexadecimal");
     const assembler::PreparedProgram program = assembler::PrepareProgram(result_.Program);
-    for (const auto& [line, preparedLine, text] : assembler::FindWarnings(program)) {
+    for (const auto& [line, text] : assembler::FindWarnings(program)) {
         line_ = static_cast<std::size_t>(line - 1);
         const bool isSaid = std::ranges::count(bare_, line_, &std::pair<std::size_t, Text>::first) > 0;
         if (!Here().IsFaulty() && !isSaid) Here().Say(text);

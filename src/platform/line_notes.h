@@ -26,7 +26,8 @@ class LineNotes : public QObject {
 public:
     explicit LineNotes(QPlainTextEdit& editor);
 
-    // Shows these, in the order of their lines, and no others. A line that the text does not have gets none.
+    // Shows these, one for a line and in the order of their lines, and no others. A line that the text does not have
+    // gets none.
     void Show(const std::vector<LineNote>& notes);
     void Clear() { Show({}); }
 

@@ -76,10 +76,14 @@ TEST_F(FrmMainTest, TheReasonStandsAtTheLineOfTheFaultUntilTheNextText) {
         end();
         EXPECT_EQ(Editor().accessibleDescription(), "");
     }
-    StartWith(u"l: mvi a,b\r\nnop ; so: hlt");
+    StartWith(u"l: lda a,2050h\r\nmvi a,10 ; so: hlt");
     EXPECT_EQ(Editor().accessibleDescription(),
-              "Line 2: B is the number 0B here, not the register; "
+              "Line 2: LDA takes one operand: 2050H is lost; A is the number 000A here, not the register; "
               "Line 4: the colon in the comment ends it: HLT is part of the program");
+    StartWith(u"l: mvi a,10\r\nl: adi 0AH");
+    EXPECT_EQ(Editor().accessibleDescription(),
+              "Line 2: 10 is hexadecimal too, though line 4 has 0AH; "
+              "Line 3: the label L is defined in line 1 already, and jumps and calls go there");
 }
 
 TEST_F(FrmMainTest, TheTooltipsOfTheEditorAreAboutTheCharacterUnderTheMouse) {
