@@ -179,9 +179,14 @@ QRect LineNotes::Place(const Shown& note) const {
     return {left, end.top(), std::min(note.Width, right - left), end.height()};
 }
 
-// The notes of the lines between these heights in the viewport.
+// The notes of the lines between these heights in the viewport. Below the last line Qt finds the first one while
+// something is being composed in the last.
 auto LineNotes::Between(int top, int bottom) const {
-    const auto lineAt = [this](int y) { return editor_.cursorForPosition({0, y}).blockNumber(); };
+    const QTextBlock last = editor_.document()->lastBlock();
+    const int end = editor_.cursorRect(QTextCursor(last)).bottom();
+    const auto lineAt = [&](int y) {
+        return y > end ? last.blockNumber() : editor_.cursorForPosition({0, y}).blockNumber();
+    };
     return std::ranges::subrange(std::ranges::lower_bound(notes_, lineAt(top), {}, &Shown::Line),
                                  std::ranges::upper_bound(notes_, lineAt(bottom), {}, &Shown::Line));
 }

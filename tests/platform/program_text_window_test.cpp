@@ -386,6 +386,12 @@ TEST_F(ProgramTextTest, ANoteIsPaintedAfterItsLineAndATooltipHasAllOfIt) {
     EXPECT_LT(std::get<0>(extent(2, BadNoteGround)), 0) << "what is out of view anyway is covered";
     EXPECT_LT(std::get<1>(extent(3, GoodNoteGround)), edge);
     EXPECT_GE(std::get<0>(extent(4, NeutralNoteGround)), 0) << "a neutral one covers nothing";
+    text.moveCursor(QTextCursor::End);
+    for (const char* const composed : {"x", ""}) {
+        QInputMethodEvent compose(composed, {});
+        QApplication::sendEvent(&text, &compose);
+        EXPECT_GT(std::get<1>(extent(3, GoodNoteGround)), 0) << "while something is composed in the last line";
+    }
     text.horizontalScrollBar()->setValue(20);
     EXPECT_TRUE(IsPaintedAnew(text));
     const QImage bar = text.horizontalScrollBar()->grab().toImage();
