@@ -24,7 +24,8 @@ constexpr Pair directives[] = {
     {u"ORG", atOrigin},       {u"BEGIN", atOrigin},     {u"END", leaveOut},       {u"EQU", numberItself},
     {u"SET", numberItself},   {u"DB", dataOtherwise},   {u"DW", dataOtherwise},   {u"DS", dataOtherwise},
     {u"DEFB", dataOtherwise}, {u"DEFW", dataOtherwise}, {u"DEFS", dataOtherwise}, {u"MACRO", writeOut},
-    {u"ENDM", leaveOut},      {u"INCLUDE", writeOut},   {u"CPU", leaveOut},       {u"HOF", leaveOut}};
+    {u"ENDM", leaveOut},      {u"INCLUDE", writeOut},   {u"IF", leaveOut},        {u"ELSE", leaveOut},
+    {u"ENDIF", leaveOut},     {u"RADIX", leaveOut},     {u"CPU", leaveOut},       {u"HOF", leaveOut}};
 
 // Those that are plain words where nothing marks them.
 constexpr Pair markedDirectives[] = {

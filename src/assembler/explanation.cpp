@@ -93,6 +93,7 @@ struct Fault {
     Answer IsProbablyLabel() const { return If(IsMnemonic(Words[1]) || IsJumpedTo(Word())); }
     Answer IsSecondInstruction() const { return If(IsMnemonic(Word())); }
     Answer IsCharacter() const { return If(Word().find_first_of(u"\"'") != View::npos); }
+    Answer IsPairOfJump() const { return If(Word() == u"HL" && Line.Words[0] == u"JMP"); }
     Answer IsMisplaced() const { return If(Program.MisplacedLabels.contains(Text(Word()))); }
 
     Answer BeginsWithSign() const {
@@ -133,14 +134,19 @@ struct Fault {
     Answer IsDefined() const { return If(Contains(Program.Labels, Word())); }
     Answer IsInLastPlace() const { return If(Program.UnreachableLabel == Word()); }
 
-    // What stands before the comma, where it is the longest mnemonic that the word begins with and more.
+    // The longest mnemonic that the word begins with, where a comma follows after more, or the number that it takes.
     Answer MnemonicInFront() const {
-        View longest;
+        const InstructionRow* longest = nullptr;
         for (const InstructionRow& row : InstructionRows())
-            if (row.Mnemonic.size() > longest.size() && Word().starts_with(Wide(row.Mnemonic)))
-                longest = Word().substr(0, row.Mnemonic.size());
-        if (!HasComma() || longest.empty() || Word()[longest.size()] == u',') return {};
-        return Text(longest);
+            if ((longest == nullptr || row.Mnemonic.size() > longest->Mnemonic.size()) &&
+                Word().starts_with(Wide(row.Mnemonic)))
+                longest = &row;
+        if (longest == nullptr) return {};
+        const View rest = Word().substr(longest->Mnemonic.size());
+        if (rest.empty() || rest[0] == u',') return {};
+        const bool takesNumber = longest->Operands[0].starts_with('I') && !longest->TakesLabel();
+        if (!HasComma() && (!takesNumber || !ReadNumber(rest) || IsJumpedTo(Word()))) return {};
+        return Wide(longest->Mnemonic);
     }
 
     // First on the line, or after a label or a name.
@@ -288,6 +294,7 @@ constexpr Rule labelRules[] = {
     {&Fault::IsMisplaced, u"*: does not come first on its line, and so is not a label"},
     {&Fault::IsAddress, u"a jump or call goes to a label, not to an address: put a label there"},
     {&Fault::SimilarLabel, u"there is no label @; is * meant?"},
+    {&Fault::IsPairOfJump, u"PCHL jumps to the address in HL"},
     {&Fault::Always, u"no line defines it: put *: where it is to go"}};
 
 // For a line whose first words assemble; @ is its mnemonic.

@@ -237,6 +237,9 @@ void Converter::ConvertEnd() {
     if (Parsed().What == Kind::Begin && (!value || Parsed().RestAt)) return;
     MakeComment(LabelsGo());
     if (operands.empty() || (value && value->Addresses == 1 && value->Moved == m8085::ProgramOrigin)) return;
+    const auto first = std::ranges::find_if(statements_, &Statement::IsInstruction);
+    if (first != statements_.end() && first->Operation == u"JMP" && first->Target() == UpperCase(operands[0].Text))
+        return;
     const auto line = value ? layout_->InstructionAt(static_cast<std::int32_t>(value->Number)) : std::nullopt;
     if (!line || layout_->PlaceOf(*line).NewAddress != m8085::ProgramOrigin)
         Here().SayFault(u"the program began at " + operands[0].Text + u", and begins with its first instruction now");
@@ -356,7 +359,9 @@ void Converter::ConvertNumber(const Operand& operand, std::int32_t largest) {
     if (layout_->IsLost(*value)) return Here().SayFault(u"what stood at " + operand.Text + u" stands elsewhere now");
     NoteReading(operand, *value, *choice);
     const bool isByte = largest == 0xFF;
-    if (!isByte && value->Addresses == 0) NoteFormerAddress(choice->Number);
+    // The stack begins below the address that SP gets.
+    const bool isOfStack = Parsed().Operation == u"LXI" && UpperCase(Parsed().Operands[0].Text).starts_with(u'S');
+    if (!isByte && value->Addresses == 0) NoteFormerAddress((choice->Number - (isOfStack ? 1 : 0)) & 0xFFFF);
     if (assembler::ReadNumber(UpperCase(operand.Text)) == choice->Number && value->Addresses == 0) return;
     const Text number = FormatNumber(choice->Number, isByte, withFinalH_ || choice->IsSurelyDecimal);
     Here().Replace(operand.At, operand.Text.size(), number);

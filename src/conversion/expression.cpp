@@ -40,9 +40,10 @@ std::optional<std::int64_t> ReadWithPrefix(View word) {
     return {};
 }
 
-// What it is where digits alone are decimal and a final letter says the base.
+// What it is where digits alone are decimal, and a final letter or "0b" in front says the base.
 std::optional<std::int64_t> ReadWithSuffix(View word) {
     if (const auto decimal = ReadDigits(word, 10)) return decimal;
+    if (word.starts_with(u"0B")) return ReadDigits(word.substr(2), 2);
     constexpr std::pair<char16_t, int> bases[] = {{u'D', 10}, {u'B', 2}, {u'Q', 8}, {u'O', 8}};
     for (const auto& [suffix, base] : bases)
         if (word.ends_with(suffix)) return ReadDigits(word.substr(0, word.size() - 1), base);
@@ -50,11 +51,11 @@ std::optional<std::int64_t> ReadWithSuffix(View word) {
 }
 
 // Whether a number that could be hexadecimal is not. Four digits may be an address in any program, but nobody writes an
-// address or a byte with so many zeros and ones in front of a B.
+// address or a byte with so many zeros and ones before or after a B.
 bool IsOther(View word, const Notation& notation) {
     constexpr std::size_t addressDigits = 4;
     const bool isAddress = word.size() == addressDigits;
-    if (notation.AllDecimal) return true;
+    if (notation.AllDecimal || (word.starts_with(u"0B") && word.size() > addressDigits + 1)) return true;
     if (word.ends_with(u'B')) return word.size() > addressDigits || (notation.HasB && !isAddress);
     return word.ends_with(u'D') && notation.HasD && !isAddress;
 }
@@ -195,7 +196,9 @@ private:
         std::optional<Value> value = isNumber ? std::nullopt : valueOf_(m8085::UpperCase(term));
         if (!value && term.starts_with(u'(') && term.ends_with(u')'))
             value = ExpressionReader(term.substr(1, term.size() - 2), valueOf_, notation_).Read();
-        if (!value) value = ReadNumber(term, notation_);
+        // No assembler with sums has numbers that begin with a letter.
+        const bool isAlone = last_ == 0 && rest_.empty();
+        if (!value && (isAlone || term.empty() || !m8085::IsLetter(term[0]))) value = ReadNumber(term, notation_);
         return value ? Combine(sign, {}, *value) : std::nullopt;
     }
 

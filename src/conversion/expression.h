@@ -29,9 +29,9 @@ struct Notation {
     bool HasB = false;        // binary ones have a final B
 };
 
-// A number as programs for other assemblers write it: what this language takes, and 10D, 1010B, 17Q, 0x1F, $1F, &H1F,
-// "05 H", 'A', and any of them after a "#". Nothing for any other text. What is far above FFFF reads as some number
-// above FFFF.
+// A number as programs for other assemblers write it: what this language takes, and 10D, 1010B, 0b1010, 17Q, 0x1F, $1F,
+// &H1F, "05 H", 'A', and any of them after a "#". Nothing for any other text. What is far above FFFF reads as some
+// number above FFFF.
 std::optional<Value> ReadNumber(std::u16string_view word, const Notation& notation = {});
 
 // The value of a name in upper case, or of $ for the current address.

@@ -162,8 +162,8 @@ void Layout::MoveStatements() {
     }
 }
 
-// A label belongs to what follows it, and the current address to what stands before it. Where there is nothing between
-// two origins, both are plain addresses.
+// A label belongs to what follows it, and the current address in a sum to what stands before it. Where there is nothing
+// between two origins, both are plain addresses.
 void Layout::FindLinesOfData() {
     enum Belonging : char { Nowhere, Program, Data };
     const std::size_t count = statements_.size();
@@ -183,7 +183,9 @@ void Layout::FindLinesOfData() {
     for (std::size_t line = 0; line < count; ++line) {
         Belonging first = after[line];
         Belonging second = before[line];
-        if (statements_[line].What == Kind::Equal) std::swap(first, second);
+        const std::vector<Operand>& operands = statements_[line].Operands;
+        const bool isLikeLabel = operands.size() == 1 && operands[0].Text == u"$";
+        if (statements_[line].What == Kind::Equal && !isLikeLabel) std::swap(first, second);
         if (own(line) != Nowhere) first = own(line);
         const Belonging belonging = first == Nowhere ? second : first;
         places_[line].IsOfData = belonging == Data || (belonging == Nowhere && places_[line].Region > 0);

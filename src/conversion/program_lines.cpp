@@ -154,7 +154,7 @@ std::optional<std::int32_t> FindListing(View comment, const Statement& statement
 }
 
 // Where "- load it" or "/ load it" begins after an instruction. It is not computed with what follows the sign if that
-// is a word, but none of the names, and perhaps a number only if it stands alone.
+// is a word, but none of the names.
 std::optional<std::size_t> FindRemark(const Statement& statement, View code, const Names& names) {
     if (!statement.IsWholeInstruction()) return {};
     const View own = code.substr(statement.At);
@@ -167,8 +167,7 @@ std::optional<std::size_t> FindRemark(const Statement& statement, View code, con
     const View text = m8085::Trimmed(code.substr(at + 1));
     const View word = text.substr(0, text.find_first_of(u" \t,.;()-"));
     const bool isOther = names.contains(m8085::UpperCase(word)) || IsUnaryOperator(word) || MayBeInstruction(text, own);
-    const bool mayBeNumber = word.size() == text.size() && ReadNumber(word);
-    return IsWord(word) && !isOther && !mayBeNumber ? std::optional(at) : std::nullopt;
+    return IsWord(word) && !isOther ? std::optional(at) : std::nullopt;
 }
 
 void AddNames(const Statement& statement, Names& names) {

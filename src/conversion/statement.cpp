@@ -43,6 +43,9 @@ Kind KindOf(View word) {
 // Other assemblers know them, and nothing takes their place here.
 constexpr View unknownDirectives[] = {u"MACRO", u"INCLUDE", u"RADIX", u"EXTRN", u"EXTERN"};
 
+// Those of C, which come with a "#" and may change the program.
+constexpr View preprocessor[] = {u"#DEFINE", u"#INCLUDE", u"#IF", u"#IFDEF", u"#IFNDEF", u"#ELSE", u"#ENDIF"};
+
 // What the head of a program says of it, with a colon.
 constexpr View headWords[] = {u"NAME", u"AUTHOR", u"STUDENT", u"SUBJECT", u"COURSE", u"CLASS",  u"TITLE", u"PROGRAM",
                               u"DATE", u"AIM",    u"OBJECT",  u"TASK",    u"INPUT",  u"OUTPUT", u"RESULT"};
@@ -232,7 +235,8 @@ bool HasSlip(const std::vector<View>& words) {
 
 bool IsUnknownDirective(View word) {
     const bool isMarked = word.size() > 1 && word[0] == u'.' && IsWord(word.substr(1, 1));
-    return isMarked || m8085::Contains(unknownDirectives, UpperCase(LettersOf(word)));
+    const Text upper = UpperCase(LettersOf(word));
+    return isMarked || m8085::Contains(unknownDirectives, upper) || m8085::Contains(preprocessor, upper);
 }
 
 // Whether the text cannot be English for a directive or an instruction in it. The latter has two operands, or comes
@@ -251,6 +255,18 @@ bool IsForAssembler(View text) {
     const auto second = words.begin() + 1;
     return IsUnknownDirective(words[0]) || (second != words.end() && IsUnknownDirective(*second)) ||
            std::any_of(second, words.end(), isInstruction);
+}
+
+// Also of an interrupt instruction of the chip.
+std::optional<std::uint8_t> OpcodeOf(const Statement& statement) {
+    if (const assembler::InstructionRow* row = statement.WholeInstruction()) return row->Opcode;
+    if (statement.What != Kind::Interrupt) return {};
+    constexpr std::pair<View, std::uint8_t> others[] = {{u"EI", 0xFB}, {u"DI", 0xF3}, {u"RIM", 0x20}, {u"SIM", 0x30}};
+    for (const auto& [name, opcode] : others)
+        if (statement.Operation == name) return opcode;
+    const auto number =
+        statement.Operands.size() == 1 ? m8085::ReadHexNumber(statement.Operands[0].Text, 7) : std::nullopt;
+    return number ? std::optional(static_cast<std::uint8_t>(0xC7 + 8 * *number)) : std::nullopt;
 }
 
 }  // namespace
@@ -294,9 +310,9 @@ std::optional<Listing> ReadListing(View text) {
 
 std::optional<std::int32_t> ReadListing(View text, const Statement& statement) {
     const auto listing = ReadListing(text);
-    const assembler::InstructionRow* row = listing ? statement.WholeInstruction() : nullptr;
-    const bool fits = row != nullptr && listing->FirstByte == row->Opcode &&
-                      listing->Size <= assembler::InstructionLength(row->Opcode);
+    const auto opcode = OpcodeOf(statement);
+    const bool fits =
+        listing && opcode && listing->FirstByte == *opcode && listing->Size <= assembler::InstructionLength(*opcode);
     return fits ? std::optional(listing->Address) : std::nullopt;
 }
 

@@ -7,6 +7,7 @@
 #include "datafiles/data_file.h"
 #include "machine/bytes.h"
 #include "machine/number_format.h"
+#include "machine/text.h"
 
 namespace memedata {
 
@@ -34,11 +35,10 @@ MemoryImage ImageOf(const Places& places) {
 class IntelHexReader {
 public:
     MemoryImage Read(std::string_view text) {
-        for (int line = 1; !text.empty() && !isComplete_; ++line) {
-            const std::size_t end = std::min(text.find('\n'), text.size());
-            const std::string problem = ReadLine(text.substr(0, end));
-            if (!problem.empty()) return {{}, "line " + std::to_string(line) + ": " + problem};
-            text.remove_prefix(std::min(end + 1, text.size()));
+        for (int number = 1; const std::string_view line : m8085::LinesOf(text)) {
+            const std::string problem = ReadLine(m8085::Trimmed(line));
+            if (!problem.empty()) return {{}, "line " + std::to_string(number) + ": " + problem};
+            ++number;
         }
         if (!isComplete_) return {{}, "its last record, :00000001FF, is missing"};
         return ImageOf(places_);
@@ -51,9 +51,8 @@ private:
 
     // Each gives what is wrong, or nothing.
     std::string ReadLine(std::string_view line) {
-        while (!line.empty() && (line.back() == '\r' || line.back() == ' ' || line.back() == '\t'))
-            line.remove_suffix(1);
         if (line.empty()) return {};
+        if (isComplete_) return line[0] == ':' ? "a record after the last one" : "";
         const auto record = BytesOf(line);
         if (!record || record->size() < headLength + checksumLength ||
             record->size() != headLength + (*record)[0] + checksumLength)
@@ -149,9 +148,9 @@ MemoryImage ReadMemoryImage(std::string_view file, std::optional<std::int32_t> o
     if (origin && HasAddresses(file)) return {{}, "it has its addresses in it, and goes without --origin"};
     if (origin) return ReadBytes(file, *origin);
     if (LooksLikeIntelHex(file)) return IntelHexReader().Read(file);
-    const auto places = HasAddresses(file) ? ReadDataFile(file) : std::nullopt;
-    if (!places) return {{}, "it is neither Intel HEX nor a data file; bytes as they are need --origin"};
-    return ImageOf(*places);
+    if (!HasAddresses(file)) return {{}, "it is neither Intel HEX nor a data file; bytes as they are need --origin"};
+    const auto places = ReadDataFile(file);
+    return places ? ImageOf(*places) : MemoryImage{{}, "a byte in it lies beyond FFFF, or a number is above 7FFFFFFF"};
 }
 
 }  // namespace memedata

@@ -67,7 +67,7 @@ TEST(Conversion, CommentsNeitherStickNorBreakTheirLines) {
         {"hlt ends here ; so", "hlt ; ends here ; so"},
         {"lda 9000h - load\nadi 1 / add one\nmov a,b | so\nnop # +1\nADD B  Add B to A\nINR A 3C so",
          "lda 9000h ; - load\nadi 1 ; / add one\nmov a,b ; | so\nnop ; # +1\nADD B  ; Add B to A\nINR A ; 3C so"},
-        {"n equ 3\nmvi a,9 - n\nadi 9 - f", "; n equ 3\nmvi a,06\nadi 0FA"},
+        {"n equ 3\nmvi a,9 - n\nadi 9 - f", "; n equ 3\nmvi a,06\nadi 9 ; - f"},
         {"mvi a,5 -- so\n----\nmov a,b # so\nhlt : so", "mvi a,5 ; -- so\n; ----\nmov a,b ; # so\nhlt ; - so"},
     });
 }
@@ -79,7 +79,7 @@ TEST(Conversion, NumbersAreBroughtToHexadecimal) {
         {"mvi a,00001010b\nadi 1010B", "mvi a,0AH\nadi 0AH"},
         {"mvi a,10d\nadi 5d\nlda 205d\nmvi a,10b\nadi 111b\nadi 1b",
          "mvi a,0AH\nadi 05H\nlda 205d\nmvi a,02H\nadi 07H\nadi 01H"},
-        {"mvi a,17q\nori 17O", "mvi a,0FH\nori 0FH"},
+        {"mvi a,17q\nori 17O\nadi 0b101\nlxi h,0b00001111", "mvi a,0FH\nori 0FH\nadi 05H\nlxi h,000FH"},
         {"mvi a,0x1f\nlxi h,$1F\nlda &h9000", "mvi a,1FH\nlxi h,001FH\nlda 9000H"},
         {"mvi a,#5\nadi #05h", "mvi a,05H\nadi 05H"},
         {"mvi a,05 H\nlxi h,2050 h", "mvi a,05H\nlxi h,2050H"},
@@ -170,6 +170,10 @@ TEST(Conversion, DataGoToAFile) {
     const std::pair<const char*, const char*> notes[] = {
         {"call x\nk equ 1\ndb 'A'\nhlt\nx: ret", "!3 the instruction before goes on into these bytes"},
         {"jmp x\ndb 1\ndb 2\nx: hlt", ""},
+        {"org 2000\nlda x\nhlt\nx equ $\ndb 5", ""},
+        {"jmp x\nnop\nx: hlt\nend X", ""},
+        {"org 2000\nlxi sp,8000\nhlt", ""},
+        {"org 2000\nhlt\nlxi sp,8004", "!3 8003 lies inside the program"},
         {"nop\norg 9000\ndb 1\norg 0A000\nhlt", ""},
         {"ei\ndb 1", "!1 Bad opcode - EI"},
         {"org 2000\nlda x\nhlt\nx: dw x,8001", "!4 8001 lies inside the program"},
@@ -199,6 +203,7 @@ TEST(Conversion, JumpsGetLabels) {
         {"1 ; so\n2 2000 org 2000h\n3. 2000 3C inr a\n4) hlt",
          "; 1 ; so\n2000: ; org 2000h ; 2\ninr a ; 2000 3C ; 3.\nhlt ; 4)"},
         {"1 inr a\n2 jmp 1", "1: inr a\n2: jmp 1"},
+        {"4100 FB EI\n4101 00 NOP\n4102 EF RST 5", "EI ; 4100 FB\nNOP ; 4101 00\nHLT ; 4102 EF"},
         {"loop dcr b\nnext\njnz loop\njz next\nlst : ret\njz lst",
          "loop: dcr b\nnext:\njnz loop\njz next\nlst:  ret\njz lst"},
     });
@@ -239,6 +244,8 @@ TEST(Conversion, ProseIsTakenForACommentAndASlipIsNot) {
         {"hlt\n1) mvi a,5", "Bad opcode - 1)"},
         {"hlt\nradix 10", "Bad opcode - RADIX"},
         {"hlt\nreturn", "Bad operand"},
+        {"hlt\n#define ff 5", "Bad operand"},
+        {"ei\nsta 9000h-a", "Bad operand (9000H-A is not a number"},
         {"hlt\nSTORE 9000H", "Bad opcode - STORE"},
         {"hlt\nCLEAR A", "Bad opcode - CLEAR"},
         {"ei\n2000H: sub nop h,", "h, does not belong to SUB"},
