@@ -22,6 +22,7 @@ namespace {
 
 const QStringList programFiles = {"p0.asm", "p1.asm", "p2.asm"};
 const QStringList openFiles = {"p0.asm", "p1.asm", "good.dat", "bad.dat", "noise.dat", "missing"};
+const QStringList boxes = {"txtA", "txtB", "txtH", "txtL", "txtF", "txtPC"};
 const QStringList outputFiles = {"out0.dat", "out1.dat"};
 
 constexpr Qt::Key keys[] = {
@@ -108,7 +109,7 @@ void Monkey::UseWindow() {
     constexpr std::pair<int, void (Monkey::*)()> actions[] = {
         {14, &Monkey::PressAnyKey}, {5, &Monkey::PressButton},   {4, &Monkey::TypeProgram}, {3, &Monkey::Assemble},
         {3, &Monkey::UseCell},      {2, &Monkey::ClickAnywhere}, {2, &Monkey::ChooseEntry}, {2, &Monkey::FillClipboard},
-        {1, &Monkey::UseRegister},  {1, &Monkey::TurnWheel},     {1, &Monkey::Drag},        {1, &Monkey::UseRarely}};
+        {1, &Monkey::UseRegister},  {1, &Monkey::TurnWheel},     {1, &Monkey::Drag},        {3, &Monkey::UseRarely}};
     if (invariants_.IsRunning() && OneIn(25)) return Stop();
     int sum = 0;
     for (const auto& [weight, action] : actions) sum += weight;
@@ -118,11 +119,17 @@ void Monkey::UseWindow() {
 }
 
 void Monkey::UseRarely() {
-    switch (Below(4)) {
+    switch (Below(12)) {
         case 0: return OneIn(3) ? PutLongText() : TypeProgram();
         case 1: return DropOnEditor();
-        case 2: return Resize();
-        default: return EndSession();
+        case 2: return DropOnBox();
+        case 3: return Resize();
+        case 4: return EndSession();
+        case 5:
+        case 6: return AskForMenu();
+        case 7:
+        case 8: return Compose();
+        default: return RestOverWidget();
     }
 }
 
@@ -275,6 +282,45 @@ void Monkey::DropOnEditor() {
     input::Drop(*window_.findChild<platform::ProgramText*>("txtCode")->viewport(), *content);
 }
 
+void Monkey::DropOnBox() {
+    auto& box = *window_.findChild<QLineEdit*>(Any(boxes));
+    if (!box.isVisible() || QApplication::activeModalWidget() != nullptr) return;
+    const auto content = AnyContent();
+    Note("drop " + content->formats().join(',') + " on " + NameOf(box));
+    input::Drop(box, *content);
+}
+
+// As an input method does: what is being composed, what it comes to, or both, or the end of it.
+void Monkey::Compose() {
+    auto* editor = qobject_cast<platform::ProgramText*>(QApplication::focusWidget());
+    if (editor == nullptr || QApplication::activePopupWidget() != nullptr) return;
+    QInputMethodEvent composition(OneIn(2) ? AnyText() : QString(), {});
+    if (OneIn(2)) composition.setCommitString(AnyText());
+    Note("compose " + composition.preeditString() + ", put in " + composition.commitString());
+    QCoreApplication::sendEvent(editor, &composition);
+}
+
+void Monkey::AskForMenu() {
+    QWidget* widget = QApplication::focusWidget();
+    if (widget == nullptr || QApplication::activePopupWidget() != nullptr) return;
+    if (auto* area = qobject_cast<QAbstractScrollArea*>(widget)) widget = area->viewport();
+    const QPoint at = AnyPlace(*widget);
+    const auto reason = OneIn(2) ? QContextMenuEvent::Mouse : QContextMenuEvent::Keyboard;
+    Note(QString("menu at %1,%2 of ").arg(at.x()).arg(at.y()) + NameOf(*widget));
+    QContextMenuEvent ask(reason, at, widget->mapToGlobal(at));
+    QCoreApplication::sendEvent(widget, &ask);
+}
+
+void Monkey::RestOverWidget() {
+    auto widgets = window_.findChildren<QWidget*>();
+    widgets.removeIf([](const QWidget* widget) { return !widget->isVisible(); });
+    QWidget& widget = *Any(widgets);
+    const QPoint at = AnyPlace(widget);
+    Note("rest over " + NameOf(widget));
+    QHelpEvent rest(QEvent::ToolTip, at, widget.mapToGlobal(at));
+    QCoreApplication::sendEvent(&widget, &rest);
+}
+
 // Clicks a cell, and mostly types into it.
 void Monkey::UseCell() {
     auto& grid = *window_.findChild<QTableView*>("grdRAM");
@@ -287,7 +333,7 @@ void Monkey::UseCell() {
 }
 
 void Monkey::UseRegister() {
-    auto& box = *window_.findChild<QLineEdit*>(Any(QStringList{"txtA", "txtB", "txtH", "txtL", "txtF", "txtPC"}));
+    auto& box = *window_.findChild<QLineEdit*>(Any(boxes));
     if (!box.isVisible()) return;
     Note("use " + NameOf(box));
     input::Click(box, box.rect().center());
@@ -335,7 +381,9 @@ QString Monkey::AnyText() {
     static const QStringList texts =
         QString(
             "mvi a,5\n|loop: inr a\n|jmp loop\n|push psw\n|pop b\n|hlt\n|lxi sp,1\n|call loop\n|ret\n|sta 9000\n|"
-            "shld ffff\n|; note: x\n|daa\n|foo bar\n|out 7\n|\t|:|A000|fe00|ffff|-1|512|2.5||\u00E9\U0001F600")
+            "shld ffff\n|; note: x\n|daa\n|foo bar\n|out 7\n|\t|:|A000|fe00|ffff|-1|512|2.5||\u00E9\U0001F600|"
+            "; given 9000=00\n|; gives A=05\n|mvi a,b\n|\u00A0nop|\u200Bhlt|;\u2028x\u2029|\U0001F429:\n|\U0001F4D1|"
+            "\u05E9\u05DC\u05D5\u05DD|e\u0301|nop\r|\u0085")
             .split('|');
     return Any(texts);
 }

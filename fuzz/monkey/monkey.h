@@ -50,6 +50,10 @@ private:
     void PutLongText();
     void FillClipboard();
     void DropOnEditor();
+    void DropOnBox();
+    void Compose();
+    void AskForMenu();
+    void RestOverWidget();
     void UseCell();
     void UseRegister();
     void ChooseEntry();

@@ -3,12 +3,14 @@
 #include <QApplication>
 #include <QDrag>
 #include <QFileInfo>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QTextLayout>
 #include <QUrl>
 #include <algorithm>
 
@@ -293,6 +295,7 @@ void ProgramText::contextMenuEvent(QContextMenuEvent* event) {
 // that is disabled.
 void ProgramText::keyPressEvent(QKeyEvent* event) {
     HideTip();
+    EndComposition();
     const QString typed = event->text();
     const bool isText = !typed.isEmpty() && (typed.front().isPrint() || typed.front().isSpace());
     if (IsAltCharacter(*event)) {
@@ -310,6 +313,16 @@ void ProgramText::keyPressEvent(QKeyEvent* event) {
         const QScopedValueRollback key(beforeKey_, {{caret.anchor(), caret.position()}});
         QPlainTextEdit::keyPressEvent(event);
     }
+}
+
+// What an input method has composed is put in or given up before anything else is done. Qt would look for places that
+// the text does not have.
+void ProgramText::EndComposition() {
+    const auto isComposing = [this] { return !textCursor().block().layout()->preeditAreaText().isEmpty(); };
+    if (!isComposing()) return;
+    QGuiApplication::inputMethod()->commit();
+    QInputMethodEvent end;
+    if (isComposing()) QCoreApplication::sendEvent(this, &end);
 }
 
 // A text that is refused still ends its composition, which Qt takes for a change.
@@ -414,6 +427,7 @@ void ProgramText::insertFromMimeData(const QMimeData* source) {
 // Qt joins a change to the step before it while the document counts as modified. What can be undone grows
 // without bound, and it can only be forgotten whole: before a step, so that the latest one is always there.
 void ProgramText::BeginStep() {
+    EndComposition();
     constexpr std::size_t mostInserted = 2'000'000;
     document()->setModified(false);
     if (inserted_ > mostInserted) ForgetSteps();
@@ -441,6 +455,7 @@ void ProgramText::ForgetSteps() {
 }
 
 void ProgramText::Select(int anchor, int position) {
+    EndComposition();
     QTextCursor cursor = textCursor();
     cursor.setPosition(anchor);
     cursor.setPosition(position, QTextCursor::KeepAnchor);

@@ -128,6 +128,7 @@ private:
     void FinishChange();
     void ShowMarks();
     bool IsInSelection(const QPoint& place) const;
+    void EndComposition();
     bool WaitsForMenu(int line);
     void EndMenu();
     bool MayDrag(const QMouseEvent& press) const;

@@ -307,6 +307,24 @@ TEST_F(ProgramTextTest, MarksAreSeenSetByClicksInTheMarginAndToldByTheNumbersTha
     EXPECT_LT(text.verticalScrollBar()->value(), down);
 }
 
+TEST_F(ProgramTextTest, WhatIsBeingComposedEndsBeforeAnythingElseIsDone) {
+    text.SetText(u"nop\r\nhlt");
+    const std::function<void()> others[] = {
+        [this] { QTest::keyClick(&text, Qt::Key_PageDown); },
+        [this] { QTest::keyClick(&text, Qt::Key_PageUp); },
+        [this] { text.ReplaceSelection(u"x"); },
+        [this] { text.SelectLine(1); },
+    };
+    for (const auto& other : others) {
+        text.moveCursor(QTextCursor::End);
+        QInputMethodEvent compose("\u00B4", {});
+        QApplication::sendEvent(&text, &compose);
+        other();
+        EXPECT_EQ(text.document()->lastBlock().layout()->preeditAreaText(), "") << &other - others;
+    }
+    EXPECT_EQ(text.Text(), u"nop\r\nhltx");
+}
+
 TEST_F(ProgramTextTest, ALineIsNeverWrappedAndATabLeadsToTheEighthColumn) {
     EXPECT_TRUE(text.verticalScrollBar()->isVisible() && text.horizontalScrollBar()->isVisible());
     text.SetText(u"\t" + std::u16string(5000, u'x'));
