@@ -325,17 +325,20 @@ void ProgramText::EndComposition() {
     if (isComposing()) QCoreApplication::sendEvent(this, &end);
 }
 
-// A text that is refused still ends its composition, which Qt takes for a change.
+// What is only being composed is not in the text yet, and a text that is refused still ends its composition. Qt takes
+// both for a change.
 void ProgramText::inputMethodEvent(QInputMethodEvent* event) {
     const std::u16string text = event->commitString().toStdU16String();
     const bool isRefused = !text.empty() && Refuses(text);
-    const QSignalBlocker noChange(isRefused ? this : nullptr);
+    const bool comesIn = !text.empty() || event->replacementLength() > 0 || textCursor().hasSelection();
+    const bool changesText = comesIn && !isRefused;
+    const QSignalBlocker noChange(changesText ? nullptr : this);
     if (isRefused)
         event->setCommitString({});
     else
         event->setCommitString(ToDocumentText(text), event->replacementStart(), event->replacementLength());
     QPlainTextEdit::inputMethodEvent(event);
-    if (isRefused) changes_.Forget();
+    if (!changesText) changes_.Forget();
 }
 
 void ProgramText::dragEnterEvent(QDragEnterEvent* event) {
