@@ -311,7 +311,6 @@ TEST_F(ProgramTextTest, WhatIsBeingComposedEndsBeforeAnythingElseIsDone) {
     text.SetText(u"nop\r\nhlt");
     const std::function<void()> others[] = {
         [this] { QTest::keyClick(&text, Qt::Key_PageDown); },
-        [this] { QTest::keyClick(&text, Qt::Key_PageUp); },
         [this] { text.ReplaceSelection(u"x"); },
         [this] { text.SelectLine(1); },
     };
