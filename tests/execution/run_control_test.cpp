@@ -251,17 +251,14 @@ TEST_F(RunControlTest, ARunOfTheAssembledTextFromItsBeginningToItsEndHasAnOutcom
             Told(command);
             EXPECT_EQ(outcome, "") << &prepare - others;
         }
-    Load(program);
-    Run();
-    control.LoseText();
-    Run();
-    EXPECT_EQ(outcome, "");
-    Load(program);
-    Run();
-    control.SetAssembled(false);
-    outcome = "the reason why";
-    Run();
-    EXPECT_EQ(outcome, "the reason why");
+    for (const bool isAssembledAnew : {false, true}) {
+        Load(program);
+        Run();
+        isAssembledAnew ? control.SetAssembled(false) : control.LoseText();
+        outcome = "what stands there";
+        Run();
+        EXPECT_EQ(outcome, isAssembledAnew ? "what stands there" : "") << "it may be why the assembly failed";
+    }
 }
 
 TEST_F(RunControlTest, ARunSeesWhatTheUserChangesInItsYieldsButNoOtherCommand) {
