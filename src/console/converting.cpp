@@ -13,6 +13,8 @@ namespace {
 
 // Says what becomes of the data. False if that is nothing.
 bool WriteData(const Options& options, const std::string& name, const std::string& data, std::ostream& err) {
+    if (data.empty() && options.Data)
+        err << name << ": note: it has no data, and " << Printable(*options.Data) << " is not written\n";
     if (data.empty()) return true;
     if (!options.Data) {
         err << name << ": error: it has data, which need a file: --data=FILE\n";
