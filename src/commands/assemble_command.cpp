@@ -74,7 +74,7 @@ void AssembleCommand::ShowWarnings(const std::u16string& text) {
     for (const auto& [line, warning] : assembler::FindWarnings(program, assembler::Numbering::OfPrepared)) {
         const QString note = QString::fromStdU16String(warning);
         if (notes.empty() || notes.back().Line != line)
-            notes.push_back({line, note, platform::LineNote::Kind::Neutral});
+            notes.push_back({line, note, platform::LineNote::Kind::Hint});
         else
             notes.back().Text += "; " + note;
     }

@@ -29,7 +29,7 @@ execution::RunView ViewOn(CommandButtons& buttons, editor::ProgramDocument& docu
         .MarkNextAddress = [&memoryGrid](std::optional<std::int32_t> address) { memoryGrid.MarkNextAddress(address); },
         .ShowOutcome = [&document](const m8085::MachineState& before,
                                    const m8085::MachineState& after) { ShowVerdicts(document, before, after); },
-        .ForgetOutcome = [&document] { document.txtCode().Notes().Clear(); }};
+        .ForgetOutcome = [&document] { document.txtCode().Notes().ShowBesideHints({}); }};
 }
 
 }  // namespace commands

@@ -33,7 +33,7 @@ void ShowVerdicts(editor::ProgramDocument& document, const m8085::MachineState& 
     const std::vector<cases::Verdict> verdicts = cases::VerdictsOf(text, before, after, load);
     std::vector<platform::LineNote> notes;
     std::ranges::transform(verdicts, std::back_inserter(notes), NoteFor);
-    document.txtCode().Notes().Show(notes);
+    document.txtCode().Notes().ShowBesideHints(notes);
     for (const Kind kind : {Kind::Failed, Kind::Held, Kind::NotGiven})
         if (const auto first = std::ranges::find(verdicts, kind, &cases::Verdict::What); first != verdicts.end())
             return document.txtCode().ScrollToLine(first->Line);

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int gap = 12;  // between a line and its note
 constexpr int leastGap = 2;
-constexpr int sliver = 8;  // what is left at least of a neutral note, in its colour alone
+constexpr int sliver = 8;  // what is left at least of a grey note, in its colour alone
 constexpr int padding = 4;
 constexpr int leastWidth = 200;  // of a note that is cut off
 
@@ -28,7 +28,8 @@ constexpr int gone = -1;  // in the place of a line
 QColor GroundOf(LineNote::Kind kind) {
     switch (kind) {
         case LineNote::Kind::Good: return GoodNoteGround;
-        case LineNote::Kind::Neutral: return NeutralNoteGround;
+        case LineNote::Kind::Neutral:
+        case LineNote::Kind::Hint: return NeutralNoteGround;
         case LineNote::Kind::Bad: break;
     }
     return BadNoteGround;
@@ -73,6 +74,14 @@ void LineNotes::Show(const std::vector<LineNote>& notes) {
     Describe();
     WidenScrolling(textMaximum_);
     editor_.viewport()->update();
+}
+
+void LineNotes::ShowBesideHints(std::vector<LineNote> notes) {
+    for (const Shown& note : notes_)
+        if (note.What == LineNote::Kind::Hint && std::ranges::count(notes, note.Line + 1, &LineNote::Line) == 0)
+            notes.push_back({note.Line + 1, note.Text, note.What});
+    std::ranges::sort(notes, {}, &LineNote::Line);
+    Show(notes);
 }
 
 void LineNotes::StayThrough(const std::function<void()>& change) {
@@ -168,13 +177,14 @@ QRect LineNotes::EndOfLine(const Shown& note) const {
     return editor_.cursorRect(end);
 }
 
-// After the line. Where that leaves too little room it covers the end of the line, but for a neutral one, which is not
+// After the line. Where that leaves too little room it covers the end of the line, but for a grey one, which is not
 // worth that.
 QRect LineNotes::Place(const Shown& note) const {
     const QRect end = EndOfLine(note);
     const int right = editor_.viewport()->width();
-    const int tightest = note.What == LineNote::Kind::Neutral ? std::min(end.right() + leastGap, right - sliver)
-                                                              : right - std::min(leastWidth, note.Width);
+    const bool isGrey = GroundOf(note.What) == NeutralNoteGround;
+    const int tightest =
+        isGrey ? std::min(end.right() + leastGap, right - sliver) : right - std::min(leastWidth, note.Width);
     const int left = std::min(end.right() + gap, std::max(tightest, right - note.Width));
     return {left, end.top(), std::min(note.Width, right - left), end.height()};
 }

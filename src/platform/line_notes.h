@@ -13,7 +13,7 @@ namespace platform {
 
 // Something to say about a line of a text that is not part of the text.
 struct LineNote {
-    enum class Kind { Good, Neutral, Bad };
+    enum class Kind { Good, Neutral, Bad, Hint };
 
     int Line = 0;  // counted from 1
     QString Text;
@@ -30,6 +30,9 @@ public:
     // gets none.
     void Show(const std::vector<LineNote>& notes);
     void Clear() { Show({}); }
+
+    // The same, but hints stay where there is no other note for their lines.
+    void ShowBesideHints(std::vector<LineNote> notes);
 
     // Does what replaces the text and leaves it as it was: the notes stay at their lines.
     void StayThrough(const std::function<void()>& change);

@@ -81,12 +81,17 @@ TEST_F(FrmMainTest, TheReasonStandsAtTheLineOfTheFaultUntilTheNextText) {
         end();
         EXPECT_EQ(Editor().accessibleDescription(), "");
     }
-    StartWith(u"l: lda a,2050h\r\nmvi a,10 ; so: hlt\r\nl: adi 0AH");
-    EXPECT_EQ(Editor().accessibleDescription(),
-              "Line 2: LDA takes one operand: 2050H is lost; A is the number 000A here, not the register; "
-              "Line 3: 10 is hexadecimal too, though line 6 has 0AH; "
-              "Line 4: the colon in the comment ends it: HLT is part of the program; "
-              "Line 5: the label L is defined in line 1 already, and jumps and calls go there");
+    StartWith(u"l: lda a,2050h\r\nmvi a,10 ; so: hlt\r\nl: adi 0AH\r\n; gives CY=1");
+    const QString hints =
+        "Line 2: LDA takes one operand: 2050H is lost; A is the number 000A here, not the register; "
+        "Line 3: 10 is hexadecimal too, though line 6 has 0AH; "
+        "Line 4: the colon in the comment ends it: HLT is part of the program; "
+        "Line 5: the label L is defined in line 1 already, and jumps and calls go there";
+    for (const char* const verdict : {"", "; Line 7: CY is 0", "; Line 7: CY is 0"}) {
+        EXPECT_EQ(Editor().accessibleDescription(), hints + verdict);
+        const MessageAnswer end;
+        Click("cmdRun");
+    }
 }
 
 TEST_F(FrmMainTest, TheTooltipsOfTheEditorAreAboutTheCharacterUnderTheMouse) {
