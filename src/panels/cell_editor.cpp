@@ -170,7 +170,7 @@ bool CellEditor::event(QEvent* event) {
 }
 
 void CellEditor::contextMenuEvent(QContextMenuEvent* event) {
-    platform::OpenMenu(createStandardContextMenu(), grid_.actions(), event->globalPos());
+    platform::OpenMenu(MakeContextMenu(), grid_.actions(), event->globalPos());
 }
 
 // A thin edge shows that it is open.

@@ -24,15 +24,6 @@ void PutRichText(std::u16string_view text) {
     QGuiApplication::clipboard()->setMimeData(MakeRichText(text));
 }
 
-void CopyInBothFormats(QObject& context) {
-    QClipboard* clipboard = QGuiApplication::clipboard();
-    QObject::connect(clipboard, &QClipboard::dataChanged, &context, [clipboard] {
-        const QMimeData* data = clipboard->ownsClipboard() ? clipboard->mimeData() : nullptr;
-        if (data == nullptr || data->hasFormat(richTextFormat) || !data->hasText()) return;
-        PutRichText(data->text().replace('\n', "\r\n").toStdU16String());
-    });
-}
-
 std::u16string ReadRichText() {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
     return data == nullptr ? std::u16string() : QString::fromUtf8(data->data(richTextFormat)).toStdU16String();

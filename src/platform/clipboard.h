@@ -3,7 +3,6 @@
 #include <string>
 
 class QMimeData;
-class QObject;
 
 namespace platform {
 
@@ -11,10 +10,6 @@ namespace platform {
 // with no markup, and as plain text for other programs. There the lines end in a line feed, for which Qt sets
 // the line end of the platform. The caller owns the result.
 QMimeData* MakeRichText(std::u16string_view text);
-
-// From now on, as long as the context lives, what this program copies as plain text alone, such as from a box or a
-// message, is copied in both formats.
-void CopyInBothFormats(QObject& context);
 
 // Puts a text on the clipboard, and reads the clipboard's rich text format alone: the empty text where it has none.
 void PutRichText(std::u16string_view text);

@@ -8,7 +8,9 @@
 #include <QMimeData>
 #include <utility>
 
+#include "platform/clipboard.h"
 #include "platform/keys.h"
+#include "platform/menu.h"
 
 namespace platform {
 
@@ -35,6 +37,19 @@ void TextBox::keyPressEvent(QKeyEvent* event) {
 void TextBox::keyReleaseEvent(QKeyEvent* event) {
     QLineEdit::keyReleaseEvent(event);
     if (!event->isAutoRepeat()) emit KeyReleased(event->key());
+}
+
+void TextBox::contextMenuEvent(QContextMenuEvent* event) {
+    OpenMenu(MakeContextMenu(), {}, event->globalPos());
+}
+
+// Qt puts plain text alone on the clipboard.
+QMenu* TextBox::MakeContextMenu() {
+    QMenu* menu = createStandardContextMenu();
+    for (QAction* action : menu->actions())
+        if (action->text().startsWith("Cu&t") || action->text().startsWith("&Copy"))
+            connect(action, &QAction::triggered, this, [text = selectedText()] { PutRichText(text.toStdU16String()); });
+    return menu;
 }
 
 // Text that is dragged from the program also stays there: a box keeps at most two digits of it.

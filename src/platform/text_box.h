@@ -32,9 +32,13 @@ protected:
     // Selects the whole text, until the mouse button that is down has come up.
     void KeepAllSelected();
 
+    // The standard menu, but what is cut or copied by it can be pasted in the program.
+    QMenu* MakeContextMenu();
+
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

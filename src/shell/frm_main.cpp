@@ -11,7 +11,6 @@
 
 #include "aids/program_tip.h"
 #include "commands/run_view.h"
-#include "platform/clipboard.h"
 #include "platform/fonts.h"
 #include "platform/input_guard.h"
 #include "platform/menu.h"
@@ -119,7 +118,6 @@ frmMain::frmMain(m8085::MachineState& machine, m8085::CodeMap& codeMap, std::fun
                                                           codeMap, assembleCommand_.Assembled()));
     });
     AddUndoKeys();
-    platform::CopyInBothFormats(*this);
     FollowTheEye();
 
     memoryGrid_.FormatGrid();

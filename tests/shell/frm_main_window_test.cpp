@@ -702,6 +702,12 @@ TEST_F(FrmMainTest, TheEditKeysActOnTheProgramWhereverTheFocusIs) {
         Press(key, Qt::ControlModifier);
     EXPECT_EQ(Editor().Text(), u"hlthlt");
     EXPECT_EQ(Register("B"), "0");
+    Find<QLineEdit>("txtB").selectAll();
+    QContextMenuEvent open(QContextMenuEvent::Keyboard, {}, {});
+    QApplication::sendEvent(&Find<QLineEdit>("txtB"), &open);
+    for (QAction* entry : QApplication::activePopupWidget()->actions())
+        if (entry->text().startsWith("&Copy")) entry->trigger();
+    EXPECT_EQ(platform::ReadRichText(), u"0") << "so that what is copied in a box can be pasted too";
 }
 
 TEST_F(FrmMainTest, ABoxIsStoredWhenAnotherControlHasTheFocusButNotForAMenu) {
