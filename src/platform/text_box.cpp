@@ -59,6 +59,7 @@ void TextBox::dropEvent(QDropEvent* event) {
     event->setAccepted(selectsAll_ && !isReadOnly() && event->mimeData()->hasText() && !event->mimeData()->hasUrls());
     if (!event->isAccepted()) return;
     setFocus();
+    holdsFocus_ = true;  // also where the text comes from another window, which is still the active one
     selectAll();
     QString typed;
     for (const QChar character : event->mimeData()->text())

@@ -50,9 +50,7 @@ protected:
 
     m8085::MachineState machine;
     ColumnList columns;
-    int programsLost = 0;
-    int edits = 0;
-    int columnChanges = 0;
+    int programsLost = 0, edits = 0, columnChanges = 0;
     QWidget window;
     MemoryGrid panel{machine, columns, &window};
     platform::Grid& grid = *window.findChild<platform::Grid*>("grdRAM");

@@ -156,14 +156,17 @@ TEST_F(RegisterPanelTest, WhatWasTypedIsInTheMachineBeforeAButtonRuns) {
     QDragEnterEvent enter({3, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
     QDropEvent drop({3, 5}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, {});
     drop.setDropAction(Qt::MoveAction);
-    for (const char* box : {"txtPC", "txtB"}) {
+    QWidget source;
+    Activate(source);
+    for (const char* box : {"txtPC", "txtB", "txtC"}) {
         Box(box).deselect();
         for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), &drop}) QApplication::sendEvent(&Box(box), event);
     }
     EXPECT_EQ(Text("txtPC"), "0000");
     EXPECT_EQ(drop.dropAction(), Qt::CopyAction) << "the text would be taken out of the program";
+    Activate(window);
     txtCode.setFocus();
-    EXPECT_EQ(machine.B, 0x3C);
+    EXPECT_TRUE(machine.B == 0x3C && machine.C == 0x3C);
 }
 
 TEST_F(RegisterPanelTest, TheTipOfSpShowsTheStackAsItIsWhenTheMouseRests) {

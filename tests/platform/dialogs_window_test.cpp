@@ -26,8 +26,7 @@ TEST(Dialogs, AMessageIsAsWideAsItsTextUpToABound) {
 
 TEST(FileDialog, OffersTheFileThatWasChosenLast) {
     QWidget window;
-    const QTemporaryDir folder;
-    const QTemporaryDir other;
+    const QTemporaryDir folder, other;
     FileDialog dialog;
     for (const QString& path : {folder.filePath("first.dat"), other.filePath("second.dat")}) {
         const FileAnswer choice(path);

@@ -7,8 +7,7 @@ namespace platform {
 TEST(InputGuard, AKeyThatHasClosedAWindowTypesNothingInAnotherUntilItIsPressedAgain) {
     InputGuard guard;
     qApp->installEventFilter(&guard);
-    QLineEdit box;
-    QLineEdit editor;
+    QLineEdit box, editor;
     box.show();
     editor.show();
     const auto press = [](QLineEdit& target, Qt::Key key, bool repeats) {
@@ -51,8 +50,7 @@ TEST(InputGuard, AKeyThatHasClosedAWindowTypesNothingInAnotherUntilItIsPressedAg
 TEST(InputGuard, TheSecondOfTwoQuickClicksPressesNothingUnderTheWindowThatTheFirstHasClosed) {
     InputGuard guard;
     qApp->installEventFilter(&guard);
-    QPushButton box;
-    QPushButton under;
+    QPushButton box, under;
     for (QPushButton* button : {&under, &box}) {
         button->setGeometry(100, 100, 80, 40);
         button->show();

@@ -41,9 +41,7 @@ struct MessageAnswer : BoxAnswer<QMessageBox> {
               box.button(button)->click();
           }) {}
 
-    QString Text;
-    QString Caption;
-    QString Details;
+    QString Text, Caption, Details;
 };
 
 // Types a text into an input box and accepts it, or cancels the box if the text is empty. Keeps what the box said.
