@@ -28,7 +28,7 @@ class DelayLoops {
 public:
     // The loop for the time that the user gave, a number of milliseconds from 0 to 129000. Above that it is TooLong,
     // and Nothing where the T-states exceed 32 bits; a negative time and a text that is not a number give Nothing too,
-    // as does a loop whose labels would be numbered beyond 32767. Only an inserted loop counts its labels.
+    // as does a loop whose labels would be numbered beyond 32767. Only a loop that is given out counts its labels.
     Delay Design(std::u16string_view answer);
 
 private:

@@ -60,7 +60,10 @@ public:
     // run, and where there is nothing left.
     void StepBack();
 
+    // Asks the run that is under way to end after its instruction. Without one it does nothing.
     void Stop();
+
+    // Does nothing during a run.
     void Reset();
 
     // The program text is no longer what was assembled. A run goes on and stays stoppable, but leads to no program when
@@ -126,10 +129,10 @@ private:
     CommandState state_ = CommandState::NoProgram;
     int sliceLength_ = DefaultSliceLength;
     bool StopRequested = false;
-    bool isOutcomeShown_ = false;  // of the latest assembly
-    bool programLost_ = false;
-    bool textIsAssembled_ = false;
-    bool programStands_ = false;  // in memory, as the text says it
+    bool isOutcomeShown_ = false;   // of the latest assembly
+    bool programLost_ = false;      // during the run that is under way
+    bool textIsAssembled_ = false;  // that is in the editor now
+    bool programStands_ = false;    // in memory, as the text says it
 };
 
 }  // namespace execution

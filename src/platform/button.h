@@ -5,7 +5,8 @@
 namespace platform {
 
 // A button that takes the focus before its command runs, by mouse and by access key alike, so that a text box with
-// the focus has given up its text by then. Enter presses it as a blank does.
+// the focus has given up its text by then; but for one whose focus policy keeps it from that. Enter presses it as a
+// blank does.
 class Button : public QPushButton {
     Q_OBJECT
 

@@ -89,6 +89,7 @@ QString AskText(QWidget& control, const QString& prompt, const QString& caption)
     // A prompt with a long list continues on more lines.
     auto& label = *box.findChild<QLabel*>();
     label.setWordWrap(true);
+    label.setTextFormat(Qt::PlainText);
     GiveRoom(label);
     PlaceOver(control, box);
     return box.exec() == QDialog::Accepted ? box.textValue() : QString();

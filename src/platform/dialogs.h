@@ -6,8 +6,7 @@
 namespace platform {
 
 // Modal boxes over the window that the control belongs to, which must outlive them. Their texts are plain, whatever
-// signs are in them.
-// Details are shown when the user asks for them.
+// signs are in them. Details are shown when the user asks for them.
 void ShowMessage(QWidget& control, const QString& text, QMessageBox::Icon icon,
                  const QString& caption = QCoreApplication::applicationName(), const QString& details = {});
 QMessageBox::StandardButton AskYesNoCancel(QWidget& control, const QString& text, const QString& caption);

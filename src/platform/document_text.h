@@ -7,7 +7,8 @@
 
 namespace platform {
 
-// What stands in a document, and where, as a program sees it.
+// What stands in a document, and where, as a program sees it. Three characters that the document keeps for itself stand
+// in it as single halves of surrogate pairs; the first two exchange them. A whole pair stays.
 
 // A stretch of the document's raw text, in which paragraph separators end the lines.
 std::u16string FromDocumentText(QStringView raw, std::u16string_view lineEnd);

@@ -52,7 +52,7 @@ QMenu* TextBox::MakeContextMenu() {
     return menu;
 }
 
-// Text that is dragged from the program also stays there: a box keeps at most two digits of it.
+// Text that is dragged from the program also stays there.
 void TextBox::dropEvent(QDropEvent* event) {
     if (event->source() == this) return QLineEdit::dropEvent(event);
     event->setDropAction(Qt::CopyAction);
