@@ -100,7 +100,8 @@ TEST_F(RunControlTest, RunReportsTheTimeAndResets) {
 }
 
 TEST_F(RunControlTest, RunEndsAtAnAddressWithoutSourceLine) {
-    EXPECT_EQ(Run(), EndOf("1.3", "4")) << "nothing was ever assembled";
+    for (int run = 0; run < 2; ++run) EXPECT_EQ(Run(), EndOf("1.3", "4")) << "nothing was ever assembled";
+    EXPECT_EQ(outcome, "");
     Load(u"LXI H,9000\r\nPCHL");
     EXPECT_EQ(Run(), EndOf("5.2", "16"));
     rig = {};
