@@ -195,8 +195,10 @@ std::optional<QString> Invariants::FaultInRegisters() const {
     return std::nullopt;
 }
 
-// Stop marks and what a screen reader is told of the notes are about lines that the text has, in their order.
+// The caret, stop marks and what a screen reader is told of the notes are about lines that the text has, the latter two
+// in their order.
 std::optional<QString> Invariants::FaultInLines() const {
+    if (!editor_.textCursor().block().isValid()) return "the caret stands outside of the text";
     const auto isInOrder = [this](const std::vector<int>& lines) {
         return std::ranges::is_sorted(lines, std::ranges::less_equal()) &&
                (lines.empty() || (lines.front() >= 1 && lines.back() <= editor_.blockCount()));

@@ -318,7 +318,10 @@ void ProgramText::keyPressEvent(QKeyEvent* event) {
 // What an input method has composed is put in or given up before anything else is done. Qt would look for places that
 // the text does not have.
 void ProgramText::EndComposition() {
-    const auto isComposing = [this] { return !textCursor().block().layout()->preeditAreaText().isEmpty(); };
+    const auto isComposing = [this] {
+        const QTextLayout* layout = textCursor().block().layout();
+        return layout != nullptr && !layout->preeditAreaText().isEmpty();
+    };
     if (!isComposing()) return;
     QGuiApplication::inputMethod()->commit();
     QInputMethodEvent end;
