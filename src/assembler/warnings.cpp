@@ -81,8 +81,8 @@ private:
             if (!row->Operands[place - 1].empty()) continue;
             if (IsMnemonic(word) || IsLabel(word)) return WarnOfLost(words[0], word);
             if (IsRegister(word) || ReadNumber(word))
-                return Warn(words[0] + (place == 1 ? u" takes no operand: " : u" takes one operand: ") + word +
-                            u" is lost");
+                return Warn(words[0] + (place == 1 ? u" takes no operand: " : u" takes one operand: ") +
+                            Shortened(word) + u" is lost");
         }
     }
 

@@ -125,7 +125,7 @@ void frmSave::Command4_Click() {
 
 void frmSave::OKButton_Click() {
     const QString path = Text3.text();
-    if (path.trimmed().isEmpty()) return Tell("Please specify the output file name.");
+    if (path.isEmpty()) return Tell("Please specify the output file name.");
 
     const QDateTime now = QDateTime::currentDateTime();
     const QLocale user = QLocale::system();

@@ -319,7 +319,7 @@ void ProgramText::keyPressEvent(QKeyEvent* event) {
 // the text does not have.
 void ProgramText::EndComposition() {
     const auto isComposing = [this] {
-        const QTextLayout* layout = textCursor().block().layout();
+        const QTextLayout* layout = textCursor().block().layout();  // none was seen once, and not understood
         return layout != nullptr && !layout->preeditAreaText().isEmpty();
     };
     if (!isComposing()) return;
